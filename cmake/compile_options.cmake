@@ -1,0 +1,9 @@
+# warnings: linked by every target of our own code; generated scanners and parsers do without.
+add_library(warnings INTERFACE)
+target_compile_options(warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+
+if(ZAREL_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()

@@ -1,0 +1,65 @@
+#include "model/namespaces.h"
+
+namespace zarel {
+namespace {
+
+bool& prefix_use() {
+  static bool was_used = false;
+  return was_used;
+}
+
+}  // namespace
+
+bool NamespaceTable::declare(std::string_view prefix, std::string_view quoted_uri) {
+  if (existNameSpace(prefix)) return false;
+  by_prefix_.emplace(prefix, pairs_.size());
+  by_uri_.emplace(quoted_uri, pairs_.size());    // keeps the first pair of a URI
+  pairs_.emplace_back(prefix, quoted_uri);
+  return true;
+}
+
+bool NamespaceTable::existNameSpace(std::string_view prefix) const {
+  return by_prefix_.find(prefix) != by_prefix_.end();
+}
+
+std::optional<std::string_view> NamespaceTable::uri_of(std::string_view prefix) const {
+  const auto found = by_prefix_.find(prefix);
+  if (found == by_prefix_.end()) return std::nullopt;
+  return pairs_[found->second].second;
+}
+
+std::optional<std::string_view> NamespaceTable::prefix_of(std::string_view quoted_uri) const {
+  const auto found = by_uri_.find(quoted_uri);
+  if (found == by_uri_.end()) return std::nullopt;
+  return pairs_[found->second].first;
+}
+
+void NamespaceTable::clear() {
+  pairs_.clear();
+  by_prefix_.clear();
+  by_uri_.clear();
+}
+
+NamespaceTable& vectorName() {
+  static NamespaceTable table;
+  return table;
+}
+
+bool prefix_was_used() { return prefix_use(); }
+
+void note_prefix_use() { prefix_use() = true; }
+
+void reset_namespaces() {
+  vectorName().clear();
+  prefix_use() = false;
+}
+
+std::optional<std::string> returnAddress(std::string_view prefix, std::string_view local) {
+  const auto uri = vectorName().uri_of(prefix);
+  if (!uri) return std::nullopt;
+  std::string address(uri->substr(0, uri->find('"', 1)));
+  address.append(local).push_back('"');
+  return address;
+}
+
+}  // namespace zarel
