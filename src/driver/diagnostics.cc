@@ -9,7 +9,9 @@ ReportState& report_state() {
   return state;
 }
 
-void reset_report_state() { report_state() = ReportState{}; }
+void reset_report_state() {
+  report_state() = ReportState{};
+}
 
 std::ostream& standard_output() {
   std::ostream* const output = report_state().output;
@@ -44,13 +46,16 @@ void report_counted_error(std::string_view message) {
   ++report_state().parser_errors;
 }
 
-void SafeExit(int status) { throw RunEnd{status}; }
+void SafeExit(int status) {
+  throw RunEnd{status};
+}
 
 void InternalError(std::string_view text) {
-  standard_error() << "\nAn internal error occurred (" << text << ").\n"
-                   << "Please report it to the maintainers of Zarel, with the program that led to it.\n"
-                   << std::flush;
+  standard_error()
+      << "\nAn internal error occurred (" << text << ").\n"
+      << "Please report it to the maintainers of Zarel, with the program that led to it.\n"
+      << std::flush;
   SafeExit(99);
 }
 
-}  // namespace zarel
+}    // namespace zarel

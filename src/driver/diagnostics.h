@@ -1,6 +1,6 @@
 #pragma once
-// diagnostics.h - the one reporter of the program, the counters it shows, and the ways in which a run ends.
-// Everything here may be used from every folder; it uses nothing of them.
+// diagnostics.h - the one reporter of the program, the counters it shows, and the ways in which a
+// run ends. Everything here may be used from every folder; it uses nothing of them.
 
 #include <iosfwd>
 #include <string>
@@ -10,14 +10,14 @@ namespace zarel {
 
 // What yyerror puts in front of a message, and what it has been told so far. One per process.
 struct ReportState {
-  std::string WhoAmI;                // the program's name, as the user called it
-  int OptionVerbosity = 0;           // 1 after "-v"
-  bool ParserStateInternal = true;   // false while input files are parsed
-  std::string parser_file;           // the file being parsed, the last one afterwards
-  int parser_line = 0;               // the line that messages show; the scanners advance it
-  int parser_errors = 0;             // errors that keep the program from being solved
-  std::ostream* output = nullptr;    // where results go; null: std::cout
-  std::ostream* errors = nullptr;    // where messages go; null: std::cerr
+  std::string WhoAmI;                 // the program's name, as the user called it
+  int OptionVerbosity = 0;            // 1 after "-v"
+  bool ParserStateInternal = true;    // false while input files are parsed
+  std::string parser_file;            // the file being parsed, the last one afterwards
+  int parser_line = 0;                // the line that messages show; the scanners advance it
+  int parser_errors = 0;              // errors that keep the program from being solved
+  std::ostream* output = nullptr;     // where results go; null: std::cout
+  std::ostream* errors = nullptr;     // where messages go; null: std::cerr
 };
 
 ReportState& report_state();
@@ -26,8 +26,8 @@ void reset_report_state();    // everything as it is before main, the two stream
 std::ostream& standard_output();    // where results go in this run
 std::ostream& standard_error();     // where messages go in this run
 
-// Writes one line, the place (or "Internal parser invocation: " outside parsing), the message and a full stop, to
-// standard_error(). Does not count the error. Returns 0.
+// Writes one line, the place (or "Internal parser invocation: " outside parsing), the message and a
+// full stop, to standard_error(). Does not count the error. Returns 0.
 int yyerror(std::string_view message);
 
 // yyerror, and one more in parser_errors: the run ends after parsing.
@@ -35,9 +35,10 @@ void report_counted_error(std::string_view message);
 
 // The end of a run, on its way to main (or to a host that called the rewriting as a function).
 // Note [ends as exceptions]
-// A fatal finding deep in a grammar action has to end the run at once, yet tests, fuzzers and hosts call the same code
-// and live on. So the run's end travels as this exception: everything open is closed on the way, and main turns it
-// into the exit status. It is caught nowhere else but where a whole run is called as a function.
+// A fatal finding deep in a grammar action has to end the run at once, yet tests, fuzzers and hosts
+// call the same code and live on. So the run's end travels as this exception: everything open is
+// closed on the way, and main turns it into the exit status. It is caught nowhere else but where a
+// whole run is called as a function.
 struct RunEnd {
   int status;
 };
@@ -48,4 +49,4 @@ struct RunEnd {
 // Reports a broken invariant in two lines and ends the run with status 99.
 [[noreturn]] void InternalError(std::string_view text);
 
-}  // namespace zarel
+}    // namespace zarel

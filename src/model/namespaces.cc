@@ -8,7 +8,7 @@ bool& prefix_use() {
   return was_used;
 }
 
-}  // namespace
+}    // namespace
 
 bool NamespaceTable::declare(std::string_view prefix, std::string_view quoted_uri) {
   if (existNameSpace(prefix)) return false;
@@ -45,9 +45,13 @@ NamespaceTable& vectorName() {
   return table;
 }
 
-bool prefix_was_used() { return prefix_use(); }
+bool prefix_was_used() {
+  return prefix_use();
+}
 
-void note_prefix_use() { prefix_use() = true; }
+void note_prefix_use() {
+  prefix_use() = true;
+}
 
 void reset_namespaces() {
   vectorName().clear();
@@ -62,4 +66,4 @@ std::optional<std::string> returnAddress(std::string_view prefix, std::string_vi
   return address;
 }
 
-}  // namespace zarel
+}    // namespace zarel

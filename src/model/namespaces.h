@@ -10,7 +10,8 @@
 
 namespace zarel {
 
-// The (prefix, URI) pairs of a program, in the order of their declaration. URIs keep the double quotes around them.
+// The (prefix, URI) pairs of a program, in the order of their declaration. URIs keep the double
+// quotes around them.
 class NamespaceTable {
  public:
   // Declares a prefix. Returns false, and keeps the first declaration, when the prefix has one.
@@ -31,7 +32,9 @@ class NamespaceTable {
  private:
   struct TextHash {
     using is_transparent = void;
-    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
+    std::size_t operator()(std::string_view text) const {
+      return std::hash<std::string_view>{}(text);
+    }
   };
   using PositionOf = std::unordered_map<std::string, std::size_t, TextHash, std::equal_to<>>;
 
@@ -40,15 +43,15 @@ class NamespaceTable {
   PositionOf by_uri_;    // the first pair of each URI
 };
 
-// The program's table (the established name), and whether a term of the input was written with a declared prefix:
-// only then are URIs shortened again in the answer sets.
+// The program's table (the established name), and whether a term of the input was written with a
+// declared prefix: only then are URIs shortened again in the answer sets.
 NamespaceTable& vectorName();
 bool prefix_was_used();
 void note_prefix_use();
 void reset_namespaces();
 
-// The full quoted address of prefix:local, which is the prefix's URI with the local name in front of its closing
-// quote. Nothing when the prefix is not declared.
+// The full quoted address of prefix:local, which is the prefix's URI with the local name in front
+// of its closing quote. Nothing when the prefix is not declared.
 std::optional<std::string> returnAddress(std::string_view prefix, std::string_view local);
 
-}  // namespace zarel
+}    // namespace zarel

@@ -1,0 +1,114 @@
+#include "model/predicate_table.h"
+
+#include <ostream>
+
+#include "driver/diagnostics.h"
+#include "model/atom.h"
+#include "model/names.h"
+
+namespace zarel {
+namespace {
+
+using Type = PREDICATE_NAMETS::TYPE;
+
+bool& arity_check() {
+  static bool is_on = false;
+  return is_on;
+}
+
+[[noreturn]] void end_for_arity(std::string_view name, std::uint32_t first, std::uint32_t now) {
+  standard_error() << name << ", first used with arity " << first << ", now seen with arity " << now
+                   << ".\n";
+  SafeExit(1);
+}
+
+[[noreturn]] void end_for_role(std::string_view name, std::string_view first,
+                               std::string_view now) {
+  standard_error() << name << ", first used as " << first << " predicate, now seen as " << now
+                   << " predicate.\n";
+  SafeExit(1);
+}
+
+}    // namespace
+
+std::uint32_t PredicateTable::enter(NameId name, std::uint32_t arity, Type type) {
+  const auto [predicate, is_new] = numbering_.enter(name);
+  if (is_new) {
+    entries_.push_back({arity, type});
+  } else {
+    check(predicate, arity, type);
+  }
+  return predicate;
+}
+
+void PredicateTable::check(std::uint32_t predicate, std::uint32_t arity, Type type) {
+  Entry& entry = entries_[predicate];
+  const bool is_undecided = entry.type == Type::kUnknown;
+  if (arity == entry.arity && (type == Type::kUnknown || type == entry.type || is_undecided)) {
+    if (is_undecided) entry.type = type;
+    return;
+  }
+  if (type == Type::kBuiltin) return;
+  const std::string_view shown = getNameWithoutPrefix(name(predicate));
+  if (arity != entry.arity && OptionArityCheck()) end_for_arity(shown, entry.arity, arity);
+  if (entry.type == Type::kEdb && type == Type::kIdb) end_for_role(shown, "EDB", "IDB");
+  if (entry.type == Type::kIdb && type == Type::kEdb) end_for_role(shown, "IDB", "EDB");
+}
+
+std::uint32_t PredicateTable::enter_invocation(NameId name, std::uint32_t arity,
+                                               std::string_view template_name) {
+  const auto [predicate, is_new] = numbering_.enter(name);
+  if (is_new) {
+    entries_.push_back({arity, Type::kInvocation});
+    return predicate;
+  }
+  Entry& entry = entries_[predicate];
+  const bool is_invocation = entry.type == Type::kInvocation;
+  if (arity != entry.arity && is_invocation) end_for_arity(template_name, entry.arity, arity);
+  if (arity != entry.arity || !(is_invocation || entry.type == Type::kUnknown)) SafeExit(1);
+  entry.type = Type::kInvocation;
+  return predicate;
+}
+
+bool PredicateTable::contains(std::string_view name) const {
+  return find(name).has_value();
+}
+
+std::optional<std::uint32_t> PredicateTable::find(std::string_view name) const {
+  const std::optional<NameId> id = names().find(name);
+  if (!id) return std::nullopt;
+  return numbering_.find(*id);
+}
+
+void PredicateTable::clear() {
+  numbering_.clear();
+  entries_.clear();
+}
+
+bool OptionArityCheck() {
+  return arity_check();
+}
+
+void set_arity_check(bool is_on) {
+  arity_check() = is_on;
+}
+
+std::set<std::uint32_t>& NegativeAtoms() {
+  static std::set<std::uint32_t> predicates;
+  return predicates;
+}
+
+void register_builtins() {
+  for (std::size_t code = 0; code < kBuiltinCount; ++code) {
+    ATOMT::Predicates().enter(names().intern(builtin_name[code]), builtin_arity[code],
+                              Type::kBuiltin);
+  }
+}
+
+void reset_predicates() {
+  ATOMT::Predicates().clear();
+  NegativeAtoms().clear();
+  set_arity_check(false);
+}
+
+}    // namespace zarel

@@ -1,0 +1,181 @@
+#include "model/printer.h"
+
+#include <charconv>
+
+namespace zarel {
+namespace {
+
+template <class Integer>
+void append_number(std::string& out, Integer number) {
+  char digits[16];
+  const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+  out.append(digits, end);
+}
+
+void append_comparison(std::string& out, const AGGREGATEPREDT& aggregate,
+                       const AggregateGuard& guard) {
+  out += aggregate.is_equality ? " = " : guard.is_inclusive ? " <= " : " < ";
+}
+
+// Guards that are neither variable nor integer write nothing; their comparison still stands.
+void append_guard_term(std::string& out, const TERMT& term) {
+  if (term.is_variable() || term.kind == TermKind::kInteger) append_text(out, term);
+}
+
+void append_text(std::string& out, const AGGREGATEPREDT& aggregate) {
+  if (aggregate.has_lower) {
+    append_guard_term(out, aggregate.lower.term);
+    append_comparison(out, aggregate, aggregate.lower);
+  }
+  out += kAggregateNames[static_cast<std::size_t>(aggregate.function)];
+  out += '{';
+  append_list(out, aggregate.terms.elements(), ",");
+  out += ':';
+  append_list(out, aggregate.body.elements(), ", ");
+  out += '}';
+  if (aggregate.has_upper) {
+    append_comparison(out, aggregate, aggregate.upper);
+    append_guard_term(out, aggregate.upper.term);
+  }
+}
+
+void append_text(std::string& out, const InvocationPayload& invocation) {
+  out += names().spelling(invocation.name);
+  out += '[';
+  append_list(out, invocation.actuals.elements(), ", ");
+  out += "] (";
+  append_list(out, invocation.terms.elements(), ",");
+  out += ')';
+}
+
+void append_text(std::string& out, const EXTERNAL_ATOM& external) {
+  out.append("&").append(names().spelling(external.name)).append("[");
+  append_list(out, external.bracketed.elements(), ",");
+  out += "](";
+  append_list(out, external.terms.elements(), ",");
+  out += ')';
+}
+
+void append_text(std::string& out, const Rule& rule) {
+  append_list(out, rule.head(), " v ");
+  if (!rule.body().empty()) {
+    out += " :- ";
+    append_list(out, rule.body(), ", ");
+  }
+  out += '.';
+}
+
+void append_text(std::string& out, const Constraint& constraint) {
+  out += ":- ";
+  append_list(out, constraint.body(), ", ");
+  out += '.';
+}
+
+void append_weight(std::string& out, const TERMT& weight) {
+  if (weight.kind == TermKind::kAbsent) return;
+  if (weight.is_variable()) {
+    append_text(out, weight);
+  } else {
+    append_number(out, weight.index() / kWeightScale);
+  }
+}
+
+void append_text(std::string& out, const WeakConstraint& weak) {
+  out += ":~ ";
+  append_list(out, weak.body(), ", ");
+  out += ". ";
+  if (weak.weight().kind == TermKind::kAbsent && weak.level().kind == TermKind::kAbsent) return;
+  out += '[';
+  append_weight(out, weak.weight());
+  out += ':';
+  append_text(out, weak.level());
+  out += ']';
+}
+
+struct ClauseText {
+  std::string& out;
+
+  void operator()(const TERMT& maxint) const {
+    out += "#maxint = ";
+    append_text(out, maxint);
+    out += '.';
+  }
+  template <class Clause>
+  void operator()(const Clause& clause) const {
+    append_text(out, clause);
+  }
+};
+
+}    // namespace
+
+void append_text(std::string& out, const TERMT& term) {
+  switch (term.kind) {
+    case TermKind::kVariable:
+    case TermKind::kFunctionTerm:
+      out += getVariableName(term.index());
+      break;
+    case TermKind::kConstant:
+      out += names().spelling(TERMT::Constants().name(term.index()));
+      break;
+    case TermKind::kInteger:
+      append_number(out, term.value);
+      break;
+    case TermKind::kAbsent:
+      break;
+    case TermKind::kAsterisk:
+      out += '*';
+      break;
+    case TermKind::kAnonymous:
+      out += '_';
+      break;
+    case TermKind::kDollar:
+      out += '$';
+      break;
+  }
+}
+
+void append_text(std::string& out, const ATOMT& atom) {
+  switch (atom.payload()) {
+    case ATOMT::Payload::kAggregate:
+      return append_text(out, atom.aggregate());
+    case ATOMT::Payload::kInvocation:
+      return append_text(out, atom.invocation());
+    case ATOMT::Payload::kExternal:
+      return append_text(out, atom.external_atom());
+    case ATOMT::Payload::kTerms:
+      break;
+  }
+  out += ATOMT::Predicates().name(atom.predicate());
+  const std::span<const TERMT> terms = atom.terms();
+  if (terms.empty()) return;
+  out += '(';
+  append_list(out, terms, ",");
+  out += ')';
+}
+
+void append_text(std::string& out, const Literal& literal) {
+  if (literal.is_negated) out += "not ";
+  append_text(out, literal.atom);
+}
+
+void append_text(std::string& out, const CLAUSET& clause) {
+  std::visit(ClauseText{out}, clause.payload());
+}
+
+void append_text(std::string& out, const FORMALPRED& formal) {
+  out.append(formal.name).append("(").append(std::to_string(formal.arity)).append(")");
+}
+
+std::ostream& operator<<(std::ostream& out, const ATOMT& atom) {
+  std::string text;
+  append_text(text, atom);
+  return out << text;
+}
+
+std::ostream& operator<<(std::ostream& out, const CLAUSET& clause) {
+  std::string text;
+  append_text(text, clause);
+  return out << text;
+}
+
+}    // namespace zarel

@@ -1,0 +1,10 @@
+#include "model/program_storage.h"
+
+namespace zarel {
+
+ProgramStorage& program_storage() {
+  static ProgramStorage storage;
+  return storage;
+}
+
+}    // namespace zarel

@@ -1,0 +1,79 @@
+#pragma once
+// program_storage.h - the memory in which the program's clauses live.
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <memory_resource>
+#include <span>
+#include <type_traits>
+
+namespace zarel {
+
+// Note [program storage]
+// A program of a million facts is a million small lists. They are made once, while the program is
+// read or rewritten, and live until the run ends; so they stand one behind the other in blocks that
+// are given back as a whole. What is stored here is trivially destructible: no destructor is ever
+// called.
+
+// A list of fixed length in the program's storage; the handle is one pointer wide. A default-made
+// handle ({}) is the empty list. Copies of the handle look at the same elements.
+template <class T>
+class StoredList {
+ public:
+  std::size_t size() const { return block_ == nullptr ? 0 : block_->size; }
+  bool is_empty() const { return block_ == nullptr; }
+  std::span<T> elements() const { return {block_ == nullptr ? nullptr : first(), size()}; }
+
+ private:
+  friend class ProgramStorage;
+  struct alignas(alignof(T) > alignof(std::uint32_t) ? alignof(T) : alignof(std::uint32_t)) Block {
+    std::uint32_t size;
+  };
+
+  T* first() const { return reinterpret_cast<T*>(block_ + 1); }
+
+  Block* block_;
+};
+
+class ProgramStorage {
+ public:
+  // A copy of the elements; the empty handle for none.
+  template <class T>
+  StoredList<std::remove_const_t<T>> store(std::span<T> elements) {
+    using Element = std::remove_const_t<T>;
+    StoredList<Element> list = make_list<Element>(elements.size());
+    std::uninitialized_copy(elements.begin(), elements.end(), list.elements().begin());
+    return list;
+  }
+
+  // A list of that many elements whose values are for the caller to set.
+  template <class T>
+  StoredList<T> make_list(std::size_t size) {
+    static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
+    using Block = typename StoredList<T>::Block;
+    StoredList<T> list{};
+    if (size == 0) return list;
+    void* const memory = blocks_.allocate(sizeof(Block) + size * sizeof(T), alignof(Block));
+    list.block_ = ::new (memory) Block{static_cast<std::uint32_t>(size)};
+    return list;
+  }
+
+  // A stored copy of one value.
+  template <class T>
+  T* store_value(const T& value) {
+    static_assert(std::is_trivially_destructible_v<T>);
+    return ::new (blocks_.allocate(sizeof(T), alignof(T))) T(value);
+  }
+
+  void clear() { blocks_.release(); }    // every handle and pointer given out dies with it
+
+ private:
+  static constexpr std::size_t kFirstBlock = 64 * 1024;    // bytes; later ones grow
+  std::pmr::monotonic_buffer_resource blocks_{kFirstBlock};
+};
+
+// The storage of this process's program. See Note [program storage].
+ProgramStorage& program_storage();
+
+}    // namespace zarel

@@ -1,0 +1,147 @@
+#include "model/safety.h"
+
+#include <algorithm>
+#include <ostream>
+#include <unordered_set>
+
+#include "driver/diagnostics.h"
+#include "model/names.h"
+
+namespace zarel {
+namespace {
+
+bool is_equality_builtin(const ATOMT& atom) {
+  return atom.predicate() == static_cast<std::uint32_t>(BUILTIN::kEqual);
+}
+
+bool is_binding(const Literal& literal) {
+  if (literal.is_negated) return false;
+  return literal.atom.is_aggregate() ? literal.atom.aggregate().is_equality
+                                     : !is_comparison(literal.atom.predicate());
+}
+
+bool is_value(const TERMT& term) {
+  return term.kind == TermKind::kConstant || term.kind == TermKind::kInteger;
+}
+
+// Calls `use` with every term that the literal binds. An "==" does it whether or not "not" stands
+// before it.
+template <class Use>
+void for_each_bound_term(const Literal& literal, Use use) {
+  if (is_binding(literal)) {
+    if (literal.atom.is_aggregate()) {
+      use(literal.atom.aggregate().lower.term);
+    } else {
+      for (const TERMT& term : literal.atom.terms()) use(term);
+    }
+  } else if (is_equality_builtin(literal.atom) && literal.atom.terms().size() == 2) {
+    const std::span<const TERMT> terms = literal.atom.terms();
+    if (is_value(terms[1])) use(terms[0]);
+    if (is_value(terms[0])) use(terms[1]);
+  }
+}
+
+// The variables that the literals of a body bind, collected once so that a check is linear in the
+// body.
+class BoundVariables {
+ public:
+  explicit BoundVariables(std::span<const Literal> body) { add(body); }
+
+  void add(std::span<const Literal> body) {
+    for (const Literal& literal : body) {
+      for_each_bound_term(literal, [this](const TERMT& term) {
+        if (term.is_variable()) bound_.insert(term.index());
+      });
+    }
+  }
+
+  // True for everything that is no variable.
+  bool covers(const TERMT& term) const {
+    return !term.is_variable() || bound_.count(term.index()) != 0;
+  }
+
+  bool cover(std::span<const TERMT> terms) const {
+    return std::all_of(terms.begin(), terms.end(),
+                       [this](const TERMT& term) { return covers(term); });
+  }
+
+ private:
+  std::unordered_set<std::uint32_t> bound_;
+};
+
+bool is_safe_aggregate(const AGGREGATEPREDT& aggregate, const BoundVariables& outside) {
+  if (!outside.covers(aggregate.lower.term) || !outside.covers(aggregate.upper.term)) return false;
+  const std::span<const Literal> body = aggregate.body.elements();
+  const BoundVariables inside(body);
+  return std::all_of(body.begin(), body.end(), [&](const Literal& literal) {
+    if (is_binding(literal)) return true;
+    const std::span<const TERMT> terms = literal.atom.terms();
+    return std::all_of(terms.begin(), terms.end(), [&](const TERMT& term) {
+      return outside.covers(term) || inside.covers(term);
+    });
+  });
+}
+
+bool is_safe_body(std::span<const Literal> body, const BoundVariables& bound) {
+  return std::all_of(body.begin(), body.end(), [&](const Literal& literal) {
+    if (is_binding(literal)) return true;
+    return literal.atom.is_aggregate() ? is_safe_aggregate(literal.atom.aggregate(), bound)
+                                       : bound.cover(literal.atom.terms());
+  });
+}
+
+}    // namespace
+
+bool Saves(const Body& body, const TERMT& variable) {
+  for (std::size_t i = 0; i < body.size(); ++i) {
+    bool is_bound = false;
+    for_each_bound_term(body[i],
+                        [&](const TERMT& term) { is_bound = is_bound || term == variable; });
+    if (is_bound) return true;
+  }
+  return false;
+}
+
+template <>
+bool Body::isSafe() const {
+  BoundVariables bound(positive_);
+  bound.add(negated_);
+  return is_safe_body(positive_, bound) && is_safe_body(negated_, bound);
+}
+
+template <>
+bool Rule::isSafe() const {
+  const BoundVariables bound(body());
+  const std::span<const ATOMT> atoms = head();
+  const bool is_head_safe = std::all_of(
+      atoms.begin(), atoms.end(), [&](const ATOMT& atom) { return bound.cover(atom.terms()); });
+  return is_head_safe && is_safe_body(body(), bound);
+}
+
+void control_of_arity(const ATOMT& atom) {
+  const std::string_view name = getNameWithoutPrefix(ATOMT::Predicates().name(atom.predicate()));
+  const auto known = ATOMT::Predicates().find(name);
+  const std::size_t arity = atom.terms().size();
+  if (!known || ATOMT::Predicates().arity(*known) == arity) return;
+  standard_error() << name << " is a global predicate first used with arity "
+                   << ATOMT::Predicates().arity(*known) << ", now seen with arity " << arity
+                   << ".\n";
+  SafeExit(1);
+}
+
+int nAsterisk(const ATOMT& atom) {
+  const std::span<const TERMT> terms = atom.terms();
+  return static_cast<int>(std::count_if(terms.begin(), terms.end(), [](const TERMT& term) {
+    return term.kind == TermKind::kAsterisk;
+  }));
+}
+
+bool existVarGroup(const ATOMT& atom) {
+  const std::span<const TERMT> terms = atom.terms();
+  return std::any_of(terms.begin(), terms.end(), [](const TERMT& term) {
+    return term.kind != TermKind::kAsterisk && term.kind != TermKind::kAnonymous &&
+           term.kind != TermKind::kDollar;
+  });
+}
+
+}    // namespace zarel

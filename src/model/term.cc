@@ -1,0 +1,150 @@
+#include "model/term.h"
+
+#include <unordered_set>
+
+#include "driver/diagnostics.h"
+#include "model/function_term_table.h"
+
+namespace zarel {
+namespace {
+
+bool begins_variable(std::string_view text) {
+  return !text.empty() && text[0] >= 'A' && text[0] <= 'Z';
+}
+
+}    // namespace
+
+NameNumbering& TERMT::Constants() {
+  static NameNumbering table;
+  return table;
+}
+
+TERMT TERMT::constant(NameId name) {
+  return {TermKind::kConstant, static_cast<std::int32_t>(Constants().enter(name).number)};
+}
+
+TERMT TERMT::anonymous() {
+  return {TermKind::kAnonymous, static_cast<std::int32_t>(LocalVariables().fresh_number())};
+}
+
+std::uint32_t VariableNumbering::number_of(NameId name) {
+  const std::uint32_t index = to_index(name);
+  if (index >= slots_.size()) slots_.resize(std::size_t{index} + 1, {0, 0});
+  Slot& slot = slots_[index];
+  if (slot.epoch != epoch_) slot = {epoch_, next_++};
+  return slot.number;
+}
+
+void VariableNumbering::reset() {
+  ++epoch_;
+  next_ = 0;
+}
+
+void VariableRegistry::enter(NameId name, std::uint32_t number) {
+  if (!registered_.enter(name).is_new) return;
+  if (number >= first_name_.size()) first_name_.resize(std::size_t{number} + 1, 0);
+  if (first_name_[number] == 0) first_name_[number] = to_index(name) + 1;
+}
+
+std::optional<NameId> VariableRegistry::name_of(std::uint32_t number) const {
+  if (number >= first_name_.size() || first_name_[number] == 0) return std::nullopt;
+  return NameId{first_name_[number] - 1};
+}
+
+void VariableRegistry::clear() {
+  registered_.clear();
+  first_name_.clear();
+}
+
+VariableNumbering& LocalVariables() {
+  static VariableNumbering numbering;
+  return numbering;
+}
+
+VariableRegistry& Variables() {
+  static VariableRegistry registry;
+  return registry;
+}
+
+TERMT newTERMT(std::string_view text) {
+  return newTERMT(names().intern(text));
+}
+
+TERMT newTERMT(NameId name) {
+  if (!begins_variable(names().spelling(name))) return TERMT::constant(name);
+  const std::uint32_t number = LocalVariables().number_of(name);
+  Variables().enter(name, number);
+  return TERMT::variable(number);
+}
+
+std::vector<TERMT> newTERMTS(const TERMT& a, const TERMT* b, const TERMT* c) {
+  std::vector<TERMT> terms{a};
+  if (b != nullptr) terms.push_back(*b);
+  if (c != nullptr) terms.push_back(*c);
+  return terms;
+}
+
+std::string_view getVariableName(std::uint32_t number) {
+  const std::optional<NameId> name = Variables().name_of(number);
+  if (!name) SafeExit(1);
+  return names().spelling(*name);
+}
+
+std::vector<TERMT> getTerms(std::span<const TERMT> actual, std::span<const TERMT> pattern) {
+  std::vector<TERMT> merged;
+  auto next = actual.begin();
+  for (const TERMT& term : pattern) {
+    if (term.kind == TermKind::kDollar) continue;
+    if (term.kind != TermKind::kAsterisk) {
+      merged.push_back(term);
+    } else if (next != actual.end()) {
+      merged.push_back(*next++);
+    }
+  }
+  merged.insert(merged.end(), next, actual.end());
+  return merged;
+}
+
+// A loop with a stack of its own: terms may be nested deeper than the call stack stands.
+void variablesInFunctionTerm(std::vector<TERMT>& out, const TERMT& f) {
+  std::vector<TERMT> open{f};
+  while (!open.empty()) {
+    const TERMT term = open.back();
+    open.pop_back();
+    if (term.is_variable()) out.push_back(term);
+    if (term.kind != TermKind::kFunctionTerm) continue;
+    const FTERM* const function = FTermTable().find(term.index());
+    if (function != nullptr)
+      open.insert(open.end(), function->arguments.rbegin(), function->arguments.rend());
+  }
+}
+
+std::string getNameTerm(std::span<const TERMT> terms, int start) {
+  std::unordered_set<std::string_view> taken;
+  for (const TERMT& term : terms) {
+    if (term.is_variable()) taken.insert(getVariableName(term.index()));
+  }
+  std::string name;
+  do {
+    name = "Var" + std::to_string(start++);
+  } while (taken.count(name) != 0);
+  return name;
+}
+
+std::string getNewName(int n, const TERMT& term) {
+  std::string name = term.is_variable() ? std::string(getVariableName(term.index())) : "C_const_";
+  return name += std::to_string(n);
+}
+
+std::pair<TERMT, bool> standardizeGuard(const TERMT& term, bool is_inclusive) {
+  return {term, is_inclusive};
+}
+
+void reset_term_tables() {
+  TERMT::Constants().clear();
+  LocalVariables() = VariableNumbering{};
+  Variables().clear();
+  FTermTable().clear();
+}
+
+}    // namespace zarel

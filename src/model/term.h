@@ -1,0 +1,119 @@
+#pragma once
+// term.h - terms, and the process-wide tables of constants and variables that they point into.
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "model/name_table.h"
+
+namespace zarel {
+
+enum class TermKind : std::uint32_t {
+  kVariable = 0,        // value: the variable's number
+  kConstant = 1,        // value: the index in TERMT::Constants
+  kInteger = 2,         // value: the number itself
+  kAbsent = 3,          // a term that was not written; prints as nothing
+  kAsterisk = 4,        // the "*" marker of argument patterns
+  kAnonymous = 5,       // "_"; value: a number of its own, so that no two are equal
+  kDollar = 6,          // the "$" marker of argument patterns
+  kFunctionTerm = 7,    // value: the key in the function-term table, which is a variable number too
+};
+
+struct TERMT {
+  TermKind kind;
+  std::int32_t value;
+
+  std::uint32_t index() const { return static_cast<std::uint32_t>(value); }
+  bool is_variable() const { return kind == TermKind::kVariable; }
+
+  // Constants of the run, numbered in first-seen order.
+  static NameNumbering& Constants();
+
+  static TERMT variable(std::uint32_t number) {
+    return {TermKind::kVariable, static_cast<std::int32_t>(number)};
+  }
+  static TERMT constant(NameId name);    // enters the name when it is new
+  static TERMT integer(std::int32_t value) { return {TermKind::kInteger, value}; }
+  static TERMT absent() { return {TermKind::kAbsent, 0}; }
+  static TERMT asterisk() { return {TermKind::kAsterisk, 0}; }
+  static TERMT dollar() { return {TermKind::kDollar, 1}; }
+  static TERMT anonymous();    // takes a fresh variable number
+};
+
+// Equal kinds and, unless the term is absent, equal values.
+inline bool operator==(const TERMT& a, const TERMT& b) {
+  return a.kind == b.kind && (a.kind == TermKind::kAbsent || a.value == b.value);
+}
+
+// The numbers that variable names have now. A query's end forgets the names and starts again at 0;
+// older clauses keep the numbers that they were built with (see getVariableName).
+class VariableNumbering {
+ public:
+  std::uint32_t number_of(NameId name);               // a new name takes the next number
+  std::uint32_t fresh_number() { return next_++; }    // a number that no name has
+  void reset();
+
+ private:
+  struct Slot {
+    std::uint32_t epoch;
+    std::uint32_t number;
+  };
+  std::vector<Slot> slots_;    // by name id; valid only when of the current epoch
+  std::uint32_t epoch_ = 1;    // so that a reset costs nothing, however many names there are
+  std::uint32_t next_ = 0;
+};
+
+// Every variable name of the run with the number that it had when it was first registered.
+class VariableRegistry {
+ public:
+  void enter(NameId name, std::uint32_t number);    // a known name keeps its first number
+  // The earliest registered name that had this number; nothing when none had it.
+  std::optional<NameId> name_of(std::uint32_t number) const;
+  std::uint32_t size() const { return registered_.size(); }
+  void clear();
+
+ private:
+  NameNumbering registered_;
+  std::vector<std::uint32_t> first_name_;    // by number: name id + 1, 0 for none
+};
+
+VariableNumbering& LocalVariables();
+VariableRegistry& Variables();
+
+// The term of a text: a variable when it begins with an upper-case letter, else a constant. Enters
+// it in the tables.
+TERMT newTERMT(std::string_view text);
+TERMT newTERMT(NameId name);
+
+// The argument list of a builtin: a, then b and c where they are given.
+std::vector<TERMT> newTERMTS(const TERMT& a, const TERMT* b, const TERMT* c);
+
+// The name under which a variable prints: the earliest registered name that had its number. Ends
+// the run with status 1, without a word, when no name had it.
+std::string_view getVariableName(std::uint32_t number);
+
+// The pattern with every "*" replaced by the next actual term and every "$" dropped, and then the
+// actual terms left over. A "*" that finds no actual term left is dropped.
+std::vector<TERMT> getTerms(std::span<const TERMT> actual, std::span<const TERMT> pattern);
+
+// Appends the variables inside the function term f, at any depth, in order, repeats kept.
+void variablesInFunctionTerm(std::vector<TERMT>& out, const TERMT& f);
+
+// The first of Var<start>, Var<start+1>, ... that is not the printed name of a variable among the
+// terms.
+std::string getNameTerm(std::span<const TERMT> terms, int start);
+
+// A name made from a term: the variable's name and n, or "C_const_" and n for any other term.
+std::string getNewName(int n, const TERMT& term);
+
+// A guard as newAggregate takes it: the term, and whether the guard is inclusive.
+std::pair<TERMT, bool> standardizeGuard(const TERMT& term, bool is_inclusive);
+
+void reset_term_tables();
+
+}    // namespace zarel
