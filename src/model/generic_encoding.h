@@ -10,11 +10,11 @@ namespace zarel {
 // space's own name.
 inline constexpr std::string_view kFrameMarker = "Flogic";
 
-// The relations of frame statements.
-inline constexpr std::string_view kValueOf =
-    "valueOf";    // subject, attribute[, value, quoted arrow]
-inline constexpr std::string_view kInstanceOf = "instanceOf";    // subject, class
-inline constexpr std::string_view kSubClassOf = "subClassOf";    // subject, class
+// The relations of frame statements: of a subject, an attribute and maybe a value with its quoted
+// arrow; of a subject and its class.
+inline constexpr std::string_view kValueOf = "valueOf";
+inline constexpr std::string_view kInstanceOf = "instanceOf";
+inline constexpr std::string_view kSubClassOf = "subClassOf";
 
 // Generic predicates are this followed by their number of arguments without the first, the
 // relation.
@@ -22,8 +22,8 @@ inline constexpr std::string_view kGenericStem = "a_";
 // The predicate of a frame statement without a value.
 inline constexpr std::string_view kValuelessPredicate = "a_3";
 
-inline constexpr std::string_view kDefaultSpace =
-    "default";    // the frame space of what names none
-inline constexpr std::string_view kServiceSpace = "service";    // atoms in it are never shown
+// The frame space of what names none, and the one whose atoms are never shown.
+inline constexpr std::string_view kDefaultSpace = "default";
+inline constexpr std::string_view kServiceSpace = "service";
 
 }    // namespace zarel

@@ -1,0 +1,69 @@
+#include "output/answer_set_reader.h"
+
+#include <climits>
+#include <new>
+#include <stdexcept>
+
+#include "driver/diagnostics.h"
+#include "output/answer_set_builder.h"
+#include "output/parser_stacks.h"
+#include "output/scanner_input.h"
+#include "output_grammar.h"
+#include "output_scanner.h"
+
+namespace zarel {
+namespace {
+
+constexpr int kMemoryExhausted = 2;
+
+// Everything that one reading makes, gone at its end, whichever way it ends: the next one finds all
+// as new.
+class Reading {
+ public:
+  Reading() = default;
+  Reading(const Reading&) = delete;
+  Reading& operator=(const Reading&) = delete;
+  ~Reading() {
+    output_yylex_destroy();
+    parser_stacks().clear();
+    answer_set_builder().reset();
+  }
+
+  int run() {
+    int status = kMemoryExhausted;
+    try {
+      status = output_yyparse();
+    } catch (const std::bad_alloc&) {
+      output_yyerror("memory exhausted");
+    } catch (const std::length_error&) {
+      output_yyerror("memory exhausted");
+    }
+    answer_set_builder().print_completed();
+    return status;
+  }
+};
+
+}    // namespace
+
+int read_answer_sets(std::FILE* in) {
+  Reading reading;
+  output_yyrestart(in);
+  return reading.run();
+}
+
+int read_answer_sets(std::string_view text) {
+  constexpr std::size_t kEndMarks = 2;    // the scanner puts them behind the text
+  Reading reading;
+  if (text.size() > INT_MAX - kEndMarks) {
+    end_scanning("out of dynamic memory in yy_scan_bytes()");
+  }
+  output_yy_scan_bytes(text.data(), static_cast<int>(text.size()));
+  return reading.run();
+}
+
+void output_yyerror(std::string_view message) {
+  answer_set_builder().print_completed();
+  yyerror(message);
+}
+
+}    // namespace zarel

@@ -1,0 +1,24 @@
+#pragma once
+// answer_set_reader.h - reads the solver's output and prints it in the user's words.
+
+#include <cstdio>
+#include <string_view>
+
+namespace zarel {
+
+// Reads answer sets, lists of terms and best-model blocks until the end of an open file or pipe of
+// which nothing was read through its buffer, and prints each to standard_output() once it is
+// complete, as display_settings() say. Advances report_state().parser_line by the lines read; the
+// caller sets it before. Returns 0; after a "syntax error" 1 and after "memory exhausted" 2,
+// reported with output_yyerror, what was complete before having been printed. A failure of the
+// scanner prints its line and throws the run's end with status 2.
+int read_answer_sets(std::FILE* in);
+
+// The same for text in memory.
+int read_answer_sets(std::string_view text);
+
+// Prints what is complete, then reports the message with yyerror, which adds the place. Counts
+// nothing.
+void output_yyerror(std::string_view message);
+
+}    // namespace zarel

@@ -1,0 +1,95 @@
+// grammar.y - the solver's output: answer sets, lists of terms, best models.
+
+%require "3.8"
+%define api.prefix {output_yy}
+%define api.token.prefix {TOKEN_}
+%define api.value.type {zarel::TextRange}
+
+%code requires {
+#include "output/item_text.h"
+}
+
+%code {
+#include "output/answer_set_builder.h"
+#include "output/answer_set_reader.h"
+#include "output/parser_stacks.h"
+
+// The deepest stack. A nested function term takes two to four entries of it, so terms nested two million deep are read,
+// deeper ones are refused with "memory exhausted".
+#define YYMAXDEPTH 8000000
+#define YYMALLOC zarel::parser_stacks().allocate
+#define YYFREE zarel::parser_stacks().release
+
+int output_yylex();
+using zarel::output_yyerror;
+static zarel::AnswerSetBuilder& build = zarel::answer_set_builder();
+}
+
+%token WORD 258 QUOTED 259 CAPITAL 260
+%token LINE_END 261
+%token COMMA 262 ","  OPEN 263 "("  CLOSE 264 ")"
+%token OPEN_BRACKET 265 "["  CLOSE_BRACKET 266 "]"
+%token OPEN_BRACE 267 "{"  CLOSE_BRACE 268 "}"
+%token MINUS 269 "-"  COLON 270 ":"  LESS 271 "<"  GREATER 272 ">"
+
+%%
+
+start
+  : items
+  ;
+items
+  : %empty
+  | items item
+  ;
+item
+  : answer_set  { build.print_answer_set(); }
+  | terms       { build.print_terms($1); }
+  | CAPITAL[title] WORD[subject] ":" answer_set
+    CAPITAL[cost] "(" "[" CAPITAL[weight_name] ":" CAPITAL[level_name] "]" ")" ":"
+    "<" "[" WORD[weight] ":" WORD[level] "]" ">"
+    { build.print_best_model({$title, $subject, $cost, $weight_name, $level_name, $weight, $level}); }
+  ;
+answer_set
+  : open_brace "}"        { build.end_answer_set(); }
+  | open_brace atoms "}"  { build.end_answer_set(); }
+  ;
+open_brace
+  : "{"  { build.begin_answer_set(); }
+  ;
+atoms
+  : signed_atom
+  | atoms ","[comma] signed_atom  { build.drop_comma($comma); }
+  ;
+signed_atom
+  : atom
+  | "-" { build.set_negativeAtom(true); } atom  { build.set_negativeAtom(false); }
+  ;
+atom
+  : WORD[word] "(" first[relation] "," second[space] ")"[close]
+    { build.add_short_atom($word, $relation, $space, $close); }
+  | WORD[word] "(" first[relation] "," second[space] "," terms[arguments] ")"[close]
+    { build.add_atom({$word, $relation, $space, $arguments, $close}); }
+  ;
+// A phrase of several tokens is one range from the first to the last, for their texts stand side by side.
+terms
+  : term
+  | terms[front] "," term[last]  { $$ = {$front.begin, $last.end}; }
+  ;
+term
+  : WORD
+  | QUOTED
+  | function_term
+  ;
+function_term
+  : WORD[name] "(" terms ")"[close]  { $$ = {$name.begin, $close.end}; }
+  ;
+first
+  : WORD
+  | QUOTED
+  | function_term
+  ;
+second
+  : WORD
+  | QUOTED
+  | function_term
+  ;

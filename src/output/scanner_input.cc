@@ -1,0 +1,59 @@
+#include "output/scanner_input.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <ostream>
+#include <string>
+#include <unistd.h>
+
+#include "driver/diagnostics.h"
+#include "output/answer_set_builder.h"
+
+namespace zarel {
+namespace {
+
+// The scanner looks at an unfinished token from its beginning whenever it gets more of it. A token
+// that is longer than this gets at least as much again each time, else reading it from a pipe would
+// take quadratic time.
+constexpr int kLongToken = 64 * 1024;
+
+int read_some(std::FILE* in, char* into, int room) {
+  ssize_t count = -1;
+  do {
+    count = ::read(fileno(in), into, static_cast<std::size_t>(room));
+  } while (count < 0 && errno == EINTR);
+  if (count < 0) end_scanning("input in flex scanner failed");
+  return static_cast<int>(count);
+}
+
+// The generator names its functions without their prefix. Its messages carry the names that callers
+// know, except for the one function that is not theirs to call.
+std::string with_established_names(std::string text) {
+  const std::size_t name = text.find(" in yy");
+  if (name != std::string::npos && text.find("yy_get_next_buffer") == std::string::npos) {
+    text.insert(name + 4, "output_");
+  }
+  return text;
+}
+
+}    // namespace
+
+int read_piece(std::FILE* in, char* into, int room, int held) {
+  answer_set_builder().print_completed();
+  const int wanted = held > kLongToken ? std::min(held, room) : 1;
+  int total = 0;
+  while (total < wanted) {
+    const int count = read_some(in, into + total, room - total);
+    if (count == 0) break;
+    total += count;
+  }
+  return total;
+}
+
+void end_scanning(const char* message) {
+  answer_set_builder().print_completed();
+  standard_error() << with_established_names(message) << '\n' << std::flush;
+  SafeExit(2);
+}
+
+}    // namespace zarel

@@ -1,0 +1,17 @@
+#pragma once
+// scanner_input.h - what the generated scanner calls to read on, and to give up.
+
+#include <cstdio>
+
+namespace zarel {
+
+// Reads what is there, waiting only when there is nothing, into `room` bytes at `into`; completed
+// items are printed before. `held` is the length of the unfinished token in front of `into`.
+// Returns the number of bytes, 0 at the end of the input. A failed read ends the run.
+int read_piece(std::FILE* in, char* into, int room, int held);
+
+// Prints what is complete, then the message as a line on standard_error(), and ends the run with
+// status 2.
+[[noreturn]] void end_scanning(const char* message);
+
+}    // namespace zarel

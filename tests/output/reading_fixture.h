@@ -1,0 +1,70 @@
+#pragma once
+// reading_fixture.h - text in, printed text and messages out.
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <initializer_list>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+#include "driver/diagnostics.h"
+#include "model/namespaces.h"
+#include "output/answer_set_reader.h"
+#include "output/display_settings.h"
+
+namespace zarel {
+
+inline constexpr std::string_view kSyntaxError = "line 1: syntax error.\n";
+
+// All process-wide state as new, results and messages caught.
+template <typename Base>
+class ReadingTest : public Base {
+ protected:
+  ReadingTest() {
+    reset_report_state();
+    reset_display_settings();
+    reset_namespaces();
+    report_state().ParserStateInternal = false;
+    report_state().parser_line = 1;
+    report_state().output = &output_;
+    report_state().errors = &errors_;
+  }
+  ~ReadingTest() override { reset_report_state(); }
+
+  // Everything that reading the text prints, the messages last.
+  std::string read(std::string_view text) {
+    status_ = read_answer_sets(text);
+    return output_.str() + errors_.str();
+  }
+
+  int status_ = -1;
+  std::ostringstream output_, errors_;
+};
+
+// A text, how it is to be shown, and what is printed. One test takes them all, wherever they stand.
+struct Case {
+  std::string_view name, input, output;
+  void (*prepare)() = [] {};
+  friend void PrintTo(const Case& test, std::ostream* out) { *out << test.name; }
+};
+class Reader : public ReadingTest<testing::TestWithParam<Case>> {};
+
+inline std::string case_name(const testing::TestParamInfo<Case>& test) {
+  return std::string(test.param.name);
+}
+
+inline std::string repeated(std::string_view text, std::size_t count) {
+  std::string all;
+  all.reserve(text.size() * count);
+  for (std::size_t i = 0; i < count; ++i) all += text;
+  return all;
+}
+
+inline std::string joined(std::initializer_list<std::string_view> pieces) {
+  std::string all;
+  for (const std::string_view piece : pieces) all += piece;
+  return all;
+}
+
+}    // namespace zarel
