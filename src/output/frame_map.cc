@@ -44,7 +44,7 @@ std::string_view FrameMap::key_of(const Object& object) const {
   return text_of(object.name.begin, object.key_end);
 }
 
-FrameMap::Position FrameMap::find_or_add_object(const FrameStatement& statement) {
+FrameMap::Position FrameMap::find_or_add_object(const AttributeStatement& statement) {
   Object object{};
   object.name = store(statement.object);
   object.key_end = store(statement.suffix).end;
@@ -62,7 +62,7 @@ FrameMap::Position FrameMap::find_or_add_object(const FrameStatement& statement)
   return position;
 }
 
-FrameMap::FRAMETRIPLE FrameMap::stored_triple(const FrameStatement& statement) {
+FrameMap::FRAMETRIPLE FrameMap::stored_triple(const AttributeStatement& statement) {
   FRAMETRIPLE triple{};
   triple.object = find_or_add_object(statement);
   const Position begin = store(statement.negated ? "-" : "").begin;
@@ -88,7 +88,7 @@ FrameMap::Position FrameMap::find_equal(const FRAMETRIPLE& triple, std::uint32_t
   });
 }
 
-void FrameMap::add_value(const FrameStatement& statement) {
+void FrameMap::add_value(const AttributeStatement& statement) {
   const FRAMETRIPLE triple = stored_triple(statement);
   const std::uint32_t hash = hash_of(triple);
   const Position known = find_equal(triple, hash);
@@ -103,7 +103,7 @@ void FrameMap::add_value(const FrameStatement& statement) {
   triples_[known].last_value = value;
 }
 
-void FrameMap::add_valueless(const FrameStatement& statement) {
+void FrameMap::add_valueless(const AttributeStatement& statement) {
   const FRAMETRIPLE triple = stored_triple(statement);
   const std::uint32_t hash = hash_of(triple);
   if (find_equal(triple, hash) == kNone) {

@@ -13,7 +13,7 @@
 namespace zarel {
 
 // One statement about an object.
-struct FrameStatement {
+struct AttributeStatement {
   std::string_view object;
   std::string_view suffix;    // of its frame space: "@" and a name, or nothing
   std::string_view attribute;
@@ -32,11 +32,11 @@ class FrameMap {
  public:
   // Appends the value to the object's first attribute of this name, sign and arrow, making it when
   // there is none. Throws std::length_error when the texts of one answer set exceed 4 GB.
-  void add_value(const FrameStatement& statement);
+  void add_value(const AttributeStatement& statement);
 
   // Appends an attribute with an empty value to the object, even when there is an equal one.
   // Throws like add_value.
-  void add_valueless(const FrameStatement& statement);
+  void add_valueless(const AttributeStatement& statement);
 
   // Appends all objects to `out`, as o[a->v,b->{w,x}]@space, in the byte-wise order of object and
   // suffix.
@@ -71,8 +71,8 @@ class FrameMap {
   Range store(std::string_view text);
   std::string_view text_of(Position begin, Position end) const;
   std::string_view key_of(const Object& object) const;
-  Position find_or_add_object(const FrameStatement& statement);
-  FRAMETRIPLE stored_triple(const FrameStatement& statement);
+  Position find_or_add_object(const AttributeStatement& statement);
+  FRAMETRIPLE stored_triple(const AttributeStatement& statement);
   std::uint32_t hash_of(const FRAMETRIPLE& triple) const;
   Position find_equal(const FRAMETRIPLE& triple, std::uint32_t hash) const;
   void append_triple(FRAMETRIPLE triple, std::string_view value);
