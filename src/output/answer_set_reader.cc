@@ -5,8 +5,8 @@
 #include <stdexcept>
 
 #include "driver/diagnostics.h"
+#include "driver/parser_stacks.h"
 #include "output/answer_set_builder.h"
-#include "output/parser_stacks.h"
 #include "output/scanner_input.h"
 #include "output_grammar.h"
 #include "output_scanner.h"

@@ -12,7 +12,7 @@
 %code {
 #include "output/answer_set_builder.h"
 #include "output/answer_set_reader.h"
-#include "output/parser_stacks.h"
+#include "driver/parser_stacks.h"
 
 // The deepest stack. A nested function term takes two to four entries of it, so terms nested two million deep are read,
 // deeper ones are refused with "memory exhausted".

@@ -1,4 +1,4 @@
-#include "output/parser_stacks.h"
+#include "driver/parser_stacks.h"
 
 namespace zarel {
 

@@ -1,0 +1,77 @@
+#include "driver/intermediate_files.h"
+
+#include <string_view>
+#include <vector>
+
+#include "driver/diagnostics.h"
+#include "driver/program_text.h"
+#include "model/program.h"
+
+namespace zarel {
+namespace {
+
+[[noreturn]] void end_run(std::string_view message) {
+  standard_error() << message << '\n';
+  SafeExit(1);
+}
+
+[[noreturn]] void end_for_writing() {
+  end_run("Intermediate rewriting file could not be written.");
+}
+
+void close_written(std::ofstream& file) {
+  file.close();
+  if (!file) end_for_writing();
+}
+
+// Adds the last character a second time.
+void append_with_doubled_end(std::ofstream& out, std::ifstream& in) {
+  constexpr std::size_t kPiece = 64 * 1024;
+  std::vector<char> piece(kPiece);
+  char last = '\0';
+  bool is_empty = true;
+  while (in.read(piece.data(), kPiece), in.gcount() > 0) {
+    const auto length = static_cast<std::size_t>(in.gcount());
+    out.write(piece.data(), in.gcount());
+    last = piece[length - 1];
+    is_empty = false;
+  }
+  if (in.bad()) end_for_writing();
+  if (!is_empty) out.put(last);
+}
+
+// Without anything to say the legend may stay unwritten; a query or a generated clause may not.
+void write_legend() {
+  std::ofstream legend(kLegendName, std::ios::app | std::ios::binary);
+  if (!legend.is_open() && QUERIES().empty() && generated_clauses().empty()) return;
+  legend << '\n';
+  write_clauses(legend, generated_clauses());
+  write_queries(legend);
+  close_written(legend);
+}
+
+}    // namespace
+
+IntermediateFiles::IntermediateFiles()
+    : verbatim_(kSourceName, std::ios::trunc | std::ios::binary) {
+  const std::ofstream legend(kLegendName, std::ios::trunc | std::ios::binary);
+}
+
+void IntermediateFiles::begin_program() {
+  verbatim_.flush();
+  source_.open(kSourceName, std::ios::app | std::ios::binary);
+  if (!source_.is_open()) end_run("Intermediate rewriting file could not be opened.");
+  if (!verbatim_) end_for_writing();
+  for (const std::string& line : Includes()) source_ << line << '\n';
+}
+
+void IntermediateFiles::write_program() {
+  write_clauses(source_, written_clauses());
+  write_legend();
+  source_ << '\n';
+  std::ifstream legend(kLegendName, std::ios::binary);
+  append_with_doubled_end(source_, legend);
+  close_written(source_);
+}
+
+}    // namespace zarel

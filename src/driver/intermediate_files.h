@@ -1,0 +1,36 @@
+#pragma once
+// intermediate_files.h - ".source" and ".legend", which a run leaves in the working directory.
+
+#include <fstream>
+#include <string>
+
+namespace zarel {
+
+// ".source" holds, in this order: the verbatim sections, written while the input is read; the
+// include lines; the user's clauses; an empty line; all of ".legend" and its last character once
+// more. ".legend" holds the legend of template invocations, an empty line, the clauses of the
+// expansion, and the queries. A file that cannot be opened or written completely is reported and
+// ends the run with status 1.
+class IntermediateFiles {
+ public:
+  // Makes both files, empty.
+  IntermediateFiles();
+
+  std::ostream& verbatim() { return verbatim_; }
+
+  // Opens ".source" to add the program to it, and writes the include lines.
+  void begin_program();
+
+  // Writes the clauses and queries of the program to both files and joins them.
+  void write_program();
+
+ private:
+  std::ofstream verbatim_;
+  std::ofstream source_;
+};
+
+inline constexpr char kSourceName[] = ".source";
+inline constexpr char kLegendName[] = ".legend";
+inline constexpr char kOutputName[] = ".output";
+
+}    // namespace zarel

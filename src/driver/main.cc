@@ -1,0 +1,108 @@
+// main.cc - one run, phase by phase.
+
+#include <iostream>
+#include <new>
+#include <span>
+
+#include "driver/banner.h"
+#include "driver/diagnostics.h"
+#include "driver/input_file.h"
+#include "driver/intermediate_files.h"
+#include "driver/options.h"
+#include "driver/phases.h"
+#include "driver/program_text.h"
+#include "driver/solver_call.h"
+#include "model/predicate_table.h"
+#include "output/answer_set_reader.h"
+#include "output/display_settings.h"
+
+namespace zarel {
+namespace {
+
+constexpr int kUsageStatus = -1;
+
+int end_with_usage() {
+  printUsage(standard_error(), Usage::kShort);
+  return kUsageStatus;
+}
+
+// The scan of the command line ended the run.
+int end_of_scan(const Options& options) {
+  printLogo();
+  if (options.end == ScanEnd::kUsageError) return end_with_usage();
+  if (options.end == ScanEnd::kHelp) printUsage(standard_output(), Usage::kLong);
+  if (options.end == ScanEnd::kLicense) print_license();
+  return 0;
+}
+
+void set_display(const Options& options) {
+  DisplaySettings& display = display_settings();
+  display.set_filters(options.filters, options.positive_filters);
+  display.space = !options.shows_frame_spaces;
+  display.address = !options.shows_uris;
+}
+
+void read_solver_output() {
+  const InputFile output(kOutputName);
+  if (!output.is_open()) {
+    output_yyerror("can't open input");
+    return;
+  }
+  report_state().parser_line = 1;
+  read_answer_sets(output.handle());
+}
+
+int run(std::span<char* const> arguments) {
+  IntermediateFiles files;
+  report_state().WhoAmI = arguments.empty() ? "zarel" : arguments[0];
+  prepare_tables();
+
+  const Options options = scan_arguments(arguments.subspan(arguments.empty() ? 0 : 1));
+  report_state().OptionVerbosity = options.OptionVerbosity ? 1 : 0;
+  set_arity_check(options.OptionArityCheck);
+  set_display(options);
+  if (options.end != ScanEnd::kRun) return end_of_scan(options);
+
+  if (!options.OptionSilent) printLogo();
+  if (options.is_postparsing) {
+    read_answer_sets(stdin);
+    return 0;
+  }
+  if (options.files.empty()) return options.OptionVerbosity ? 0 : end_with_usage();
+
+  read_program(options.files, files.verbatim());
+  files.begin_program();
+  if (options.OptionSafetyCheck) check_safety();
+  files.write_program();
+  if (options.is_preparsing) {
+    write_clauses(standard_output(), CLAUSES());
+    write_queries(standard_output());
+    return 0;
+  }
+
+  run_solver(solver_command(options));
+  read_solver_output();
+  return 0;
+}
+
+int run_to_status(std::span<char* const> arguments) {
+  try {
+    return run(arguments);
+  } catch (const RunEnd& end) {
+    return end.status;
+  } catch (const std::bad_alloc&) {
+    std::cerr << "Memory exhausted.\n";
+    return 1;
+  }
+}
+
+}    // namespace
+}    // namespace zarel
+
+int main(int argument_count, char** arguments) {
+  std::ios::sync_with_stdio(false);
+  const int status = zarel::run_to_status({arguments, static_cast<std::size_t>(argument_count)});
+  if (std::cout.flush()) return status;
+  std::cerr << "Standard output could not be written.\n";
+  return 1;
+}

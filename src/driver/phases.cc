@@ -1,0 +1,102 @@
+#include "driver/phases.h"
+
+#include <sstream>
+
+#include "driver/diagnostics.h"
+#include "driver/input_file.h"
+#include "driver/program_text.h"
+#include "frames/frame.h"
+#include "frames/frame_encoding.h"
+#include "model/generic_atoms.h"
+#include "model/predicate_table.h"
+#include "model/printer.h"
+#include "model/safety.h"
+#include "model/tables.h"
+#include "parser/parse.h"
+#include "parser/program_builder.h"
+#include "parser/scanner_actions.h"
+
+namespace zarel {
+namespace {
+
+void read_file(const std::string& path, ProgramBuilder& builder, std::ostream& verbatim) {
+  ReportState& report = report_state();
+  report.parser_file = path;
+  report.parser_line = 0;
+  const InputFile file(path);
+  if (!file.is_open()) {
+    yyerror("can't open input");
+    return;
+  }
+  if (report.OptionVerbosity != 0) standard_output() << "Reading \"" << path << "\"\n";
+  report.parser_line = 1;
+  parse_file(file.handle(), builder, verbatim);
+}
+
+std::string text_of(const Rule& rule) {
+  std::string text;
+  append_list(text, rule.head(), " v ");
+  if (!rule.body().empty()) text += " :- ";
+  append_list(text, rule.body(), ", ");
+  return text += '.';
+}
+
+}    // namespace
+
+void prepare_tables() {
+  reset_tables();
+  reset_frames();
+  set_frame_logic(true);
+  set_higher_order(true);
+  scanner_actions().forget_files();
+}
+
+void read_program(const std::vector<std::string>& files, std::ostream& verbatim) {
+  ReportState& report = report_state();
+  report.ParserStateInternal = false;
+  ProgramBuilder builder;
+  for (const std::string& path : files) read_file(path, builder, verbatim);
+  report.ParserStateInternal = true;
+  if (report.parser_errors == 0) return;
+  standard_error() << "Aborting due to parser errors.\n";
+  SafeExit(1);
+}
+
+void check_safety() {
+  for (const CLAUSET& clause : CLAUSES()) {
+    if (clause.kind() != CLAUSET::Kind::kRule || clause.rule().isSafe()) continue;
+    report_state().ParserStateInternal = false;    // the message shows the last place that was read
+    yyerror("Warning: suspected unsafe Rule.");
+    standard_error() << text_of(clause.rule()) << '\n';
+    SafeExit(1);
+  }
+}
+
+RewrittenProgram rewrite(const std::vector<std::string>& files, const RewriteOptions& options) {
+  std::ostringstream output;
+  std::ostringstream messages;
+  std::ostringstream verbatim;
+  RewrittenProgram result;
+  reset_report_state();
+  report_state().output = &output;
+  report_state().errors = &messages;
+  try {
+    prepare_tables();
+    set_arity_check(options.has_arity_check);
+    read_program(files, verbatim);
+    if (options.has_safety_check) check_safety();
+    std::ostringstream clauses;
+    write_clauses(clauses, CLAUSES());
+    write_queries(clauses);
+    result.clauses = std::move(clauses).str();
+  } catch (const RunEnd& end) {
+    result.status = end.status;
+  }
+  reset_report_state();
+  result.verbatim = std::move(verbatim).str();
+  result.output = std::move(output).str();
+  result.messages = std::move(messages).str();
+  return result;
+}
+
+}    // namespace zarel

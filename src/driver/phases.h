@@ -1,0 +1,38 @@
+#pragma once
+// phases.h - the phases of the rewriting, in the order in which a run goes through them; and all of
+// them as one call.
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace zarel {
+
+// Tables as a run starts with them: builtins registered, frame syntax and higher-order mode on.
+void prepare_tables();
+
+// Reads every file into one program. A file that cannot be opened is reported and left out. Ends
+// the run with status 1 when an error was counted.
+void read_program(const std::vector<std::string>& files, std::ostream& verbatim);
+
+// Ends the run with status 1 at the first rule that is not safe, shown on standard error.
+void check_safety();
+
+// The rewriting for tests, fuzzers and other programs: no shell, no fixed files, no end of the
+// process.
+struct RewriteOptions {
+  bool has_arity_check = false;
+  bool has_safety_check = false;
+};
+struct RewrittenProgram {
+  int status = 0;          // the exit status that a run would have ended with
+  std::string clauses;     // clauses and queries, a line each; empty when the status is not 0
+  std::string verbatim;    // the verbatim sections
+  std::string output;      // what reading said on standard output
+  std::string messages;    // and on standard error
+};
+
+// Rewrites the program of these files. All tables are reset first, and hold the program afterwards.
+RewrittenProgram rewrite(const std::vector<std::string>& files, const RewriteOptions& options);
+
+}    // namespace zarel

@@ -1,0 +1,134 @@
+#include "frames/frame_translation.h"
+
+#include <string>
+
+#include "frames/frame_encoding.h"
+#include "frames/frame_walk.h"
+#include "model/program.h"
+
+namespace zarel {
+namespace {
+
+using Type = PREDICATE_NAMETS::TYPE;
+
+void add_rule(const ATOMT& head_atom, const Body& body, const SourceLocation& location) {
+  Head head;
+  head.add(head_atom);
+  Rule rule;
+  rule.init(&head, &body);
+  CLAUSES().emplace_back(std::move(rule), location);
+}
+
+ATOMT auxiliary_atom(const char* stem, std::uint32_t& counter,
+                     const std::vector<TERMT>& variables) {
+  return {stem + std::to_string(counter++), variables, Type::kIdb};
+}
+
+Body body_of(const std::vector<Literal>& literals) {
+  Body body;
+  for (const Literal& literal : literals) body.add(literal);
+  return body;
+}
+
+std::string_view recorded_name(const ATOMT& atom) {
+  const std::string_view name = ATOMT::Predicates().name(atom.predicate());
+  return name.substr(name.starts_with('-') ? 1 : 0);
+}
+
+Literal encoded(const FrameStatement& statement, const FrameContext& context) {
+  if (context.is_in_template) return relationToTemplateLiteral(statement);
+  const Literal literal =
+      context.is_higher_order ? relationToHigherOrder(statement) : relationToLITERALT(statement);
+  addedAtom(recorded_name(literal.atom));
+  return literal;
+}
+
+// Collects literals along the walk. A negated attribute with values opens a list of its own, which
+// becomes the body of its auxiliary rule when the attribute is left.
+class CollectLiterals {
+ public:
+  CollectLiterals(NameId framespace, const FrameContext& context)
+      : framespace_(framespace), context_(context) {}
+
+  void enter_attribute(const FRAME& frame, const ATTRIBUTE& attribute) {
+    if (attribute.isSimple()) {
+      add(frame, attribute, attribute.is_negated, std::nullopt);
+    } else if (attribute.is_negated) {
+      std::vector<TERMT> variables;
+      attribute.getVariables(variables, &frame.subject());
+      lists_.push_back({auxiliary_atom("aaa", ATTRIBUTE::nextAuxAtom(), variables), {}});
+    }
+  }
+
+  void value(const FRAME& frame, const ATTRIBUTE& attribute, const FRAME& value) {
+    add(frame, attribute, false, value.getSubject());
+  }
+
+  void leave_attribute(const FRAME& /*frame*/, const ATTRIBUTE& attribute) {
+    if (attribute.isSimple() || !attribute.is_negated) return;
+    const OpenList closed = std::move(lists_.back());
+    lists_.pop_back();
+    add_rule(closed.auxiliary, body_of(closed.literals), context_.location);
+    lists_.back().literals.push_back({closed.auxiliary, true});
+  }
+
+  std::vector<Literal> literals() && { return std::move(lists_.front().literals); }
+
+ private:
+  struct OpenList {
+    ATOMT auxiliary;
+    std::vector<Literal> literals;
+  };
+
+  void add(const FRAME& frame, const ATTRIBUTE& attribute, bool is_negated,
+           std::optional<std::string_view> value) {
+    lists_.back().literals.push_back(encoded(
+        {is_negated, frame.getSubject(), attribute.getName(), value, attribute.arrow, framespace_},
+        context_));
+  }
+
+  NameId framespace_;
+  const FrameContext& context_;
+  std::vector<OpenList> lists_{OpenList{}};
+};
+
+std::vector<TERMT> variables_of(const FRAME& frame) {
+  std::vector<TERMT> variables;
+  frame.getVariables(variables);
+  return variables;
+}
+
+}    // namespace
+
+std::vector<Literal> to_literals(const FRAME& frame, const FrameContext& context) {
+  CollectLiterals collected(frame.getFramespace(), context);
+  walk_frame(frame, collected);
+  return std::move(collected).literals();
+}
+
+std::vector<Literal> standardize(const FRAME& frame, FramePosition position,
+                                 const FrameContext& context) {
+  if (position == FramePosition::kHead) {
+    if (frame.isAtomic()) return to_literals(frame, context);
+    return {{newHeadAuxAtom(frame, context), false}};
+  }
+  if (frame.is_negated()) return {{newNegationAuxAtom(frame, context), true}};
+  return to_literals(frame, context);
+}
+
+ATOMT newHeadAuxAtom(const FRAME& frame, const FrameContext& context) {
+  const ATOMT auxiliary = auxiliary_atom("faa", FRAME::nextAuxAtom(), variables_of(frame));
+  Body body;
+  body.add({auxiliary, false});
+  for (const Literal& literal : to_literals(frame, context))
+    add_rule(literal.atom, body, context.location);
+  return auxiliary;
+}
+
+ATOMT newNegationAuxAtom(const FRAME& frame, const FrameContext& context) {
+  const ATOMT auxiliary = auxiliary_atom("faa", FRAME::nextAuxAtom(), variables_of(frame));
+  add_rule(auxiliary, body_of(to_literals(frame, context)), context.location);
+  return auxiliary;
+}
+
+}    // namespace zarel

@@ -1,0 +1,119 @@
+#include "parser/frame_builder.h"
+
+#include <string>
+
+#include "driver/diagnostics.h"
+#include "functions/function_terms.h"
+#include "model/printer.h"
+
+namespace zarel {
+namespace {
+
+// The elements from the mark on, in the program's storage and off the list.
+template <class T, class Mark>
+StoredList<T> taken(std::vector<T>& list, Mark mark) {
+  const auto first = static_cast<std::size_t>(mark);
+  const StoredList<T> elements = program_storage().store(std::span<const T>(list).subspan(first));
+  list.erase(list.begin() + static_cast<std::ptrdiff_t>(first), list.end());
+  return elements;
+}
+
+bool is_negated_frame(const FRAME& value) {
+  return !value.isSimple() && value.subject().is_negated();
+}
+
+ATTRIBUTE saying(const ATTRIBUTE& label, ARROW arrow, StoredList<FRAME> values) {
+  return {label.is_negated, arrow, label.name, values};
+}
+
+FRAME frame_of(const FrameTerm& object, const ATTRIBUTE& attribute) {
+  return {object, std::span<const ATTRIBUTE>(&attribute, 1), false, NameId{}};
+}
+
+}    // namespace
+
+FrameTerm FrameBuilder::term(const TERMT& term) {
+  std::string text;
+  append_text(text, term);
+  const NameId name = names().intern(text);
+  return term.is_variable() ? frame_term(name, {&term, 1}) : FrameTerm{name, {}};
+}
+
+FrameTerm FrameBuilder::function(const TERMT& placeholder) {
+  std::vector<TERMT> variables;
+  variablesInFunctionTerm(variables, placeholder);
+  return frame_term(names().intern(fromFunctionToString(placeholder)), variables);
+}
+
+AttributesMark FrameBuilder::first_attribute(const ATTRIBUTE& attribute) {
+  attributes_.push_back(attribute);
+  return AttributesMark{static_cast<std::uint32_t>(attributes_.size() - 1)};
+}
+
+AttributesMark FrameBuilder::next_attribute(AttributesMark list, const ATTRIBUTE& attribute) {
+  attributes_.push_back(attribute);
+  return list;
+}
+
+ValuesMark FrameBuilder::first_value(const FRAME& value) {
+  values_.push_back(value);
+  return ValuesMark{static_cast<std::uint32_t>(values_.size() - 1)};
+}
+
+ValuesMark FrameBuilder::next_value(ValuesMark list, const FRAME& value) {
+  values_.push_back(value);
+  return list;
+}
+
+ATTRIBUTE FrameBuilder::with_value(const ATTRIBUTE& label, ARROW arrow, const FRAME& value) {
+  if (is_negated_frame(value)) {
+    report_counted_error("You cannot have a negated frame for the value of an attribute");
+  }
+  return saying(label, arrow, program_storage().store(std::span<const FRAME>(&value, 1)));
+}
+
+ATTRIBUTE FrameBuilder::with_values(const ATTRIBUTE& label, ARROW arrow, ValuesMark values) {
+  const StoredList<FRAME> list = taken(values_, values);
+  for (const FRAME& value : list.elements()) {
+    if (is_negated_frame(value))
+      report_counted_error("You cannot a negated frame for the value of an attribute");
+  }
+  return saying(label, arrow, list);
+}
+
+FRAME FrameBuilder::nested(const FrameTerm& object, AttributesMark attributes) {
+  return {object, taken(attributes_, attributes).elements(), false, NameId{}};
+}
+
+FRAME FrameBuilder::molecule(const FrameTerm& object, AttributesMark attributes) {
+  return checked(nested(object, attributes));
+}
+
+FRAME FrameBuilder::membership(const FrameTerm& object, const FrameTerm& class_term) {
+  return frame_of(object, attribute(false, class_term, ARROW::kInstance));
+}
+
+FRAME FrameBuilder::membership(const FrameTerm& object, const FrameTerm& class_term,
+                               AttributesMark class_attributes) {
+  const FRAME class_frame = nested(class_term, class_attributes);
+  const StoredList<FRAME> values = program_storage().store(std::span<const FRAME>(&class_frame, 1));
+  return checked(frame_of(object, {false, ARROW::kInstance, class_term, values}));
+}
+
+FRAME FrameBuilder::subclass(const FrameTerm& object, const FrameTerm& class_term) {
+  return frame_of(object, attribute(false, class_term, ARROW::kSubclass));
+}
+
+FRAME FrameBuilder::checked(const FRAME& frame) {
+  if (frame.subject().is_negated() && frame.has_true_negation()) {
+    report_counted_error("You cannot have a nested true negation in frame definition");
+  }
+  return frame;
+}
+
+void FrameBuilder::clear() {
+  attributes_.clear();
+  values_.clear();
+}
+
+}    // namespace zarel

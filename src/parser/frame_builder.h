@@ -1,0 +1,66 @@
+#pragma once
+// frame_builder.h - what the grammar's actions on frames call: objects, attributes, values, and
+// what is wrong in them.
+
+#include <vector>
+
+#include "frames/frame.h"
+
+namespace zarel {
+
+// The attributes, or the values, from this position of the builder's lists on.
+enum class AttributesMark : std::uint32_t {};
+enum class ValuesMark : std::uint32_t {};
+
+// Two names around ":", which may be a membership or a qualified constant.
+struct NamePair {
+  NameId first;
+  NameId second;
+};
+
+struct Membership {
+  FrameTerm object;
+  FrameTerm class_term;
+};
+
+class FrameBuilder {
+ public:
+  // Objects, attributes and values by what they are written as.
+  FrameTerm name(NameId name) { return frame_term(name); }
+  FrameTerm term(const TERMT& term);               // its text, with its variable if it is one
+  FrameTerm function(const TERMT& placeholder);    // the written form, with all variables in it
+  FrameTerm negated(const FrameTerm& term) { return zarel::negated(term); }
+
+  AttributesMark first_attribute(const ATTRIBUTE& attribute);
+  AttributesMark next_attribute(AttributesMark list, const ATTRIBUTE& attribute);
+  ValuesMark first_value(const FRAME& value);
+  ValuesMark next_value(ValuesMark list, const FRAME& value);
+
+  // An attribute alone, and with what it says. A negated frame as a value is reported and counted.
+  ATTRIBUTE label(const FrameTerm& name) { return attribute(false, name); }
+  ATTRIBUTE negated_label(const FrameTerm& name) { return attribute(true, name); }
+  ATTRIBUTE with_value(const ATTRIBUTE& label, ARROW arrow, const FRAME& value);
+  ATTRIBUTE with_values(const ATTRIBUTE& label, ARROW arrow, ValuesMark values);
+
+  FRAME value(const FrameTerm& term) { return {term, false, NameId{}}; }
+  FRAME nested(const FrameTerm& object, AttributesMark attributes);
+
+  // Whole frames, still without their frame space. A "-" inside one that has a "-" itself is
+  // reported and counted.
+  FRAME molecule(const FrameTerm& object, AttributesMark attributes);
+  Membership membership(const NamePair& pair) { return {name(pair.first), name(pair.second)}; }
+  FRAME membership(const FrameTerm& object, const FrameTerm& class_term);
+  FRAME membership(const FrameTerm& object, const FrameTerm& class_term,
+                   AttributesMark class_attributes);
+  FRAME subclass(const FrameTerm& object, const FrameTerm& class_term);
+
+  void clear();    // drops what no frame has taken
+
+ private:
+  FRAME checked(const FRAME& frame);
+
+  std::vector<ATTRIBUTE> attributes_;
+  std::vector<FRAME> values_;
+};
+
+}    // namespace zarel

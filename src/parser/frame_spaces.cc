@@ -1,0 +1,36 @@
+#include "parser/frame_spaces.h"
+
+namespace zarel {
+
+FrameSpaces::FrameSpaces()
+    : default_name_(names().intern("default")),
+      currentDefaultNs_(default_name_),
+      defaultFrameSpace_(default_name_) {}
+
+void FrameSpaces::start_file() {
+  reset_default();
+}
+
+void FrameSpaces::set_default(NameId name) {
+  fspace_.add(name);
+  currentDefaultNs_ = name;
+  defaultFrameSpace_ = name;
+}
+
+void FrameSpaces::reset_default() {
+  currentDefaultNs_ = default_name_;
+  defaultFrameSpace_ = default_name_;
+}
+
+NameId FrameSpaces::named(NameId name) {
+  fspace_.add(name);
+  defaultFrameSpace_ = name;
+  return name;
+}
+
+NameId FrameSpaces::current() {
+  defaultFrameSpace_ = currentDefaultNs_;
+  return currentDefaultNs_;
+}
+
+}    // namespace zarel

@@ -1,0 +1,41 @@
+#include "parser/integer_bounds.h"
+
+#include <algorithm>
+
+#include "driver/diagnostics.h"
+
+namespace zarel {
+
+TERMT IntegerBounds::integer(std::uint32_t value) {
+  if (MaxInteger_ != kNone && value > MaxInteger_)
+    report_counted_error("number outside of given integer range");
+  MaxIntegerSeen_ = std::max(MaxIntegerSeen_, std::int64_t{value});
+  return TERMT::integer(static_cast<std::int32_t>(value));
+}
+
+TERMT IntegerBounds::maxint() {
+  if (MaxInteger_ == kNone) {
+    report_counted_error("#maxint used but no upper integer bound (option -N) given");
+    MaxInteger_ = 0;
+  }
+  return TERMT::integer(static_cast<std::int32_t>(MaxInteger_));
+}
+
+bool IntegerBounds::define(const TERMT& term) {
+  if (MaxInteger_ != kNone) {
+    yyerror("Cannot redefine #maxint. Ignoring this definition");
+    return false;
+  }
+  if (term.kind != TermKind::kInteger) {
+    report_counted_error("parse error in #maxint statement");
+    return true;
+  }
+  MaxInteger_ = term.value;
+  if (MaxInteger_ < MaxIntegerSeen_) {
+    report_counted_error(
+        "#maxint must not be less than the maximum integer occurring in the input");
+  }
+  return true;
+}
+
+}    // namespace zarel

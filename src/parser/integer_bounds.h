@@ -1,0 +1,32 @@
+#pragma once
+// integer_bounds.h - the bound that "#maxint" sets on the integers of the program, in whatever
+// order they come.
+
+#include <cstdint>
+
+#include "model/term.h"
+
+namespace zarel {
+
+class IntegerBounds {
+ public:
+  // An integer of the program. One above the bound is reported and counted as an error.
+  TERMT integer(std::uint32_t value);
+
+  // "#maxint" as a term: the bound. Without one that is reported and counted, and the bound becomes
+  // 0.
+  TERMT maxint();
+
+  // The directive "#maxint = term.": true when it is the program's and belongs into it. A second
+  // one is only reported; a term that is no integer, or a bound below an integer already seen, is
+  // reported and counted.
+  bool define(const TERMT& term);
+
+ private:
+  static constexpr std::int64_t kNone = -1;
+
+  std::int64_t MaxInteger_ = kNone;
+  std::int64_t MaxIntegerSeen_ = kNone;
+};
+
+}    // namespace zarel

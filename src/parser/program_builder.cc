@@ -1,0 +1,335 @@
+#include "parser/program_builder.h"
+
+#include <ostream>
+#include <string>
+
+#include "driver/diagnostics.h"
+#include "frames/frame_rule.h"
+#include "functions/function_terms.h"
+#include "model/namespaces.h"
+#include "model/printer.h"
+#include "model/program.h"
+#include "templates/query_rewriting.h"
+
+namespace zarel {
+namespace {
+
+constexpr std::uint32_t kLargestWeight =
+    4294967;    // the largest that an unsigned 32-bit value holds scaled
+constexpr std::uint32_t kFractionDigits = 3;
+
+bool is_inclusive(BUILTIN comparison) {
+  return comparison == BUILTIN::kLessOrEqual || comparison == BUILTIN::kGreaterOrEqual;
+}
+
+bool is_less(BUILTIN comparison) {
+  return comparison == BUILTIN::kLess || comparison == BUILTIN::kLessOrEqual;
+}
+
+std::uint32_t scaled_fraction(Number fraction) {
+  std::uint32_t value = fraction.value;
+  for (std::uint32_t digits = fraction.digit_count; digits < kFractionDigits; ++digits) value *= 10;
+  for (std::uint32_t digits = fraction.digit_count; digits > kFractionDigits; --digits) value /= 10;
+  return value;
+}
+
+TERMT scaled_weight(std::uint32_t whole, std::uint32_t fraction) {
+  const std::uint64_t scaled = std::uint64_t{whole} * kWeightScale + fraction;
+  if (scaled > std::uint64_t{kLargestWeight} * kWeightScale) {
+    report_counted_error("weak constraint weight out of range");
+  }
+  return TERMT::integer(static_cast<std::int32_t>(static_cast<std::uint32_t>(scaled)));
+}
+
+FrameContext context(const SourceLocation& location) {
+  return {OptionHigherOrder(), false, location};
+}
+
+void say_that_query_is_replaced(const Body& old_query, const Body& new_query) {
+  std::string line = "Query ";
+  append_list(line, new_query, ", ");
+  line += " replaces ";
+  append_list(line, old_query, ", ");
+  standard_output() << line << ".\n";
+}
+
+}    // namespace
+
+void ProgramBuilder::start_file() {
+  spaces_.start_file();
+  end_statement();
+}
+
+void ProgramBuilder::skipped_statement() {
+  ++report_state().parser_errors;
+  end_statement();
+}
+
+TERMT ProgramBuilder::qualified_term(const NamePair& prefix_and_local) {
+  const auto [prefix, local] = prefix_and_local;
+  const auto address = returnAddress(names().spelling(prefix), names().spelling(local));
+  if (address) {
+    note_prefix_use();
+    return newTERMT(*address);
+  }
+  std::string message = "An URI with id '";
+  message.append(names().spelling(prefix)).append("' does not exist");
+  report_counted_error(message);
+  return newTERMT(local);
+}
+
+NameId ProgramBuilder::disjunction_name() {
+  return names().intern("v");
+}
+
+TermsMark ProgramBuilder::first_term(const TERMT& term) {
+  terms_.push_back(term);
+  return TermsMark{static_cast<std::uint32_t>(terms_.size() - 1)};
+}
+
+TermsMark ProgramBuilder::next_term(TermsMark list, const TERMT& term) {
+  terms_.push_back(term);
+  return list;
+}
+
+// The list's terms, taken off the stack; valid until the next list is taken.
+std::span<const TERMT> ProgramBuilder::taken(TermsMark list) {
+  const auto first = terms_.begin() + static_cast<std::ptrdiff_t>(list);
+  taken_.assign(first, terms_.end());
+  terms_.erase(first, terms_.end());
+  return taken_;
+}
+
+ATOMT ProgramBuilder::atom(NameId name, TermsMark list, NameId frame_space, Negation negation) {
+  return encoded_atom(name, frame_space, taken(list), negation);
+}
+
+ATOMT ProgramBuilder::atom(NameId name, NameId frame_space, Negation negation) {
+  return addDefaultToAtomt(encoded_bare_atom(name, negation), frame_space);
+}
+
+TERMT ProgramBuilder::function_term(NameId functor, TermsMark arguments) {
+  return newFTERM(functor, taken(arguments));
+}
+
+Literal ProgramBuilder::builtin(BUILTIN code, TermsMark list) {
+  return literal(newBuiltin(code, taken(list)));
+}
+
+Literal ProgramBuilder::external_atom(NameId name, TermsMark list) {
+  return literal(ATOMT::external(names().spelling(name), taken(list), {}));
+}
+
+AGGREGATEPREDT* ProgramBuilder::aggregate(AggregateFunction function, TermsMark variables,
+                                          Body* body) {
+  AGGREGATEPREDT bare{};
+  bare.function = function;
+  bare.terms = program_storage().store(taken(variables));
+  rewriteFunctionsInBody(*body);
+  bare.body = store(*body);
+  return &aggregates_.emplace_back(bare);
+}
+
+// A guard to the left with ">" or ">=" also gets the lower bound 0; its mirror image to the right
+// does not.
+ATOMT ProgramBuilder::left_guarded(const TERMT& guard, BUILTIN comparison,
+                                   const AGGREGATEPREDT* aggregate) {
+  const auto written = standardizeGuard(guard, is_inclusive(comparison));
+  if (is_less(comparison)) {
+    return newAggregate(written, standardizeGuard(TERMT::integer(2147483647), false), *aggregate,
+                        true, false, false);
+  }
+  return newAggregate(standardizeGuard(TERMT::integer(0), true), written, *aggregate, true, true,
+                      false);
+}
+
+ATOMT ProgramBuilder::right_guarded(const AGGREGATEPREDT* aggregate, BUILTIN comparison,
+                                    const TERMT& guard) {
+  const auto written = standardizeGuard(guard, is_inclusive(comparison));
+  if (is_less(comparison)) {
+    return newAggregate(standardizeGuard(TERMT::integer(0), false), written, *aggregate, false,
+                        true, false);
+  }
+  return newAggregate(written, standardizeGuard(TERMT::integer(0), true), *aggregate, true, false,
+                      false);
+}
+
+ATOMT ProgramBuilder::left_equal(const TERMT& guard, const AGGREGATEPREDT* aggregate) {
+  return newAggregate(standardizeGuard(guard, true), standardizeGuard(guard, false), *aggregate,
+                      true, false, true);
+}
+
+ATOMT ProgramBuilder::right_equal(const AGGREGATEPREDT* aggregate, const TERMT& guard) {
+  return newAggregate(standardizeGuard(guard, false), standardizeGuard(guard, true), *aggregate,
+                      false, true, true);
+}
+
+ATOMT ProgramBuilder::between(const TERMT& lower, BUILTIN lower_comparison,
+                              const AGGREGATEPREDT* aggregate, BUILTIN upper_comparison,
+                              const TERMT& upper) {
+  return newAggregate(standardizeGuard(lower, is_inclusive(lower_comparison)),
+                      standardizeGuard(upper, is_inclusive(upper_comparison)), *aggregate, true,
+                      true, false);
+}
+
+Body* ProgramBuilder::empty_body() {
+  if (bodies_in_use_ == bodies_.size()) bodies_.emplace_back();
+  Body& body = bodies_[bodies_in_use_++];
+  body.clear();
+  return &body;
+}
+
+Body* ProgramBuilder::first_literal(const Literal& literal) {
+  return next_literal(empty_body(), literal);
+}
+
+Body* ProgramBuilder::next_literal(Body* body, const Literal& literal) {
+  body->add(literal);
+  return body;
+}
+
+Body* ProgramBuilder::first_frame(const FRAME& frame, const SourceLocation& location) {
+  return next_frame(empty_body(), frame, location);
+}
+
+Body* ProgramBuilder::next_frame(Body* body, const FRAME& frame, const SourceLocation& location) {
+  for (const Literal& literal : standardize(frame, FramePosition::kBody, context(location)))
+    body->add(literal);
+  return body;
+}
+
+FRAME ProgramBuilder::frame(FRAME molecule, NameId frame_space) {
+  molecule.set_framespace(frame_space);
+  return molecule;
+}
+
+FRAME ProgramBuilder::negated(FRAME frame) {
+  frame.set_negated(true);
+  return frame;
+}
+
+void ProgramBuilder::head_frame(const FRAME& frame) {
+  if (frame.has_nested_negation()) report_counted_error("You cannot have negation in head");
+  head_items_.emplace_back(frame);
+}
+
+// A frame alone stays one until the body is known: each of its statements then heads a clause of
+// its own.
+void ProgramBuilder::close_head(const SourceLocation& location) {
+  if (head_items_.size() == 1 && std::holds_alternative<FRAME>(head_items_[0])) {
+    head_frame_ = std::get<FRAME>(head_items_[0]);
+    return;
+  }
+  for (const auto& item : head_items_) {
+    if (const ATOMT* const atom = std::get_if<ATOMT>(&item)) {
+      head_.add(*atom);
+    } else {
+      const FRAME& frame = std::get<FRAME>(item);
+      for (const Literal& literal : standardize(frame, FramePosition::kHead, context(location))) {
+        head_.add(literal.atom);
+      }
+    }
+  }
+}
+
+TERMT ProgramBuilder::weight(Number whole) {
+  return scaled_weight(whole.value, 0);
+}
+
+TERMT ProgramBuilder::weight(Number whole, Number fraction) {
+  if (fraction.digit_count > kFractionDigits)
+    yyerror("Number has more precision than supported. Truncated");
+  return scaled_weight(whole.value, scaled_fraction(fraction));
+}
+
+void ProgramBuilder::rule(Body* body, const SourceLocation& location) {
+  if (hasFunctionTerm()) {
+    if (body == nullptr) body = empty_body();
+    rewriteFunctions(&head_, *body);
+  }
+  if (head_frame_) return frame_rule(body, location);
+  Rule rule;
+  rule.init(&head_, body);
+  CLAUSES().emplace_back(std::move(rule), location);
+  end_statement();
+}
+
+void ProgramBuilder::frame_rule(const Body* body, const SourceLocation& location) {
+  const FRAME_HEAD head({*head_frame_});
+  for (CLAUSET& clause : frame_rule_clauses(head, body, context(location)))
+    CLAUSES().push_back(std::move(clause));
+  end_statement();
+}
+
+void ProgramBuilder::range_fact(NameId name, const TERMT& first, const TERMT& last,
+                                const SourceLocation& location) {
+  const TERMT variable = newTERMT(getNameTerm({}, 0));
+  head_.add(encoded_atom(name, spaces_.current(), {&variable, 1}, Negation::kNone));
+  Body* const body = first_literal(builtin(BUILTIN::kInt, first_term(variable)));
+  next_literal(body, builtin(BUILTIN::kGreaterOrEqual, terms(variable, first)));
+  next_literal(body, builtin(BUILTIN::kLessOrEqual, terms(variable, last)));
+  rule(body, location);
+}
+
+void ProgramBuilder::constraint(Body* body, const SourceLocation& location) {
+  rewriteFunctions(nullptr, *body);
+  CLAUSES().emplace_back(Constraint(*body), location);
+  end_statement();
+}
+
+void ProgramBuilder::weak_constraint(Body* body, const WeakCost& cost,
+                                     const SourceLocation& location) {
+  rewriteFunctions(nullptr, *body);
+  CLAUSES().emplace_back(WeakConstraint(*body, cost), location);
+  end_statement();
+}
+
+// Only one query is kept. The variables that follow are numbered from 0 again.
+void ProgramBuilder::query(Body* body, const SourceLocation& location) {
+  if (hasFunctionTerm()) rewriteQuery(*body, location);
+  if (!QUERIES().empty()) say_that_query_is_replaced(QUERIES().back(), *body);
+  QUERIES().assign(1, *body);
+  LocalVariables().reset();
+  end_statement();
+}
+
+// The directive's own number is no integer of the program: no earlier bound holds for it.
+void ProgramBuilder::maxint_directive(Number number, const SourceLocation& location) {
+  maxint_directive(TERMT::integer(static_cast<std::int32_t>(number.value)), location);
+}
+
+void ProgramBuilder::maxint_directive(const TERMT& term, const SourceLocation& location) {
+  if (bounds_.define(term)) CLAUSES().emplace_back(term, location);
+  end_statement();
+}
+
+void ProgramBuilder::include_line(NameId name) {
+  std::string line = "#include ";
+  Includes().push_back(line.append(names().spelling(name)));
+}
+
+void ProgramBuilder::include_library_line(NameId name) {
+  std::string line = "#include <";
+  Includes().push_back(line.append(names().spelling(name)).append(">"));
+}
+
+void ProgramBuilder::declare_namespace(NameId prefix, NameId uri) {
+  std::string quoted(names().spelling(uri));
+  if (quoted.front() != '"') quoted.insert(0, 1, '"').push_back('"');
+  if (!vectorName().declare(names().spelling(prefix), quoted)) {
+    yyerror("Cannot define more namespace with the same name");
+  }
+}
+
+void ProgramBuilder::end_statement() {
+  terms_.clear();
+  frames_.clear();
+  head_items_.clear();
+  head_.clear();
+  head_frame_.reset();
+  bodies_in_use_ = 0;
+  aggregates_.clear();
+  if (hasFunctionTerm()) FTermTable().clear();
+}
+
+}    // namespace zarel

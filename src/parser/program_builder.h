@@ -1,0 +1,126 @@
+#pragma once
+// program_builder.h - what the grammar's actions call: each construct of the input, made into the
+// program model.
+
+#include <cstdint>
+#include <deque>
+#include <optional>
+#include <variant>
+#include <vector>
+
+#include "model/clause.h"
+#include "model/generic_atoms.h"
+#include "parser/frame_builder.h"
+#include "parser/frame_spaces.h"
+#include "parser/integer_bounds.h"
+
+namespace zarel {
+
+// The value of a NUMBER token: nine digits at most.
+struct Number {
+  std::uint32_t value;
+  std::uint32_t digit_count;    // leading zeros count: they matter behind a weight's full stop
+};
+
+// The terms from this position of the builder's term stack on.
+enum class TermsMark : std::uint32_t {};
+
+// One builder reads all files of a program. It owns everything that semantic values refer to until
+// the statement's end, so that a statement dropped in the middle leaks nothing; finished clauses
+// and queries go to CLAUSES and QUERIES. Errors are reported through yyerror.
+class ProgramBuilder {
+ public:
+  void start_file();
+  void skipped_statement();    // after a syntax error: counts it
+
+  // Terms.
+  TERMT name_term(NameId name) { return newTERMT(name); }
+  TERMT anonymous_term() { return TERMT::anonymous(); }
+  TERMT integer_term(Number number) { return bounds_.integer(number.value); }
+  TERMT maxint_term() { return bounds_.maxint(); }
+  TERMT qualified_term(
+      const NamePair& prefix_and_local);    // prefix:local; an unknown prefix counts an error
+  TERMT function_term(NameId functor, TermsMark arguments);
+  NameId disjunction_name();    // the word "v", where it stands for a name
+
+  TermsMark first_term(const TERMT& term);
+  TermsMark next_term(TermsMark list, const TERMT& term);
+  TermsMark terms(const TERMT& a, const TERMT& b) { return next_term(first_term(a), b); }
+  TermsMark terms(const TERMT& a, const TERMT& b, const TERMT& c) {
+    return next_term(terms(a, b), c);
+  }
+
+  // Atoms and literals.
+  NameId frame_space(NameId name) { return spaces_.named(name); }
+  NameId frame_space() { return spaces_.current(); }
+  ATOMT atom(NameId name, TermsMark list, NameId frame_space, Negation negation = Negation::kNone);
+  ATOMT atom(NameId name, NameId frame_space, Negation negation = Negation::kNone);
+  Literal builtin(BUILTIN code, TermsMark list);
+  Literal external_atom(NameId name, TermsMark list);
+  Literal literal(const ATOMT& atom) { return {atom, false}; }
+  Literal negated(const ATOMT& atom) { return {atom, true}; }
+
+  // Aggregates: the bare one, then with a guard to its left, to its right, or on both sides.
+  AGGREGATEPREDT* aggregate(AggregateFunction function, TermsMark variables, Body* body);
+  ATOMT left_guarded(const TERMT& guard, BUILTIN comparison, const AGGREGATEPREDT* aggregate);
+  ATOMT right_guarded(const AGGREGATEPREDT* aggregate, BUILTIN comparison, const TERMT& guard);
+  ATOMT left_equal(const TERMT& guard, const AGGREGATEPREDT* aggregate);
+  ATOMT right_equal(const AGGREGATEPREDT* aggregate, const TERMT& guard);
+  ATOMT between(const TERMT& lower, BUILTIN lower_comparison, const AGGREGATEPREDT* aggregate,
+                BUILTIN upper_comparison, const TERMT& upper);
+
+  Body* first_literal(const Literal& literal);
+  Body* next_literal(Body* body, const Literal& literal);
+  Body* first_frame(const FRAME& frame, const SourceLocation& location);
+  Body* next_frame(Body* body, const FRAME& frame, const SourceLocation& location);
+  // Frames: their parts, then the whole with its frame space, and under "not".
+  FrameBuilder& frames() { return frames_; }
+  FRAME frame(FRAME molecule, NameId frame_space);
+  FRAME negated(FRAME frame);
+
+  // The disjuncts of a head, and its end. "not" inside a frame there is reported and counted.
+  void head_atom(const ATOMT& atom) { head_items_.emplace_back(atom); }
+  void head_frame(const FRAME& frame);
+  void close_head(const SourceLocation& location);
+
+  // The parts of a weak constraint's cost.
+  TERMT weight(Number whole);
+  TERMT weight(Number whole, Number fraction);
+  TERMT level(Number number) { return TERMT::integer(static_cast<std::int32_t>(number.value)); }
+
+  // Statements.
+  void rule(Body* body,
+            const SourceLocation& location);    // the head is what was closed; null: a fact
+  void range_fact(NameId name, const TERMT& first, const TERMT& last,
+                  const SourceLocation& location);
+  void constraint(Body* body, const SourceLocation& location);
+  void weak_constraint(Body* body, const WeakCost& cost, const SourceLocation& location);
+  void query(Body* body, const SourceLocation& location);
+  void maxint_directive(Number number, const SourceLocation& location);
+  void maxint_directive(const TERMT& term, const SourceLocation& location);
+  void include_line(NameId name);            // #include name
+  void include_library_line(NameId name);    // #include <name>
+  void declare_namespace(NameId prefix, NameId uri);
+  void default_frame_space(NameId name) { spaces_.set_default(name); }
+  void default_frame_space() { spaces_.reset_default(); }
+
+ private:
+  std::span<const TERMT> taken(TermsMark list);
+  Body* empty_body();
+  void frame_rule(const Body* body, const SourceLocation& location);
+  void end_statement();
+
+  FrameSpaces spaces_;
+  IntegerBounds bounds_;
+  std::vector<TERMT> terms_;    // lists of terms that no atom has taken yet
+  std::vector<TERMT> taken_;
+  FrameBuilder frames_;
+  std::vector<std::variant<ATOMT, FRAME>> head_items_;
+  Head head_;                          // of a rule that is not headed by one frame alone
+  std::optional<FRAME> head_frame_;    // of one that is
+  std::deque<Body> bodies_;            // reused from statement to statement
+  std::size_t bodies_in_use_ = 0;
+  std::deque<AGGREGATEPREDT> aggregates_;
+};
+
+}    // namespace zarel

@@ -1,0 +1,56 @@
+#pragma once
+// scanner_actions.h - what the scanner's rules call: token values, places, verbatim sections.
+
+#include <cstdint>
+#include <optional>
+#include <ostream>
+#include <string_view>
+
+#include "model/name_table.h"
+#include "model/source_location.h"
+#include "parser/program_builder.h"
+
+namespace zarel {
+
+class ScannerActions {
+ public:
+  // A new file begins; verbatim sections go to `verbatim`.
+  void start_file(std::ostream& verbatim);
+  void forget_files();    // the next file is the first one
+
+  // Where the next text stands in the file, both counted from 1.
+  int line() const { return line_; }
+  int column() const { return column_; }
+  SourceLocation place(int line, int column) const;    // that place in the file being read
+
+  // Passing over text.
+  void pass(std::string_view text);    // a text that may hold line ends
+  void pass(std::size_t length) { column_ += static_cast<int>(length); }    // a text without
+  void line_end();    // one that messages count
+
+  // The value of an identifier or quoted string. A spelling over 1001 characters is cut and counted
+  // as an error.
+  NameId identifier(std::string_view spelling);
+
+  // The value of a number; nothing, after a counted error, when it is too long.
+  std::optional<Number> number(std::string_view digits);
+
+  void underscore_identifier();              // reports and counts
+  void unknown_character(char character);    // to standard output, as it is
+
+  // A verbatim section: its beginning, its pieces, its end.
+  void open_verbatim();
+  void verbatim(std::string_view text);
+  void close_verbatim();
+  void unclosed_verbatim();    // the file ends in the section
+
+ private:
+  std::ostream* verbatim_ = nullptr;
+  int files_ = 0;
+  int line_ = 1;    // true line, inside strings and verbatim sections too
+  int column_ = 1;
+};
+
+ScannerActions& scanner_actions();
+
+}    // namespace zarel
