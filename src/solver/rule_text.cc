@@ -8,7 +8,7 @@ namespace {
 
 // Where clingo's quadratic time begins to show, and the length of a piece; both measured.
 constexpr std::size_t kLongBody = 200;
-constexpr std::size_t kPiece = 40;
+constexpr std::size_t kPiece = 8;
 
 }    // namespace
 

@@ -80,5 +80,14 @@ TEST(Answers, OfALongBodyAreThoseOfTheWholeBody) {
   EXPECT_EQ(outcome.err, "");
 }
 
+// Each step has three choices, so a piece that did not forget what it passed would not end.
+TEST(Answers, OfALongBodyDoNotMultiplyWhatNobodyNeeds) {
+  std::string body = "p(X0,X1)";
+  for (int i = 1; i < 20000; ++i)
+    body += ", p(X" + std::to_string(i) + ",X" + std::to_string(i + 1) + ")";
+  const Outcome outcome = run("p(0,1). p(1,0). p(1,1). q(X0) :- " + body + ".", "-filter=q");
+  EXPECT_EQ(sorted(outcome.out), "{q(0), q(1)}\n");
+}
+
 }    // namespace
 }    // namespace dl_test
