@@ -106,7 +106,7 @@ TEST_P(ErrorCount, IsThatOfTheRecoveries) {
   reset_report_state();
   report_state().errors = &ignored;
   prepare_tables();
-  EXPECT_THROW(read_program(files, ignored), RunEnd);
+  EXPECT_THROW(read_program(files, "", ignored), RunEnd);
   EXPECT_EQ(report_state().parser_errors, GetParam().errors);
   reset_report_state();
 }
@@ -168,6 +168,18 @@ TEST_F(RewriteTest, LeavesTheArityOfOrdinaryAtomsFree) {
   const RewrittenProgram program = rewritten({"p. p(a). -p(a,b). p(1..2).", "p(a,b,c)."}, {true});
   EXPECT_EQ(program.messages, "");
   EXPECT_EQ(program.status, 0);
+}
+
+TEST_F(RewriteTest, ReadsTheLibraryOfASemanticsBehindTheFiles) {
+  std::filesystem::create_directory("zareltests");
+  std::ofstream("zareltests/constrainedSemantic.zrf") << "rule. not.";
+  RewriteOptions options;
+  options.semantics = "constrained";
+  EXPECT_EQ(rewritten({"own."}, options).messages,
+            "constrained: line 1: syntax error.\nAborting due to parser errors.\n");
+  options.semantics = "other";
+  std::ofstream("other") << "rule.";
+  EXPECT_EQ(rewritten({"own."}, options).clauses, "a_1(own,default).\na_1(rule,default).\n");
 }
 
 TEST_F(RewriteTest, CountsTheLinesOfEveryFileAnew) {
