@@ -3,6 +3,7 @@
 #include <array>
 #include <chrono>
 #include <fcntl.h>
+#include <functional>
 #include <memory>
 #include <thread>
 #include <unistd.h>
@@ -30,22 +31,30 @@ class Input : public ReadingTest<testing::Test> {
   void send(std::string_view text) {
     EXPECT_EQ(std::fwrite(text.data(), 1, text.size(), out_.get()), text.size());
   }
+  // Reads what another thread sends, in pieces of this length.
+  void read_sent(std::string_view text, std::size_t piece) {
+    std::thread writer([&] {
+      for (std::size_t at = 0; at < text.size(); at += piece) {
+        send(text.substr(at, piece));
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+      }
+      out_.reset();
+    });
+    EXPECT_EQ(read_answer_sets(in_.get()), 0);
+    writer.join();
+  }
 
   File in_, out_;
 };
 
-// What is written into the pipe in answer to what was printed.
-class Answers : public std::stringbuf {
- public:
-  explicit Answers(std::function<void(std::string)> when_flushed)
-      : when_flushed_(std::move(when_flushed)) {}
-
- private:
+// Says what was printed when it is flushed.
+struct Answers : std::stringbuf {
+  explicit Answers(std::function<void(std::string)> say) : when_flushed(std::move(say)) {}
   int sync() override {
-    when_flushed_(str());
+    when_flushed(str());
     return 0;
   }
-  std::function<void(std::string)> when_flushed_;
+  std::function<void(std::string)> when_flushed;
 };
 
 TEST_F(Input, PrintsCompleteItemsBeforeItWaitsForMore) {
@@ -64,28 +73,14 @@ TEST_F(Input, PrintsCompleteItemsBeforeItWaitsForMore) {
 }
 
 TEST_F(Input, TakesPiecesOfAnyLength) {
-  const std::string_view text = "{a_3(\"p q\", default, word), -a_2(q12, s)}\r\n12, f(\"x\ny\")";
-  std::thread writer([&] {
-    for (const char c : text) {
-      send(std::string_view(&c, 1));
-      std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    out_.reset();
-  });
-  EXPECT_EQ(read_answer_sets(in_.get()), 0);
-  writer.join();
+  read_sent("{a_3(\"p q\", default, word), -a_2(q12, s)}\r\n12, f(\"x\ny\")", 1);
   EXPECT_EQ(output_.str(), "{\"p q\"(word), -q12@s}\n12,f(\"x\ny\")\n");
 }
 
 TEST_F(Input, TakesLongTokensFromAPipeInLinearTime) {
   fcntl(fileno(in_.get()), F_SETPIPE_SZ, 4096);
   const std::string text = joined({"\"", repeated("x\n", 10000000), "\""});
-  std::thread writer([&] {
-    send(text);
-    out_.reset();
-  });
-  EXPECT_EQ(read_answer_sets(in_.get()), 0);
-  writer.join();
+  read_sent(text, text.size());
   EXPECT_TRUE(output_.str() == text + "\n");
 }
 
@@ -93,14 +88,14 @@ TEST_F(Input, EndsTheRunWhenItCannotBeRead) {
   // A read that would have to wait fails, in the middle of terms for which the stack has grown.
   fcntl(fileno(in_.get()), F_SETFL, O_NONBLOCK);
   send(joined({"{a_2(p, default)} x, ", repeated("f(", 5000)}));
+  int status = 0;
   try {
     read_answer_sets(in_.get());
-    FAIL() << "no end";
   } catch (const RunEnd& end) {
-    EXPECT_EQ(end.status, 2);
+    status = end.status;
   }
-  EXPECT_EQ(output_.str(), "{p}\n");
-  EXPECT_EQ(errors_.str(), "input in flex scanner failed\n");
+  EXPECT_EQ(status, 2);
+  EXPECT_EQ(output_.str() + errors_.str(), "{p}\ninput in flex scanner failed\n");
   EXPECT_EQ(read_answer_sets("y"), 0);
   EXPECT_EQ(output_.str(), "{p}\ny\n");
 }
@@ -112,17 +107,12 @@ TEST_F(Input, ReadsToTheEndWhenNothingCanBeWritten) {
 }
 
 TEST_F(Input, NamesScannerFunctionsWithTheirPrefix) {
-  const auto message = [this](const char* text) {
-    errors_.str("");
-    EXPECT_THROW(end_scanning(text), RunEnd);
-    return errors_.str();
-  };
-  EXPECT_EQ(message("out of dynamic memory in yy_create_buffer()"),
-            "out of dynamic memory in output_yy_create_buffer()\n");
-  EXPECT_EQ(message("out of dynamic memory in yyensure_buffer_stack()"),
-            "out of dynamic memory in output_yyensure_buffer_stack()\n");
-  EXPECT_EQ(message("out of dynamic memory in yy_get_next_buffer()"),
-            "out of dynamic memory in yy_get_next_buffer()\n");
+  for (const char* function : {"yy_create_buffer", "yyensure_buffer_stack", "yy_get_next_buffer"})
+    EXPECT_THROW(end_scanning(joined({"out of memory in ", function, "()"}).c_str()), RunEnd);
+  EXPECT_EQ(errors_.str(),
+            "out of memory in output_yy_create_buffer()\n"
+            "out of memory in output_yyensure_buffer_stack()\n"
+            "out of memory in yy_get_next_buffer()\n");
 }
 
 }    // namespace

@@ -1,7 +1,6 @@
 #pragma once
 // reading_fixture.h - text in, printed text and messages out.
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <sstream>
@@ -14,8 +13,6 @@
 #include "output/display_settings.h"
 
 namespace zarel {
-
-inline constexpr std::string_view kSyntaxError = "line 1: syntax error.\n";
 
 // All process-wide state as new, results and messages caught.
 template <typename Base>
@@ -49,10 +46,9 @@ struct Case {
   friend void PrintTo(const Case& test, std::ostream* out) { *out << test.name; }
 };
 class Reader : public ReadingTest<testing::TestWithParam<Case>> {};
+class ReaderState : public ReadingTest<testing::Test> {};
 
-inline std::string case_name(const testing::TestParamInfo<Case>& test) {
-  return std::string(test.param.name);
-}
+inline constexpr auto case_name = [](const auto& test) { return std::string(test.param.name); };
 
 inline std::string repeated(std::string_view text, std::size_t count) {
   std::string all;
