@@ -6,7 +6,8 @@ namespace zarel {
 
 // What was only read has nothing to lose: the result of closing says nothing.
 void InputFile::Closer::operator()(std::FILE* file) const {
-  static_cast<void>(std::fclose(file));
+  static_cast<void>(
+      std::fclose(file));    // NOLINT(cppcoreguidelines-owning-memory): this is its owner
 }
 
 // Reading nothing shows whether there could be anything to read, and leaves the file as it is.

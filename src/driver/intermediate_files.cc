@@ -26,7 +26,7 @@ void close_written(std::ofstream& file) {
 
 // Adds the last character a second time.
 void append_with_doubled_end(std::ofstream& out, std::ifstream& in) {
-  constexpr std::size_t kPiece = 64 * 1024;
+  constexpr std::size_t kPiece = std::size_t{64} * 1024;
   std::vector<char> piece(kPiece);
   char last = '\0';
   bool is_empty = true;

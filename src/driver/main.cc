@@ -72,7 +72,7 @@ int run(std::span<char* const> arguments) {
   }
   if (options.files.empty()) return options.OptionVerbosity ? 0 : end_with_usage();
 
-  read_program(options.files, files.verbatim());
+  read_program(options.files, options.semantics, files.verbatim());
   expand_templates(*files.legend());
   files.begin_program();
   if (options.OptionSafetyCheck) check_safety();

@@ -31,6 +31,7 @@ struct Options {
   bool shows_uris = false;            // "-uri"
   bool is_preparsing = false;
   bool is_postparsing = false;
+  std::string semantics;    // the library read behind the files; no option sets it
 };
 
 // Reads the arguments (the program's name left out) in order, up to the one that ends the scan.

@@ -22,9 +22,11 @@
 namespace zarel {
 namespace {
 
-void read_file(const std::string& path, ProgramBuilder& builder, std::ostream& verbatim) {
+// Messages name the file as `shown_name`.
+void read_file(const std::string& path, const std::string& shown_name, ProgramBuilder& builder,
+               std::ostream& verbatim) {
   ReportState& report = report_state();
-  report.parser_file = path;
+  report.parser_file = shown_name;
   report.parser_line = 0;
   const InputFile file(path);
   if (!file.is_open()) {
@@ -34,6 +36,13 @@ void read_file(const std::string& path, ProgramBuilder& builder, std::ostream& v
   if (report.OptionVerbosity != 0) standard_output() << "Reading \"" << path << "\"\n";
   report.parser_line = 1;
   parse_file(file.handle(), builder, verbatim);
+}
+
+// The one place where rules of a semantics join the program, behind the user's own.
+void read_semantics(const std::string& name, ProgramBuilder& builder, std::ostream& verbatim) {
+  if (name.empty()) return;
+  const std::string path = name == "constrained" ? "zareltests/constrainedSemantic.zrf" : name;
+  read_file(path, name, builder, verbatim);
 }
 
 std::string text_of(const Rule& rule) {
@@ -55,11 +64,13 @@ void prepare_tables() {
   scanner_actions().forget_files();
 }
 
-void read_program(const std::vector<std::string>& files, std::ostream& verbatim) {
+void read_program(const std::vector<std::string>& files, const std::string& semantics,
+                  std::ostream& verbatim) {
   ReportState& report = report_state();
   report.ParserStateInternal = false;
   ProgramBuilder builder;
-  for (const std::string& path : files) read_file(path, builder, verbatim);
+  for (const std::string& path : files) read_file(path, path, builder, verbatim);
+  read_semantics(semantics, builder, verbatim);
   report.ParserStateInternal = true;
   if (report.parser_errors == 0) return;
   standard_error() << "Aborting due to parser errors.\n";
@@ -94,7 +105,7 @@ RewrittenProgram rewrite(const std::vector<std::string>& files, const RewriteOpt
     prepare_tables();
     set_arity_check(options.has_arity_check);
     set_link_templates(options.has_linked_templates);
-    read_program(files, verbatim);
+    read_program(files, options.semantics, verbatim);
     expand_templates(legend);
     if (options.has_safety_check) check_safety();
     std::ostringstream clauses;

@@ -11,9 +11,11 @@ namespace zarel {
 // Tables as a run starts with them: builtins registered, frame syntax and higher-order mode on.
 void prepare_tables();
 
-// Reads every file into one program. A file that cannot be opened is reported and left out. Ends
+// Reads every file into one program, and then the library of a semantics: "constrained", a file's
+// name, or none. A file that cannot be opened is reported and left out. Ends
 // the run with status 1 when an error was counted.
-void read_program(const std::vector<std::string>& files, std::ostream& verbatim);
+void read_program(const std::vector<std::string>& files, const std::string& semantics,
+                  std::ostream& verbatim);
 
 // Checks all template invocations, ending the run with status 1 at the first fault, and expands
 // them.
@@ -27,6 +29,7 @@ void check_safety();
 struct RewriteOptions {
   bool has_arity_check = false;
   bool has_safety_check = false;
+  std::string semantics = {};    // as read_program takes it
   bool has_linked_templates = false;
 };
 struct RewrittenProgram {

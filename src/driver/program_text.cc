@@ -7,7 +7,7 @@
 namespace zarel {
 namespace {
 
-constexpr std::size_t kPiece = 64 * 1024;    // bytes handed to a stream at once
+constexpr std::size_t kPiece = std::size_t{64} * 1024;    // bytes handed to a stream at once
 
 void write_piece(std::ostream& out, std::string& text) {
   out.write(text.data(), static_cast<std::streamsize>(text.size()));

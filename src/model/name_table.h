@@ -37,7 +37,7 @@ class NameTable {
 
   std::vector<Name> names_;
   std::vector<std::uint32_t> slots_;    // id + 1; 0 for a free slot; a power of two of them
-  std::pmr::monotonic_buffer_resource texts_{64 * 1024};
+  std::pmr::monotonic_buffer_resource texts_{std::size_t{64} * 1024};
 };
 
 // The names of this process's program.

@@ -28,6 +28,7 @@ class StoredList {
  private:
   friend class ProgramStorage;
   struct alignas(alignof(T) > alignof(std::uint32_t) ? alignof(T) : alignof(std::uint32_t)) Block {
+    explicit Block(std::uint32_t count) : size(count) {}
     std::uint32_t size;
   };
 
@@ -55,7 +56,7 @@ class ProgramStorage {
     StoredList<T> list{};
     if (size == 0) return list;
     void* const memory = blocks_.allocate(sizeof(Block) + size * sizeof(T), alignof(Block));
-    list.block_ = ::new (memory) Block{static_cast<std::uint32_t>(size)};
+    list.block_ = std::construct_at(static_cast<Block*>(memory), static_cast<std::uint32_t>(size));
     return list;
   }
 
@@ -63,13 +64,13 @@ class ProgramStorage {
   template <class T>
   T* store_value(const T& value) {
     static_assert(std::is_trivially_destructible_v<T>);
-    return ::new (blocks_.allocate(sizeof(T), alignof(T))) T(value);
+    return std::construct_at(static_cast<T*>(blocks_.allocate(sizeof(T), alignof(T))), value);
   }
 
   void clear() { blocks_.release(); }    // every handle and pointer given out dies with it
 
  private:
-  static constexpr std::size_t kFirstBlock = 64 * 1024;    // bytes; later ones grow
+  static constexpr std::size_t kFirstBlock = std::size_t{64} * 1024;    // bytes; later ones grow
   std::pmr::monotonic_buffer_resource blocks_{kFirstBlock};
 };
 

@@ -47,6 +47,11 @@ TERMT scaled_weight(std::uint32_t whole, std::uint32_t fraction) {
   return TERMT::integer(static_cast<std::int32_t>(static_cast<std::uint32_t>(scaled)));
 }
 
+// A local name may be a string: its quotes would end the address it becomes part of.
+std::string_view without_quotes(std::string_view name) {
+  return name.starts_with('"') ? name.substr(1, name.size() - 2) : name;
+}
+
 void say_that_query_is_replaced(const Body& old_query, const Body& new_query) {
   std::string line = "Query ";
   append_list(line, new_query, ", ");
@@ -72,7 +77,8 @@ void ProgramBuilder::skipped_statement() {
 
 TERMT ProgramBuilder::qualified_term(const NamePair& prefix_and_local) {
   const auto [prefix, local] = prefix_and_local;
-  const auto address = returnAddress(names().spelling(prefix), names().spelling(local));
+  const auto address =
+      returnAddress(names().spelling(prefix), without_quotes(names().spelling(local)));
   if (address) {
     note_prefix_use();
     return newTERMT(*address);

@@ -33,7 +33,8 @@ class ClauseRewriter {
 
   void rewrite(const CLAUSET& clause) {
     location_ = clause.location();
-    std::visit([this](const auto& payload) { add(rewritten(payload)); }, clause.payload());
+    std::visit([this](const auto& payload) { add_generated(rewritten(payload), location_); },
+               clause.payload());
     for (const auto& [invocation, generated] : closed_) {
       StandardizeAtomInvocation(invocation, generated, legend_);
     }
@@ -41,8 +42,6 @@ class ClauseRewriter {
   }
 
  private:
-  void add(CLAUSET::Payload payload) { add_generated({std::move(payload), location_}); }
-
   TERMT rewritten(const TERMT& maxint) { return maxint; }
 
   Rule rewritten(const Rule& rule) {

@@ -2,8 +2,8 @@
 
 namespace zarel {
 
-void add_generated(CLAUSET clause) {
-  CLAUSES().push_back(std::move(clause));
+void add_generated(CLAUSET::Payload payload, const SourceLocation& location) {
+  CLAUSES().emplace_back(std::move(payload), location);
   ++nclause();
 }
 
@@ -12,7 +12,7 @@ void add_generated_rule(const ATOMT& head, const Body& body, const SourceLocatio
   heads.add(head);
   Rule rule;
   rule.init(&heads, &body);
-  add_generated({std::move(rule), location});
+  add_generated(std::move(rule), location);
 }
 
 }    // namespace zarel

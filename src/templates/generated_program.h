@@ -6,7 +6,7 @@
 namespace zarel {
 
 // Appends the clause to CLAUSES and counts it in nclause.
-void add_generated(CLAUSET clause);
+void add_generated(CLAUSET::Payload payload, const SourceLocation& location);
 
 // The same for the rule: head :- body.
 void add_generated_rule(const ATOMT& head, const Body& body, const SourceLocation& location);

@@ -1,0 +1,62 @@
+#pragma once
+// clingo_process.h - the clingo that solves for us: started with an argument list, fed through its
+// standard input, read through its standard output. It never outlives dl.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dl {
+
+// How clingo ended.
+struct ProcessEnd {
+  bool signalled = false;
+  int code = 0;          // exit status, or the signal's number
+  std::string errors;    // the first part of what it wrote on standard error
+};
+
+class ClingoProcess {
+ public:
+  ClingoProcess() = default;
+  ~ClingoProcess();    // kills it if it still runs
+  ClingoProcess(const ClingoProcess&) = delete;
+  ClingoProcess& operator=(const ClingoProcess&) = delete;
+
+  // Throws Failure when no process can be made. A program that cannot be run shows in end().
+  void start(const std::string& program, const std::vector<std::string>& arguments);
+  bool is_running() const { return pid_ > 0; }
+  void write(
+      std::string_view text);    // text that clingo no longer wants is dropped: end() tells why
+  void finish_input();
+  // Waits for output and returns how much was put into `buffer`, 0 at the end.
+  std::size_t read(char* buffer, std::size_t size);
+  ProcessEnd end();    // waits for it; after the output was read to its end
+
+ private:
+  int pid_ = -1;
+  int input_ = -1;
+  int output_ = -1;
+  int errors_ = -1;
+};
+
+// What asked the search to end, if anything did.
+enum class Interruption { kNone, kTime, kSignal };
+
+// From now on SIGINT and SIGTERM end clingo before they end dl, and so does the time limit (0:
+// none), counted from here.
+void watch_interruptions(unsigned seconds);
+Interruption interruption();
+// Ends dl as the signal would have ended it. Call only after interruption() was kSignal.
+[[noreturn]] void die_of_signal();
+
+// Exit status of a child that could not run the program; the text is on its standard error.
+constexpr int kCannotRun = 127;
+
+// The first argument with which dl runs itself to become clingo.
+constexpr std::string_view kBecomeClingo = "--become-clingo";
+// Becomes the program `arguments[1]` with the arguments after it, bound to the life of the process
+// `arguments[0]`.
+[[noreturn]] void become_clingo(char** arguments);
+
+}    // namespace dl

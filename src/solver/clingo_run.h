@@ -1,0 +1,52 @@
+#pragma once
+// clingo_run.h - one search: clingo is started, fed, listened to and judged.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "solver/answer_writer.h"
+#include "solver/clingo_process.h"
+#include "solver/line_map.h"
+#include "solver/model_reader.h"
+#include "solver/options.h"
+#include "solver/program_parts.h"
+
+namespace dl {
+
+class ClingoRun {
+ public:
+  ClingoRun(const Options& options, const ProgramParts& parts, const LineMap& lines)
+      : options_(options), parts_(parts), lines_(lines) {}
+
+  // Lets clingo solve the program, prints the answers as they come, and returns dl's exit status.
+  // The text is taken away once clingo has it. Throws Failure when the search failed; an
+  // interrupted dl ends here.
+  int solve(std::string& program);
+
+ private:
+  std::vector<std::string> arguments() const;
+  void read_line(std::string_view line);
+  void read_answer(std::string_view line);
+  void print_held();
+  void print_query();
+  void flush();
+  int judge(bool complete_lines);
+  [[noreturn]] void fail(const ProcessEnd& end) const;
+  std::string clingo_error(std::string_view errors) const;
+  void check_overflow(std::optional<std::size_t> overflow) const;
+
+  const Options& options_;
+  const ProgramParts& parts_;
+  const LineMap& lines_;
+  ClingoProcess process_;
+  std::string output_;    // for standard output
+  AnswerSet answer_;
+  Costs costs_;
+  std::string consequences_;    // the query's last line
+  LineKind status_ = LineKind::kOther;
+  bool has_held_ = false;    // an answer set that may not be optimal
+  bool has_consequences_ = false;
+};
+
+}    // namespace dl

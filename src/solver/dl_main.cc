@@ -1,0 +1,49 @@
+// dl_main.cc - the phases of dl, in order.
+
+#include <exception>
+#include <iostream>
+#include <new>
+#include <string_view>
+#include <vector>
+
+#include "solver/clingo_process.h"
+#include "solver/clingo_run.h"
+#include "solver/failure.h"
+#include "solver/options.h"
+#include "solver/parse.h"
+#include "solver/translator.h"
+
+namespace {
+
+int run(const std::vector<std::string_view>& arguments) {
+  const dl::Options options = dl::read_options(arguments);
+  if (options.help || options.version) {
+    std::cout << (options.help ? dl::help_text() : dl::version_text()) << std::flush;
+    return dl::kSuccess;
+  }
+  dl::watch_interruptions(static_cast<unsigned>(options.seconds));
+  dl::ProgramParts parts;
+  dl::Translation translation;
+  dl::Translator translator(options, parts, translation);
+  dl::read_program(options.files, translator);
+  translator.end_program();
+  if (options.translate_only) {
+    std::cout << translation.text << std::flush;
+    return dl::kSuccess;
+  }
+  return dl::ClingoRun(options, parts, translation.lines).solve(translation.text);
+}
+
+}    // namespace
+
+int main(int argc, char** argv) {
+  if (argc > 3 && argv[1] == dl::kBecomeClingo) dl::become_clingo(argv + 2);
+  try {
+    return run({argv + 1, argv + argc});
+  } catch (const dl::Failure& failure) {
+    std::cerr << failure.message << '\n';
+  } catch (const std::bad_alloc&) {
+    std::cerr << "dl: out of memory\n";
+  }
+  return dl::kError;
+}

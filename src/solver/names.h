@@ -1,0 +1,32 @@
+#pragma once
+// names.h - the spelling of names and strings in clingo's language, and back.
+//
+// Note [reserved names]
+// A name of the input never begins with an underscore, so everything that does is ours:
+//   _nNAME     a predicate or functor that clingo would take for a variable or a keyword (Node,
+//   not) _tREST     the predicate #REST, whose first character clingo keeps for its own words _h1,
+//   ...   pieces of a long body          _q   the answers of the query      _w   costs, where a
+//   level is a variable _overflow  an integer that left 32 bits   _m, _r, _o   constants: the bound
+//   of results, of ranges, "check overflow"
+// Variables of ours are _V1, ...
+
+#include <string>
+#include <string_view>
+
+namespace dl {
+
+// Appends the name as clingo's identifier. See Note [reserved names].
+void append_clingo_name(std::string& out, std::string_view name);
+
+// Appends a quoted string, given with its quotes, with backslashes and line ends escaped for
+// clingo.
+void append_clingo_string(std::string& out, std::string_view quoted);
+
+// Appends an atom or term that clingo printed as the input would spell it; it may hold strings and
+// nested names.
+void append_input_spelling(std::string& out, std::string_view printed);
+
+// Whether append_input_spelling would change anything: most atoms are copied as they are.
+bool needs_respelling(std::string_view printed);
+
+}    // namespace dl

@@ -1,0 +1,40 @@
+#pragma once
+// options.h - the command line of dl.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dl {
+
+enum class Reasoning { kCautious, kBrave };
+
+struct Options {
+  std::vector<std::string> files;
+  std::vector<std::string> filters;    // a name shows the predicate and its strong negation
+  std::vector<std::string> positive_filters;    // a name shows the predicate alone
+  std::string clingo = "clingo";
+  std::uint64_t answer_sets = 0;    // at most so many; 0: all
+  std::uint64_t seconds = 0;        // 0: no limit
+  std::uint64_t threads = 1;
+  std::optional<std::int64_t> bound;
+  Reasoning reasoning = Reasoning::kCautious;
+  bool leave_out_facts = false;
+  bool translate_only = false;
+  bool help = false;
+  bool version = false;
+
+  bool shows(std::string_view name, bool strongly_negated) const;
+};
+
+// Reads the arguments after the program's name, in any order, with one dash or two. Throws Failure
+// for an argument that is no option and a value that does not fit.
+Options read_options(const std::vector<std::string_view>& arguments);
+
+// The texts of -help and -version, with their line ends.
+std::string_view help_text();
+std::string_view version_text();
+
+}    // namespace dl

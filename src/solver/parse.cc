@@ -1,0 +1,67 @@
+#include "solver/parse.h"
+
+#include <deque>
+#include <set>
+#include <utility>
+
+#include "grammar.h"
+#define YYSTYPE DL_STYPE    // the scanner's header knows the value type by this name alone
+#include "scanner.h"
+#include "solver/failure.h"
+#include "solver/source_file.h"
+
+namespace dl {
+namespace {
+
+// The scanner's state, freed with it.
+class Scanner {
+ public:
+  Scanner(std::string& text, StatementBuilder& builder) {
+    dl_lex_init_extra(&builder, &state_);
+    dl__scan_buffer(text.data(), text.size(), state_);
+  }
+  ~Scanner() { dl_lex_destroy(state_); }
+  Scanner(const Scanner&) = delete;
+  Scanner& operator=(const Scanner&) = delete;
+  yyscan_t state() const { return state_; }
+
+ private:
+  yyscan_t state_ = nullptr;
+};
+
+// A file waiting to be read; `place` is that of its include line, for messages.
+struct Waiting {
+  std::string path;
+  std::string place;
+};
+
+}    // namespace
+
+bool parse_text(std::string& text, StatementBuilder& builder) {
+  const Scanner scanner(text, builder);
+  return dl_parse(scanner.state(), &builder) == 0 && !builder.has_failed();
+}
+
+void read_program(const std::vector<std::string>& files, Translator& translator) {
+  std::set<std::pair<std::uint64_t, std::uint64_t>> read;
+  for (const std::string& file : files) {
+    std::deque<Waiting> waiting{{file, "dl: "}};
+    while (!waiting.empty()) {
+      const Waiting next = std::move(waiting.front());
+      waiting.pop_front();
+      SourceFile source = read_source_file(next.path, next.place);
+      if (!read.insert(source.identity).second) continue;
+      translator.begin_file(next.path);
+      StatementBuilder builder(translator);
+      if (!parse_text(source.text, builder)) {
+        throw Failure{at_place(next.path, builder.mistake_line(), builder.mistake())};
+      }
+      for (const Translator::Include& include : translator.take_includes()) {
+        waiting.push_back({resolve_include(next.path, include.name),
+                           at_place(next.path, include.place.line, "")});
+      }
+    }
+  }
+}
+
+}    // namespace dl

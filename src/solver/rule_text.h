@@ -1,0 +1,70 @@
+#pragma once
+// rule_text.h - a rule as clingo reads it, on one line or, where its body is long, on several.
+//
+// Note [long bodies]
+// clingo needs time quadratic in the length of a body: 4,000 literals take seconds, 100,000 would
+// take hours. So a long body is cut into pieces, each the body of a helper atom that the next piece
+// begins with. The helper carries the variables bound so far that the head or a later literal still
+// needs. Replacing a part of one body by an atom that has this part as its only definition does not
+// change the answer sets.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "solver/body_order.h"
+#include "solver/line_map.h"
+#include "solver/literal_text.h"
+#include "solver/statement.h"
+
+namespace dl {
+
+// The text for clingo, and where each of its lines comes from.
+struct Translation {
+  std::string text;
+  LineMap lines;
+
+  void end_line(Place place) {
+    text += '\n';
+    lines.add(place);
+  }
+};
+
+class RuleWriter {
+ public:
+  RuleWriter(Translation& out, std::vector<Place>& overflow_places)
+      : out_(out), overflow_places_(overflow_places) {}
+
+  // Orders the statement's body and makes it ready to be written as body(); the pieces that were
+  // cut off and the rules that watch its integers are written at once. `kept` tells by variable
+  // what the rest of the rule uses; all of it must be bound. Returns an empty text, or the mistake
+  // that was found: an unsafe rule.
+  std::string prepare(const Statement& statement, Place place, const std::vector<char>& kept);
+
+  const std::string& body() const { return body_; }
+
+  // A variable of the prepared body that only a bound on integers gives values, or empty.
+  std::string_view ranging_variable() const { return ranging_; }
+
+ private:
+  class Pieces;
+  std::string prepare_atoms(const Statement& statement, const std::vector<char>& kept);
+  void write_steps(const OrderedBody& body, const std::vector<Step>& steps,
+                   const std::vector<char>& kept, Place place);
+  void cut(std::string helper, Place place);
+  void write_overflows(const OrderedBody& body, const Step& step, Place place);
+
+  Translation& out_;
+  std::vector<Place>& overflow_places_;
+  std::vector<std::string> overflows_;
+  std::string body_;
+  std::vector<char> marks_;
+  std::string_view ranging_;
+  std::uint32_t helpers_ = 0;
+};
+
+// The message for a variable that nothing binds.
+std::string unsafe_message(std::string_view variable);
+
+}    // namespace dl

@@ -1,0 +1,124 @@
+#pragma once
+// statement.h - one statement of the input, as the builder leaves it for the translator. All parts
+// lie in flat lists that are cleared and used again, so that a million facts cost no allocation
+// each.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dl {
+
+// A stretch of Statement::text, or of one of its lists.
+struct Slice {
+  std::uint32_t begin = 0;
+  std::uint32_t end = 0;
+  std::uint32_t size() const { return end - begin; }
+};
+
+using VariableId = std::uint32_t;
+constexpr VariableId kUnnamed = 0xffffffffu;    // "_": a use that nothing can bind
+
+enum class TermKind : std::uint8_t {
+  kVariable,
+  kAnonymous,
+  kConstant,
+  kString,
+  kInteger,
+  kBound,
+  kCompound
+};
+
+struct Term {
+  TermKind kind = TermKind::kConstant;
+  VariableId variable = kUnnamed;
+  Slice text;         // as clingo writes it
+  Slice uses;         // its variables, in Statement::uses
+  Slice arguments;    // in Statement::arguments; of the outermost compound alone
+  std::uint32_t arity = 0;
+  bool strongly_negated = false;
+  std::string_view name;    // as the input spells it, of constants and compounds
+};
+
+// The builtins; the comparisons come first.
+enum Builtin : int {
+  kEqual,
+  kUnequal,
+  kLess,
+  kGreater,
+  kLessEqual,
+  kGreaterEqual,
+  kInt,
+  kSuccessor,
+  kSum,
+  kProduct,
+  kFunctionTerm,
+  kAtom,
+  kAggregate
+};
+constexpr bool is_comparison(int kind) {
+  return kind <= kGreaterEqual;
+}
+
+struct Literal {
+  Builtin kind = kAtom;
+  bool negated = false;
+  std::uint32_t term = 0;    // the atom
+  Slice arguments;           // of a builtin, in Statement::arguments
+  Slice uses;    // all variables in it, with repeats; of an aggregate those of its guards alone
+  std::uint32_t aggregate = 0;    // index of an aggregate
+  std::uint32_t line = 0;
+};
+
+enum AggregateFunction : int { kCount, kSumUp, kMin, kMax, kAverage };
+
+// A guard as it stands between its term and the aggregate; `given` is false where there is none.
+struct Guard {
+  bool given = false;
+  Builtin op = kEqual;
+  std::uint32_t term = 0;
+};
+
+struct Aggregate {
+  AggregateFunction function = kCount;
+  Guard left;         // left.term op {...}
+  Guard right;        // {...} op right.term
+  Slice arguments;    // the terms before the colon
+  std::vector<Literal> body;
+  Slice uses;    // all variables between the braces
+};
+
+struct Statement {
+  std::string text;    // clingo's text of every term and atom
+  std::vector<Term> terms;
+  std::vector<VariableId> uses;
+  std::vector<std::uint32_t> arguments;    // indices of terms
+  std::vector<std::uint32_t> heads;        // indices of terms
+  std::vector<Literal> body;
+  std::vector<Aggregate> aggregates;
+  std::vector<Slice> variables;    // the spelling of each, in text
+  std::uint32_t line = 0;
+  bool atoms_only = true;    // the body holds no builtin and no aggregate
+
+  std::string_view slice(Slice s) const { return std::string_view(text).substr(s.begin, s.size()); }
+  std::string_view term_text(std::uint32_t term) const { return slice(terms[term].text); }
+  const Term& argument(const Literal& literal, std::uint32_t position) const {
+    return terms[arguments[literal.arguments.begin + position]];
+  }
+
+  void clear() {
+    text.clear();
+    terms.clear();
+    uses.clear();
+    arguments.clear();
+    heads.clear();
+    body.clear();
+    aggregates.clear();
+    variables.clear();
+    line = 0;
+    atoms_only = true;
+  }
+};
+
+}    // namespace dl

@@ -1,0 +1,115 @@
+// frame_test.cc - frames as values: what they say of themselves, their text, their variables.
+
+#include <sstream>
+
+#include "frames/frame_rule.h"
+#include "frames_fixture.h"
+
+namespace zarel {
+namespace {
+
+using Frame = FramesTest;
+
+std::string variables_of(const std::vector<TERMT>& variables) {
+  std::string text;
+  append_list(text, variables, ",");
+  return text;
+}
+
+std::string variables_of(const FRAME& frame) {
+  std::vector<TERMT> variables;
+  frame.getVariables(variables);
+  return variables_of(variables);
+}
+
+template <class... Parts>
+std::string printed(const Parts&... parts) {
+  std::ostringstream out;
+  FRAME_RULE(parts...).print(out);
+  return out.str();
+}
+
+TEST_F(Frame, ArrowsHaveTheTextsOfTheEncoding) {
+  const std::vector<std::string_view> expected = {
+      "\"->\"", "\"->>\"", "\"=>\"", "\"=>>\"", "\"*->\"", "\"*->>\"", "\":\"", "\"::\"", "!=>"};
+  EXPECT_EQ(std::vector<std::string_view>(arrows.begin(), arrows.end()), expected);
+  EXPECT_EQ(static_cast<int>(ARROW::kNone), -1);
+  EXPECT_EQ(arrows[static_cast<std::size_t>(ARROW::kSubclass)], "\"::\"");
+}
+
+TEST_F(Frame, RulesPrintALineForEachStatementOfTheHead) {
+  const FRAME nested = frame("v", {says("-b", ARROW::kSet, {frame("1"), frame("w", {says("c")})})});
+  const FRAME_HEAD head({frame("o", {says("a", ARROW::kSingle, {nested}), says("d")}), frame("p")});
+  const FRAME_BODY body({frame("X", {says("not a", ARROW::kSingle, {frame("Y")})}),
+                         frame("q", {says("not c")}), frame("r")});
+  EXPECT_EQ(printed(head), "a(o,v).\n-b(v,1).\n-b(v,w).\nc(w).\nd(o).\n");
+  EXPECT_EQ(printed(body), ":- not a(X,Y), not c(q).\n");
+  EXPECT_EQ(printed(FRAME_HEAD({frame("o", {says("a"), says("b")})}), body),
+            "a(o) :- not a(X,Y), not c(q).\nb(o) :- not a(X,Y), not c(q).\n");
+  EXPECT_EQ(printed(FRAME_HEAD({frame("o")})), "");    // a frame without attributes says nothing
+  EXPECT_EQ(relation(true, "o", "a", "v") + relation(false, "o", "a"), "not a(o,v)a(o)");
+}
+
+TEST_F(Frame, RulesKnowWhatTheyAre) {
+  const auto kinds = [](const FRAME_RULE& rule) {
+    return std::vector<bool>{rule.isStandardRule(), rule.isFact(), rule.isConstraint()};
+  };
+  const FRAME_HEAD head({frame("o")});
+  const FRAME_BODY body({frame("o")});
+  EXPECT_EQ(kinds(FRAME_RULE(head, body)), (std::vector<bool>{true, false, false}));
+  EXPECT_EQ(kinds(FRAME_RULE(head)), (std::vector<bool>{false, true, false}));
+  EXPECT_EQ(kinds(FRAME_RULE(body)), (std::vector<bool>{false, false, true}));
+}
+
+TEST_F(Frame, VariablesStandInOrderWithRepeats) {
+  const ATTRIBUTE nested =
+      says("-A", ARROW::kSet, {frame("V", {says("b", ARROW::kSingle, {frame("-X")})}), frame("V")});
+  EXPECT_EQ(variables_of(frame("-X", {nested, says("Y"), says("not Z"), says("a")})),
+            "X,A,V,X,V,Y,Z");
+  EXPECT_EQ(variables_of(frame("-x", {says("\"X\"", ARROW::kSet, {frame("12"), frame("_")})})), "");
+  std::vector<TERMT> variables;
+  nested.getVariables(variables, nullptr);
+  const FrameTerm subject = term("S");
+  nested.getVariables(variables, &subject);
+  EXPECT_EQ(variables_of(variables), "A,V,X,V,S,A,V,X,V");
+  const std::vector<TERMT> inner = {newTERMT("P"), newTERMT("Q")};
+  const FrameTerm function = frame_term(names().intern("g(P,Q)"), inner);
+  const FRAME object(negated(function), false, space());
+  EXPECT_EQ(object.getSubject(), "-g(P,Q)");
+  EXPECT_EQ(variables_of(object), "P,Q");
+}
+
+TEST_F(Frame, AnswersWhatItHolds) {
+  const FRAME simple = frame("o");
+  const FRAME nested = frame("o", {says("a", ARROW::kSingle, {frame("v", {says("not -b")})})});
+  EXPECT_TRUE(simple.isSimple());
+  EXPECT_FALSE(nested.isSimple());
+  EXPECT_TRUE(says("a").isSimple());
+  EXPECT_FALSE(nested.getAttributes()[0].isSimple());
+  EXPECT_FALSE(nested.hasNegation());    // that of the value is not its own
+  EXPECT_TRUE(nested.has_nested_negation() && nested.has_true_negation());
+  EXPECT_TRUE(frame("o", {says("a"), says("not b")}).hasNegation());
+  EXPECT_FALSE(frame("-o", {says("a")}).has_true_negation());
+
+  EXPECT_TRUE(frame("o", {says("a")}).isAtomic());
+  EXPECT_TRUE(frame("o", {says("a", ARROW::kSet, {simple})}).isAtomic());
+  EXPECT_FALSE(simple.isAtomic());
+  EXPECT_FALSE(nested.isAtomic());
+  EXPECT_FALSE(frame("o", {says("a"), says("b")}).isAtomic());
+  EXPECT_FALSE(frame("o", {says("a", ARROW::kSet, {simple, simple})}).isAtomic());
+}
+
+TEST_F(Frame, CopiesDoNotChangeWithTheirOriginal) {
+  FRAME original = frame("o", {says("a")});
+  const FRAME copy = original;
+  original.addAttribute(says("b"));
+  original.setSubject("X");
+  ATTRIBUTE attribute = original.getAttributes()[1];
+  attribute.addValue(copy);
+  EXPECT_EQ(printed(FRAME_HEAD({copy, original})), "a(o).\na(X).\nb(X).\n");
+  EXPECT_EQ(variables_of(original), "X");
+  EXPECT_EQ(attribute.getValues().size(), 1U);
+}
+
+}    // namespace
+}    // namespace zarel

@@ -1,0 +1,96 @@
+// frame_translation_test.cc - frames into literals where no input file says it: in templates,
+// without higher-order names, and as rules of frames alone.
+
+#include "frames/frame_translation.h"
+
+#include <sstream>
+
+#include "driver/program_text.h"
+#include "frames/frame_rule.h"
+#include "frames_fixture.h"
+#include "model/program.h"
+
+namespace zarel {
+namespace {
+
+class Translation : public FramesTest {
+ protected:
+  static std::string written(const std::vector<CLAUSET>& clauses) {
+    std::ostringstream out;
+    write_clauses(out, clauses);
+    return out.str();
+  }
+  static std::string globals() {
+    std::string text;
+    for (const NameId name : Atom_Globals().names())
+      text.append(names().spelling(name)).append(" ");
+    return text;
+  }
+
+  const FrameContext usual_{true, false, {3, 1, 0}};
+  const FRAME object_ =
+      frame("o", {says("-a", ARROW::kSingle, {frame("X")}),
+                  says("not b", ARROW::kSet, {frame("Y"), frame("X")}), says("not c")});
+};
+
+#define FIRST "-a_5(valueOf,fFlogic,o,a,X,\"->\")"
+#define THIRD "a_3(valueOf,fFlogic,o,c)"
+#define AUXILIARY \
+  "aaa0(Y,X) :- a_5(valueOf,fFlogic,o,b,Y,\"->>\"), a_5(valueOf,fFlogic,o,b,X,\"->>\").\n"
+
+TEST_F(Translation, KeepsStatementsInOrder) {
+  EXPECT_EQ(text(to_literals(object_, usual_)), FIRST "; not aaa0(Y,X); not " THIRD);
+  EXPECT_EQ(written(CLAUSES()), AUXILIARY);
+  EXPECT_EQ(CLAUSES()[0].location().line, 3U);
+  EXPECT_EQ(globals(), "a_5 a_3 ");
+  EXPECT_EQ(text(to_literals(frame("o"), usual_)), "");
+}
+
+TEST_F(Translation, LooksAtTheNotOfAFrameInBodiesOnly) {
+  FRAME negated = object_;
+  negated.set_negated(true);
+  EXPECT_EQ(text(standardize(negated, FramePosition::kBody, usual_)), "not faa0(X,Y,X)");
+  EXPECT_EQ(text(standardize(negated, FramePosition::kHead, usual_)), "faa1(X,Y,X)");
+  EXPECT_EQ(text(standardize(frame("o", {says("a")}), FramePosition::kHead, usual_)),
+            "a_3(valueOf,fFlogic,o,a)");
+  EXPECT_EQ(FRAME::nextAuxAtom(), 2U);
+  EXPECT_EQ(ATTRIBUTE::nextAuxAtom(), 2U);
+  const auto type_of = [](const CLAUSET& clause) {
+    return ATOMT::Predicates().type(clause.rule().head()[0].predicate());
+  };
+  EXPECT_EQ(type_of(CLAUSES()[0]), PREDICATE_NAMETS::TYPE::kIdb);    // aaa0
+  EXPECT_EQ(type_of(CLAUSES()[1]), PREDICATE_NAMETS::TYPE::kIdb);    // faa0
+}
+
+TEST_F(Translation, RecordsNoNamesInTemplates) {
+  const FrameContext in_template{true, true, {}};
+  EXPECT_EQ(text(to_literals(object_, in_template)), "#0-a(o,f,X); not aaa0(Y,X); not #0c(o,f)");
+  EXPECT_EQ(globals(), "");
+  EXPECT_EQ(written(CLAUSES()), "aaa0(Y,X) :- #0b(o,f,Y), #0b(o,f,X).\n");
+}
+
+TEST_F(Translation, RecordsAttributesWithoutHigherOrderNames) {
+  EXPECT_EQ(text(to_literals(object_, {false, false, {}})), "-a(f,o,X); not aaa0(Y,X); not c(f,o)");
+  EXPECT_EQ(globals(), "a b c ");
+}
+
+TEST_F(Translation, OfARuleCopiesTheBodyToEachStatement) {
+  FRAME condition = object_;
+  condition.set_negated(true);    // a frame rule does not look at it
+  const FRAME_BODY body({condition, frame("q", {says("d")})});
+  const FRAME_HEAD head({frame("X", {says("e"), says("g")}), frame("p", {says("h")})});
+  const std::string tail =
+      " :- " FIRST ", a_3(valueOf,fFlogic,q,d), not aaa0(Y,X), not " THIRD ".\n";
+  EXPECT_EQ(written(FRAME_RULE(head, body).standardize(usual_)),
+            "a_3(valueOf,fFlogic,X,e)" + tail + "a_3(valueOf,fFlogic,X,g)" + tail +
+                "a_3(valueOf,fFlogic,p,h)" + tail);
+  EXPECT_EQ(written(CLAUSES()), AUXILIARY);
+  EXPECT_EQ(written(FRAME_RULE(head).standardize(usual_)),
+            "a_3(valueOf,fFlogic,X,e).\na_3(valueOf,fFlogic,X,g).\na_3(valueOf,fFlogic,p,h).\n");
+  EXPECT_EQ(written(FRAME_RULE(FRAME_BODY({frame("q", {says("d")})})).standardize(usual_)),
+            ":- a_3(valueOf,fFlogic,q,d).\n");
+  EXPECT_TRUE(FRAME_RULE(FRAME_HEAD({frame("o")}), body).standardize(usual_).empty());
+}
+
+}    // namespace
+}    // namespace zarel

@@ -1,0 +1,40 @@
+#pragma once
+// frames_fixture.h - frames made in a line, with tables as a run starts with them.
+
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "driver/phases.h"
+#include "frames/frame.h"
+#include "model/printer.h"
+
+namespace zarel {
+
+class FramesTest : public testing::Test {
+ protected:
+  FramesTest() { prepare_tables(); }
+  ~FramesTest() override { prepare_tables(); }
+
+  static NameId space() { return names().intern("f"); }
+  static FrameTerm term(std::string_view text) { return frame_term(names().intern(text)); }
+  static FRAME frame(std::string_view subject, const std::vector<ATTRIBUTE>& attributes = {}) {
+    return {term(subject), attributes, false, space()};
+  }
+  // A name with "not " in front makes a negated attribute.
+  static ATTRIBUTE says(std::string_view name, ARROW arrow = ARROW::kNone,
+                        const std::vector<FRAME>& values = {}) {
+    const bool is_negated = name.starts_with("not ");
+    ATTRIBUTE made = attribute(is_negated, term(name.substr(is_negated ? 4 : 0)), arrow);
+    for (const FRAME& value : values) made.addValue(value);
+    return made;
+  }
+  static std::string text(const std::vector<Literal>& literals) {
+    std::string out;
+    append_list(out, literals, "; ");
+    return out;
+  }
+};
+
+}    // namespace zarel
