@@ -2,6 +2,7 @@
 
 #include <ostream>
 #include <utility>
+#include <vector>
 
 #include "driver/diagnostics.h"
 #include "model/safety.h"
@@ -64,9 +65,10 @@ class ClauseRewriter {
   Body safe_body(std::span<const Literal> written) {
     Body body = rewritten_body(written);
     if (expansion_.group_by().empty() || !needs_safety(written)) return body;
-    const auto safety =
-        safety_atoms(expansion_.invocation(), expansion_.binding(), expansion_.group_by());
-    const TCONJUNCTION<Literal> needed = modifyRule(safety, body);
+    if (safety_.empty()) {
+      safety_ = safety_atoms(expansion_.invocation(), expansion_.binding(), expansion_.group_by());
+    }
+    const TCONJUNCTION<Literal> needed = modifyRule(safety_, body);
     for (const Literal& literal : needed.positive()) body.add(literal);
     return body;
   }
@@ -122,6 +124,7 @@ class ClauseRewriter {
   const DoneList& done_;
   std::ostream& legend_;
   SourceLocation location_{};    // of the clause
+  std::vector<ATOMT> safety_;    // made when the first clause needs them
   // Its invocations whose expansion is done, each with the generated predicate.
   std::vector<std::pair<INVOCATIONATOM, std::string>> closed_;
 };
