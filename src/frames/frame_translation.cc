@@ -19,9 +19,13 @@ void add_rule(const ATOMT& head_atom, const Body& body, const SourceLocation& lo
   CLAUSES().emplace_back(std::move(rule), location);
 }
 
-ATOMT auxiliary_atom(const char* stem, std::uint32_t& counter,
-                     const std::vector<TERMT>& variables) {
-  return {stem + std::to_string(counter++), variables, Type::kIdb};
+ATOMT auxiliary_atom(const char* stem, std::uint32_t number, const std::vector<TERMT>& variables) {
+  return {stem + std::to_string(number), variables, Type::kIdb};
+}
+
+void add_variables(std::vector<TERMT>& out, const FrameTerm& term) {
+  const std::span<const TERMT> variables = term.variables.elements();
+  out.insert(out.end(), variables.begin(), variables.end());
 }
 
 Body body_of(const std::vector<Literal>& literals) {
@@ -44,7 +48,8 @@ Literal encoded(const FrameStatement& statement, const FrameContext& context) {
 }
 
 // Collects literals along the walk. A negated attribute with values opens a list of its own, which
-// becomes the body of its auxiliary rule when the attribute is left.
+// becomes the body of its auxiliary rule when the attribute is left. So are the variables
+// collected, once for all attributes around them.
 class CollectLiterals {
  public:
   CollectLiterals(NameId framespace, const FrameContext& context)
@@ -54,29 +59,36 @@ class CollectLiterals {
     if (attribute.isSimple()) {
       add(frame, attribute, attribute.is_negated, std::nullopt);
     } else if (attribute.is_negated) {
-      std::vector<TERMT> variables;
-      attribute.getVariables(variables, &frame.subject());
-      lists_.push_back({auxiliary_atom("aaa", ATTRIBUTE::nextAuxAtom(), variables), {}});
+      lists_.push_back({ATTRIBUTE::nextAuxAtom()++, variables_.size(), {}});
     }
+    add_variables(variables_, attribute.name);
   }
 
   void value(const FRAME& frame, const ATTRIBUTE& attribute, const FRAME& value) {
     add(frame, attribute, false, value.getSubject());
+    add_variables(variables_, value.subject());
   }
 
-  void leave_attribute(const FRAME& /*frame*/, const ATTRIBUTE& attribute) {
+  void leave_attribute(const FRAME& frame, const ATTRIBUTE& attribute) {
     if (attribute.isSimple() || !attribute.is_negated) return;
     const OpenList closed = std::move(lists_.back());
     lists_.pop_back();
-    add_rule(closed.auxiliary, body_of(closed.literals), context_.location);
-    lists_.back().literals.push_back({closed.auxiliary, true});
+    std::vector<TERMT> variables;
+    add_variables(variables, frame.subject());
+    variables.insert(variables.end(),
+                     variables_.begin() + static_cast<std::ptrdiff_t>(closed.first_variable),
+                     variables_.end());
+    const ATOMT auxiliary = auxiliary_atom("aaa", closed.number, variables);
+    add_rule(auxiliary, body_of(closed.literals), context_.location);
+    lists_.back().literals.push_back({auxiliary, true});
   }
 
   std::vector<Literal> literals() && { return std::move(lists_.front().literals); }
 
  private:
   struct OpenList {
-    ATOMT auxiliary;
+    std::uint32_t number;          // of its auxiliary atom
+    std::size_t first_variable;    // in variables_
     std::vector<Literal> literals;
   };
 
@@ -90,6 +102,7 @@ class CollectLiterals {
   NameId framespace_;
   const FrameContext& context_;
   std::vector<OpenList> lists_{OpenList{}};
+  std::vector<TERMT> variables_;    // of all attributes and values so far
 };
 
 std::vector<TERMT> variables_of(const FRAME& frame) {
@@ -117,7 +130,7 @@ std::vector<Literal> standardize(const FRAME& frame, FramePosition position,
 }
 
 ATOMT newHeadAuxAtom(const FRAME& frame, const FrameContext& context) {
-  const ATOMT auxiliary = auxiliary_atom("faa", FRAME::nextAuxAtom(), variables_of(frame));
+  const ATOMT auxiliary = auxiliary_atom("faa", FRAME::nextAuxAtom()++, variables_of(frame));
   Body body;
   body.add({auxiliary, false});
   for (const Literal& literal : to_literals(frame, context))
@@ -126,7 +139,7 @@ ATOMT newHeadAuxAtom(const FRAME& frame, const FrameContext& context) {
 }
 
 ATOMT newNegationAuxAtom(const FRAME& frame, const FrameContext& context) {
-  const ATOMT auxiliary = auxiliary_atom("faa", FRAME::nextAuxAtom(), variables_of(frame));
+  const ATOMT auxiliary = auxiliary_atom("faa", FRAME::nextAuxAtom()++, variables_of(frame));
   add_rule(auxiliary, body_of(to_literals(frame, context)), context.location);
   return auxiliary;
 }

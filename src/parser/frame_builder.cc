@@ -18,8 +18,9 @@ StoredList<T> taken(std::vector<T>& list, Mark mark) {
   return elements;
 }
 
+// Only a frame gets here with "-" in front: a value without attributes has none.
 bool is_negated_frame(const FRAME& value) {
-  return !value.isSimple() && value.subject().is_negated();
+  return value.subject().is_negated();
 }
 
 ATTRIBUTE saying(const ATTRIBUTE& label, ARROW arrow, StoredList<FRAME> values) {
@@ -102,6 +103,16 @@ FRAME FrameBuilder::membership(const FrameTerm& object, const FrameTerm& class_t
 
 FRAME FrameBuilder::subclass(const FrameTerm& object, const FrameTerm& class_term) {
   return frame_of(object, attribute(false, class_term, ARROW::kSubclass));
+}
+
+FRAME FrameBuilder::in_space(FRAME molecule, NameId frame_space) {
+  const std::string_view space = names().spelling(frame_space);
+  if (space.starts_with('"')) {
+    std::string message = "the frame space of a frame must be a name without quotes, not ";
+    report_counted_error(message.append(space));
+  }
+  molecule.set_framespace(frame_space);
+  return molecule;
 }
 
 FRAME FrameBuilder::checked(const FRAME& frame) {

@@ -54,6 +54,10 @@ class FrameBuilder {
                    AttributesMark class_attributes);
   FRAME subclass(const FrameTerm& object, const FrameTerm& class_term);
 
+  // The frame in its frame space. A quoted one, which could not carry the frame marker, is reported
+  // and counted.
+  FRAME in_space(FRAME molecule, NameId frame_space);
+
   void clear();    // drops what no frame has taken
 
  private:

@@ -339,7 +339,7 @@ frame_literal
 
 frame
   : molecule frame_space
-                       { $$ = build.frame($molecule, $frame_space); }
+                       { $$ = build.frames().in_space($molecule, $frame_space); }
   ;
 
 molecule

@@ -233,11 +233,6 @@ Body* ProgramBuilder::next_frame(Body* body, const FRAME& frame, const SourceLoc
   return body;
 }
 
-FRAME ProgramBuilder::frame(FRAME molecule, NameId frame_space) {
-  molecule.set_framespace(frame_space);
-  return molecule;
-}
-
 FRAME ProgramBuilder::negated(FRAME frame) {
   frame.set_negated(true);
   return frame;

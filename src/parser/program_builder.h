@@ -83,7 +83,6 @@ class ProgramBuilder {
   Body* next_frame(Body* body, const FRAME& frame, const SourceLocation& location);
   // Frames: their parts, then the whole with its frame space, and under "not".
   FrameBuilder& frames() { return frames_; }
-  FRAME frame(FRAME molecule, NameId frame_space);
   FRAME negated(FRAME frame);
 
   // The disjuncts of a head, and its end. "not" inside a frame there is reported and counted.

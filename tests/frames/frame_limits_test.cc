@@ -51,8 +51,8 @@ TEST_P(DeepFrame, IsLookedAtToItsEnd) {
 INSTANTIATE_TEST_SUITE_P(Depths, DeepFrame, testing::Values(10'000, 200'000));
 
 TEST_F(RewriteTest, TakesNotAtEveryDepthOfAFrame) {
-  constexpr std::size_t kDepth = 10'000;
-  std::string expected = "aaa9999 :- a_5(valueOf,defaultFlogic,o,a,x,\"->\").\n";
+  constexpr std::size_t kDepth = 200'000;
+  std::string expected = "aaa199999 :- a_5(valueOf,defaultFlogic,o,a,x,\"->\").\n";
   for (std::size_t i = kDepth - 1; i > 0; --i) {
     expected +=
         joined({"aaa", std::to_string(i - 1), " :- a_5(valueOf,defaultFlogic,o,a,o,\"->\"), ",

@@ -136,9 +136,10 @@ std::string outcome_of_signal(const std::string& signal) {
             "kill -" +
                 signal +
                 " $dl; wait $dl; echo $? >status\n"
-                "for i in 1 2 3 4 5 6 7 8 9; do kill -0 $(cat pid) 2>/dev/null || break; sleep "
-                "0.2; done\n"
-                "kill -0 $(cat pid) 2>/dev/null && echo alive >>status\nexit 0\n");
+                // Dead but not yet buried by init is dead.
+                "alive() { grep -qs '^State:.[^ZX]' /proc/$(cat pid)/status; }\n"
+                "for i in 1 2 3 4 5 6 7 8 9; do alive || break; sleep 0.2; done\n"
+                "alive && cat /proc/$(cat pid)/status >>status\nexit 0\n");
   EXPECT_EQ(std::system(("cd '" + directory.path() + "' && bash ./go 2>/dev/null").c_str()), 0);
   return directory.read("out") + directory.read("err") + directory.read("status");
 }

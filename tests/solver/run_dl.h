@@ -45,7 +45,7 @@ struct Case {
   std::string_view program;
   std::string_view out;
   std::string_view options = "";
-  friend void PrintTo(const Case& test, std::ostream* out) { *out << test.name; }
+  friend void PrintTo(const Case& test, std::ostream* stream) { *stream << test.name; }
 };
 
 // A row that ends in an error: nothing on standard output, one line on standard error, status 1.
@@ -54,7 +54,7 @@ struct ErrorCase {
   std::string_view program;
   std::string_view err;
   std::string_view options = "";
-  friend void PrintTo(const ErrorCase& test, std::ostream* out) { *out << test.name; }
+  friend void PrintTo(const ErrorCase& test, std::ostream* stream) { *stream << test.name; }
 };
 
 void expect_answers(const Case& test);
