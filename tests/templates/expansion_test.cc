@@ -258,6 +258,18 @@ constexpr Rewriting kCases[] = {
      "% p_1(Var0) : p(*) at line \n"
      "% t_0(Y) : t[p(*)] (Y) at line \n"
      "% t_0(X) : t[p(*)] (X) at line \n"},
+    {"clauses_of_one_frame_share_an_aggregate",
+     "#template t{f(1)}(1) { t(X) :- f(X). }\n"
+     "o[a->X, b->X] :- q(X), 1 < #count{Y: t{p(*,X)}(Y), not t{p(*,1)}(Y)}.",
+     "a_5(valueOf,defaultFlogic,o,a,X,\"->\") :- a_2(q,default,X), 1 < #count{Y:t_0(X,Y), not "
+     "t_0(1,Y)}.\n"
+     "a_5(valueOf,defaultFlogic,o,b,X,\"->\") :- a_2(q,default,X), 1 < #count{Y:t_0(X,Y), not "
+     "t_0(1,Y)}.\n"
+     "p_1(Var0,X0) :- a_2(Var0,X0,p).\n"
+     "t_0(X0,X) :- p_1(X,X0).\n",
+     "% p_1(Var0,X0) : p(*,X) at line \n"
+     "% t_0(X,Y) : t[p(*,X)] (Y) at line \n"
+     "% t_0(1,Y) : t[p(*,1)] (Y) at line \n"},
     {"frames_become_local_predicates",
      "#template t{f(1)}(1) { t(X) :- f(X), o[a->X]. o[b->X] :- f(X). }\n"
      "a(X) :- t{p(*)}(X).",

@@ -332,6 +332,21 @@ constexpr Rewriting kCases[] = {
      "% u_2(X,Group0,X) : u[p_1(*,X,Group0)] (X) at line \n"
      "% p_1_5(Var0,Group0) : p_1(*,$,Group0) at line \n"
      "% u_4(Group0,X) : u[p_1(*,$,Group0)] (X) at line \n"},
+    {"frames_with_invocations_in_shared_aggregates",
+     "#template t{f(1)}(1) { t(X) :- f(X). }\n"
+     "o[a->X, b->X] :- q(X), 1 < #count{Y: t{p(*,X)}(Y), not t{p(*,1)}(Y)}.",
+     "a_5(valueOf,defaultFlogic,o,a,X,\"->\") :- a_2(q,default,X), 1 < #count{Y:t_2(X,Y), not "
+     "t_0(1,Y)}.\n"
+     "a_5(valueOf,defaultFlogic,o,b,X,\"->\") :- a_2(q,default,X), 1 < #count{Y:t_2(X,Y), not "
+     "t_0(1,Y)}.\n"
+     "p_1(Var0,Group0) :- a_3(p,default,Var0,Group0).\n"
+     "t_0(Group0,X) :- p_1(X,Group0).\n"
+     "p_3(Var0,Group0) :- a_3(p,default,Var0,Group0).\n"
+     "t_2(Group0,X) :- p_3(X,Group0).\n",
+     "% p_1(Var0,Group0) : p(*,1) at line \n"
+     "% t_0(1,Y) : t[p(*,1)] (Y) at line \n"
+     "% p_3(Var0,Group0) : p(*,X) at line \n"
+     "% t_2(X,Y) : t[p(*,X)] (Y) at line \n"},
     {"a_pending_expansion_is_made_once",
      "#template t{f(1)}(1) { t(X) :- f(X). }\n"
      "#template u{f(1)}(1) { u(X) :- t{f(*)}(X). }\n"
