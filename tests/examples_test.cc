@@ -5,6 +5,7 @@
 // there is one, and has to print NAME.expected. NAME.VARIANT.options with NAME.VARIANT.expected
 // run the same program with other options. The answer sets may come in any order, the atoms in one
 // may not: lines are sorted before they are compared.
+// Templates of the library are at ../templates, as they are for users.
 // With ZAREL_REWRITE_GOLDEN=1 in the environment, what an example prints becomes its expectation.
 
 #include <algorithm>
@@ -62,9 +63,10 @@ class Example : public testing::Test {
 
  private:
   Outcome run() const {
-    const WorkFolder folder(kExamples);
+    const WorkFolder folder({kExamples, TEMPLATES_FOLDER});
     const std::string options = first_line_of(example_file(name_, ".options"));
-    return run_zarel(folder.path(), "-silent " + options + " " + program_of(name_) + ".zrl");
+    return run_zarel(folder.path() / fs::path(kExamples).filename(),
+                     "-silent " + options + " " + program_of(name_) + ".zrl");
   }
 
   std::string name_;

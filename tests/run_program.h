@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <sstream>
 #include <string>
 #include <sys/wait.h>
@@ -29,13 +30,15 @@ inline std::string first_line_of(const std::filesystem::path& path) {
 // A fresh folder that holds a copy of another one's content, gone with this object.
 class WorkFolder {
  public:
-  explicit WorkFolder(const std::filesystem::path& content) {
-    std::string name = (std::filesystem::temp_directory_path() / "zarel-test-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) {
-      throw std::filesystem::filesystem_error("no folder for a test", name, std::error_code());
-    }
-    path_ = name;
+  explicit WorkFolder(const std::filesystem::path& content) : WorkFolder() {
     std::filesystem::copy(content, path_, std::filesystem::copy_options::recursive);
+  }
+  // The same with copies of several folders, side by side under their own names.
+  explicit WorkFolder(std::initializer_list<std::filesystem::path> folders) : WorkFolder() {
+    for (const std::filesystem::path& folder : folders) {
+      std::filesystem::copy(folder, path_ / folder.filename(),
+                            std::filesystem::copy_options::recursive);
+    }
   }
   WorkFolder(const WorkFolder&) = delete;
   WorkFolder& operator=(const WorkFolder&) = delete;
@@ -47,6 +50,14 @@ class WorkFolder {
   const std::filesystem::path& path() const { return path_; }
 
  private:
+  WorkFolder() {
+    std::string name = (std::filesystem::temp_directory_path() / "zarel-test-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) {
+      throw std::filesystem::filesystem_error("no folder for a test", name, std::error_code());
+    }
+    path_ = name;
+  }
+
   std::filesystem::path path_;
 };
 

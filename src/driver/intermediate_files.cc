@@ -57,6 +57,10 @@ IntermediateFiles::IntermediateFiles()
   const std::ofstream legend(kLegendName, std::ios::trunc | std::ios::binary);
 }
 
+std::unique_ptr<std::ostream> IntermediateFiles::legend() {
+  return std::make_unique<std::ofstream>(kLegendName, std::ios::app | std::ios::binary);
+}
+
 void IntermediateFiles::begin_program() {
   verbatim_.flush();
   source_.open(kSourceName, std::ios::app | std::ios::binary);

@@ -2,6 +2,7 @@
 // intermediate_files.h - ".source" and ".legend", which a run leaves in the working directory.
 
 #include <fstream>
+#include <memory>
 #include <string>
 
 namespace zarel {
@@ -17,6 +18,10 @@ class IntermediateFiles {
   IntermediateFiles();
 
   std::ostream& verbatim() { return verbatim_; }
+
+  // ".legend", to add lines to it; closed with the result. When it cannot be opened, what is
+  // written is lost without a word.
+  std::unique_ptr<std::ostream> legend();
 
   // Opens ".source" to add the program to it, and writes the include lines.
   void begin_program();

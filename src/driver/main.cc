@@ -15,6 +15,7 @@
 #include "model/predicate_table.h"
 #include "output/answer_set_reader.h"
 #include "output/display_settings.h"
+#include "templates/linking.h"
 
 namespace zarel {
 namespace {
@@ -60,6 +61,7 @@ int run(std::span<char* const> arguments) {
   const Options options = scan_arguments(arguments.subspan(arguments.empty() ? 0 : 1));
   report_state().OptionVerbosity = options.OptionVerbosity ? 1 : 0;
   set_arity_check(options.OptionArityCheck);
+  set_link_templates(options.OptionLinkTemplates);
   set_display(options);
   if (options.end != ScanEnd::kRun) return end_of_scan(options);
 
@@ -71,6 +73,7 @@ int run(std::span<char* const> arguments) {
   if (options.files.empty()) return options.OptionVerbosity ? 0 : end_with_usage();
 
   read_program(options.files, options.semantics, files.verbatim());
+  expand_templates(*files.legend());
   files.begin_program();
   if (options.OptionSafetyCheck) check_safety();
   files.write_program();

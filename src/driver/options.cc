@@ -31,6 +31,7 @@ constexpr std::array kFlags = {
     FlagOption{"-uri", &Options::shows_uris},
     FlagOption{"-safetycheck", &Options::OptionSafetyCheck},
     FlagOption{"-aritycheck", &Options::OptionArityCheck},
+    FlagOption{"-linktemplates", &Options::OptionLinkTemplates},
     FlagOption{"-preparsing", &Options::is_preparsing},
     FlagOption{"-postparsing", &Options::is_postparsing},
 };

@@ -26,6 +26,7 @@ struct Options {
   bool OptionSafetyCheck = false;
   bool OptionArityCheck = false;
   bool OptionVerbosity = false;
+  bool OptionLinkTemplates = false;
   bool shows_frame_spaces = false;    // "-framespace"
   bool shows_uris = false;            // "-uri"
   bool is_preparsing = false;

@@ -15,6 +15,9 @@
 #include "parser/parse.h"
 #include "parser/program_builder.h"
 #include "parser/scanner_actions.h"
+#include "templates/checks.h"
+#include "templates/inflation.h"
+#include "templates/linking.h"
 
 namespace zarel {
 namespace {
@@ -53,6 +56,7 @@ std::string text_of(const Rule& rule) {
 }    // namespace
 
 void prepare_tables() {
+  reset_templates();
   reset_tables();
   reset_frames();
   set_frame_logic(true);
@@ -73,6 +77,11 @@ void read_program(const std::vector<std::string>& files, const std::string& sema
   SafeExit(1);
 }
 
+void expand_templates(std::ostream& legend) {
+  if (!control_of_template()) SafeExit(1);
+  Inflation(legend);
+}
+
 void check_safety() {
   for (const CLAUSET& clause : CLAUSES()) {
     if (clause.kind() != CLAUSET::Kind::kRule || clause.rule().isSafe()) continue;
@@ -87,6 +96,7 @@ RewrittenProgram rewrite(const std::vector<std::string>& files, const RewriteOpt
   std::ostringstream output;
   std::ostringstream messages;
   std::ostringstream verbatim;
+  std::ostringstream legend;
   RewrittenProgram result;
   reset_report_state();
   report_state().output = &output;
@@ -94,7 +104,9 @@ RewrittenProgram rewrite(const std::vector<std::string>& files, const RewriteOpt
   try {
     prepare_tables();
     set_arity_check(options.has_arity_check);
+    set_link_templates(options.has_linked_templates);
     read_program(files, options.semantics, verbatim);
+    expand_templates(legend);
     if (options.has_safety_check) check_safety();
     std::ostringstream clauses;
     write_clauses(clauses, CLAUSES());
@@ -105,6 +117,7 @@ RewrittenProgram rewrite(const std::vector<std::string>& files, const RewriteOpt
   }
   reset_report_state();
   result.verbatim = std::move(verbatim).str();
+  result.legend = std::move(legend).str();
   result.output = std::move(output).str();
   result.messages = std::move(messages).str();
   return result;

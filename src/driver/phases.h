@@ -17,6 +17,10 @@ void prepare_tables();
 void read_program(const std::vector<std::string>& files, const std::string& semantics,
                   std::ostream& verbatim);
 
+// Checks all template invocations, ending the run with status 1 at the first fault, and expands
+// them.
+void expand_templates(std::ostream& legend);
+
 // Ends the run with status 1 at the first rule that is not safe, shown on standard error.
 void check_safety();
 
@@ -26,11 +30,13 @@ struct RewriteOptions {
   bool has_arity_check = false;
   bool has_safety_check = false;
   std::string semantics = {};    // as read_program takes it
+  bool has_linked_templates = false;
 };
 struct RewrittenProgram {
   int status = 0;          // the exit status that a run would have ended with
   std::string clauses;     // clauses and queries, a line each; empty when the status is not 0
   std::string verbatim;    // the verbatim sections
+  std::string legend;      // of template invocations
   std::string output;      // what reading said on standard output
   std::string messages;    // and on standard error
 };

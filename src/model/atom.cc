@@ -48,7 +48,8 @@ ATOMT::ATOMT(const INVOCATIONATOM& invocation)
   of_.invocation = storage.store_value(
       InvocationPayload{names().intern(invocation.name),
                         storage.store(std::span<const TERMT>(invocation.outputTerms)),
-                        storage.store(std::span<const ATOMT>(invocation.actuals.positive()))});
+                        storage.store(std::span<const ATOMT>(invocation.actuals.positive())),
+                        invocation.expansion_key});
 }
 
 ATOMT ATOMT::external(std::string_view name, std::span<const TERMT> bracketed,

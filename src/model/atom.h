@@ -112,6 +112,7 @@ struct InvocationPayload {
   NameId name;    // the template's, without the "@"
   StoredList<TERMT> terms;
   StoredList<ATOMT> actuals;
+  std::uint32_t expansion_key;    // the invocation's
 };
 
 struct EXTERNAL_ATOM {

@@ -74,7 +74,7 @@ int difference(const AGGREGATEPREDT& a, const AGGREGATEPREDT& b) {
 int difference(const InvocationPayload& a, const InvocationPayload& b) {
   const std::span<const ATOMT> first = a.actuals.elements();
   const std::span<const ATOMT> second = b.actuals.elements();
-  const bool is_equal = a.name == b.name &&
+  const bool is_equal = a.name == b.name && a.expansion_key == b.expansion_key &&
                         std::equal(first.begin(), first.end(), second.begin(), second.end(),
                                    [](const ATOMT& x, const ATOMT& y) { return (x != y) == 0; }) &&
                         difference(a.terms.elements(), b.terms.elements()) == 0;

@@ -3,6 +3,7 @@
 // done with them is no matter of the model.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,13 +26,24 @@ struct DEFINITIONATOM {
   std::int32_t outputArity;
   std::vector<CLAUSET> rules;
   std::uint32_t sequence_number;
+  std::vector<NameId> globals = {};    // the names behind its own GLOBAL
+  NameId frame_space = {};             // the default one where it stands
+};
+
+// What an actual predicate stands for; only linked templates look at it.
+struct ActualOrigin {
+  ATOMT shape;                          // the predicate and its parameters as first written
+  std::optional<NameId> frame_space;    // of a relation of the program; none: a plain predicate
 };
 
 // One use of a template in a body.
 struct INVOCATIONATOM {
   std::string name;
   std::vector<TERMT> outputTerms;
-  TCONJUNCTION<ATOMT> actuals;    // the i-th binds the i-th formal predicate
+  TCONJUNCTION<ATOMT> actuals;               // the i-th binds the i-th formal predicate
+  std::vector<ActualOrigin> origins = {};    // one for each actual predicate
+  std::uint32_t expansion_key = 0;           // tells linked invocations of one text apart; else 0
+  std::uint32_t level = 0;                   // how many expansions it is nested in
 };
 
 }    // namespace zarel

@@ -1,5 +1,6 @@
 #include "model/term.h"
 
+#include <algorithm>
 #include <unordered_set>
 
 #include "driver/diagnostics.h"
@@ -37,7 +38,13 @@ std::uint32_t VariableNumbering::number_of(NameId name) {
 
 void VariableNumbering::reset() {
   ++epoch_;
+  highest_ = std::max(highest_, next_);
   next_ = 0;
+}
+
+std::uint32_t VariableNumbering::unused_number() {
+  next_ = std::max(highest_, next_);
+  return next_++;
 }
 
 void VariableRegistry::enter(NameId name, std::uint32_t number) {

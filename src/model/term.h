@@ -57,6 +57,8 @@ class VariableNumbering {
   std::uint32_t number_of(NameId name);               // a new name takes the next number
   std::uint32_t fresh_number() { return next_++; }    // a number that no name has
   void reset();
+  // A number that nothing had before, in this numbering or before any reset of it.
+  std::uint32_t unused_number();
 
  private:
   struct Slot {
@@ -66,6 +68,7 @@ class VariableNumbering {
   std::vector<Slot> slots_;    // by name id; valid only when of the current epoch
   std::uint32_t epoch_ = 1;    // so that a reset costs nothing, however many names there are
   std::uint32_t next_ = 0;
+  std::uint32_t highest_ = 0;    // where next_ stood highest before a reset
 };
 
 // Every variable name of the run with the number that it had when it was first registered.

@@ -43,6 +43,7 @@ using zarel::TERMT;
   zarel::Number number;
   zarel::TERMT term;
   zarel::TermsMark terms;
+  zarel::ActualsMark actuals;
   zarel::ATOMT atom;
   zarel::Literal literal;
   zarel::Body* body;
@@ -73,7 +74,11 @@ using zarel::TERMT;
 %token AGG_ANY 302 AGG_AVG 303 AGG_COUNT 304 AGG_MAX 305 AGG_MIN 306 AGG_SUM 307 AGG_TIMES 308
 %token NOT 309 MINUS 310 MAXINT 311 TEMPLATE 312 INCLUDE 313 GLOBAL 314 QUERY_MARK 315 IMPORT 316 NAMESPACE 317
 
-%type <name> name called_name frame_space
+%type <name> name called_name frame_space atom_space
+%type <term> parameter output_term
+%type <terms> parameters output_terms some_output_terms
+%type <atom> invocation actual
+%type <actuals> actuals
 %type <term> term operand value other_term no_number integer_term argument weight level
 %type <terms> arguments variables
 %type <atom> atom guarded
@@ -101,13 +106,9 @@ program
   ;
 
 statement
-  : closed_head DOT                           { build.rule(nullptr, place(@$)); }
-  | closed_head IMPLIES body DOT              { build.rule($body, place(@$)); }
-  | called_name LPAREN integer_term[first] DOT DOT integer_term[last] RPAREN DOT
-                                              { build.range_fact($called_name, $first, $last, place(@$)); }
-  | IMPLIES body DOT                          { build.constraint($body, place(@$)); }
-  | WEAK_IMPLIES body DOT cost                { build.weak_constraint($body, $cost, place(@$)); }
-  | body QUERY_MARK                           { build.query($body, place(@$)); }
+  : clause
+  | template_head LBRACE clauses RBRACE       { build.close_template(); }
+  | body QUERY_MARK                           { if (!build.query($body, place(@$))) YYERROR; }
   | MAXINT EQUAL NUMBER DOT                   { build.maxint_directive($NUMBER, place(@$)); }
   | MAXINT EQUAL no_number DOT                { build.maxint_directive($no_number, place(@$)); }
   | INCLUDE name                              { build.include_line($name); }
@@ -116,6 +117,98 @@ statement
                                               { build.declare_namespace($prefix, $uri); }
   | AT name DOT                               { build.default_frame_space($name); }
   | AT DOT                                    { build.default_frame_space(); }
+  ;
+
+clause
+  : closed_head DOT                           { build.rule(nullptr, place(@$)); }
+  | closed_head IMPLIES body DOT              { build.rule($body, place(@$)); }
+  | called_name LPAREN integer_term[first] DOT DOT integer_term[last] RPAREN DOT
+                                              { build.range_fact($called_name, $first, $last, place(@$)); }
+  | IMPLIES body DOT                          { build.constraint($body, place(@$)); }
+  | WEAK_IMPLIES body DOT cost                { build.weak_constraint($body, $cost, place(@$)); }
+  ;
+
+/* Template definitions */
+
+template_head
+  : TEMPLATE name LBRACE formals RBRACE LPAREN NUMBER[arity] RPAREN globals
+                       { build.open_template($name, $arity); }
+  ;
+
+formals
+  : formal
+  | formals COMMA formal
+  ;
+
+formal
+  : called_name LPAREN NUMBER[arity] RPAREN
+                       { build.formal_predicate($called_name, $arity); }
+  ;
+
+globals
+  : %empty
+  | GLOBAL global_names
+  ;
+
+global_names
+  : name                       { build.global_predicate($name); }
+  | global_names COMMA name    { build.global_predicate($name); }
+  ;
+
+clauses
+  : %empty
+  | clauses clause
+  ;
+
+/* Template invocations */
+
+invocation
+  : name LBRACE actuals RBRACE LPAREN output_terms RPAREN
+                       { $$ = build.invocation($name, $actuals, $output_terms); }
+  ;
+
+actuals
+  : actual                         { $$ = build.first_actual($actual); }
+  | actuals[list] COMMA actual     { $$ = build.next_actual($list, $actual); }
+  ;
+
+actual
+  : name               { $$ = build.actual($name); }
+  | MINUS name         { $$ = build.actual($name, zarel::Negation::kStrong); }
+  | called_name LPAREN parameters RPAREN
+                       { $$ = build.actual($called_name, $parameters); }
+  | MINUS called_name LPAREN parameters RPAREN
+                       { $$ = build.actual($called_name, $parameters, zarel::Negation::kStrong); }
+  ;
+
+parameters
+  : parameter                          { $$ = build.first_term($parameter); }
+  | parameters[list] COMMA parameter   { $$ = build.next_term($list, $parameter); }
+  ;
+
+parameter
+  : operand
+  | ID                 { $$ = build.name_term($ID); }
+  | name_pair          { $$ = build.qualified_term($name_pair); }
+  | STAR               { $$ = build.asterisk_term(); }
+  | DOLLAR             { $$ = build.dollar_term(); }
+  ;
+
+output_terms
+  : %empty             { $$ = build.no_terms(); }
+  | some_output_terms
+  ;
+
+some_output_terms
+  : output_term                              { $$ = build.first_term($output_term); }
+  | some_output_terms[list] COMMA output_term { $$ = build.next_term($list, $output_term); }
+  ;
+
+output_term
+  : operand
+  | ID                 { $$ = build.name_term($ID); }
+  | name_pair          { $$ = build.qualified_term($name_pair); }
+  | ANONYMOUS          { $$ = build.anonymous_term(); }
   ;
 
 /* Heads and bodies */
@@ -165,6 +258,8 @@ conjunction
 simple_item
   : atom                       { $$ = build.literal($atom); }
   | NOT atom                   { $$ = build.negated($atom); }
+  | invocation                 { $$ = build.literal($invocation); }
+  | NOT invocation             { $$ = build.negated($invocation); }
   | term[a] equality term[b]   { $$ = build.builtin($equality, build.terms($a, $b)); }
   | term[a] less term[b]       { $$ = build.builtin($less, build.terms($a, $b)); }
   | term[a] greater term[b]    { $$ = build.builtin($greater, build.terms($a, $b)); }
@@ -206,13 +301,13 @@ arithmetic
 /* Atoms */
 
 atom
-  : called_name LPAREN arguments RPAREN frame_space
-                       { $$ = build.atom($called_name, $arguments, $frame_space); }
-  | MINUS called_name LPAREN arguments RPAREN frame_space
-                       { $$ = build.atom($called_name, $arguments, $frame_space, Negation::kStrong); }
-  | name frame_space   { $$ = build.atom($name, $frame_space); }
-  | MINUS name frame_space
-                       { $$ = build.atom($name, $frame_space, Negation::kStrong); }
+  : called_name LPAREN arguments RPAREN atom_space
+                       { $$ = build.atom($called_name, $arguments, $atom_space); }
+  | MINUS called_name LPAREN arguments RPAREN atom_space
+                       { $$ = build.atom($called_name, $arguments, $atom_space, Negation::kStrong); }
+  | name atom_space   { $$ = build.atom($name, $atom_space); }
+  | MINUS name atom_space
+                       { $$ = build.atom($name, $atom_space, Negation::kStrong); }
   ;
 
 called_name
@@ -223,6 +318,11 @@ called_name
 name
   : ID
   | VARIABLE
+  ;
+
+atom_space
+  : %empty             { $$ = build.frame_space(); }
+  | AT name            { if (!build.allows_frame_space()) YYERROR; $$ = build.frame_space($name); }
   ;
 
 frame_space

@@ -6,9 +6,13 @@
 #include "driver/diagnostics.h"
 #include "frames/frame_rule.h"
 #include "functions/function_terms.h"
+#include "model/names.h"
 #include "model/namespaces.h"
 #include "model/printer.h"
 #include "model/program.h"
+#include "templates/definitions.h"
+#include "templates/invocations.h"
+#include "templates/linking.h"
 #include "templates/query_rewriting.h"
 
 namespace zarel {
@@ -17,6 +21,8 @@ namespace {
 constexpr std::uint32_t kLargestWeight =
     4294967;    // the largest that an unsigned 32-bit value holds scaled
 constexpr std::uint32_t kFractionDigits = 3;
+
+constexpr std::string_view kSyntaxError = "syntax error";    // as the parser itself reports it
 
 bool is_inclusive(BUILTIN comparison) {
   return comparison == BUILTIN::kLessOrEqual || comparison == BUILTIN::kGreaterOrEqual;
@@ -46,10 +52,6 @@ std::string_view without_quotes(std::string_view name) {
   return name.starts_with('"') ? name.substr(1, name.size() - 2) : name;
 }
 
-FrameContext context(const SourceLocation& location) {
-  return {OptionHigherOrder(), false, location};
-}
-
 void say_that_query_is_replaced(const Body& old_query, const Body& new_query) {
   std::string line = "Query ";
   append_list(line, new_query, ", ");
@@ -62,11 +64,14 @@ void say_that_query_is_replaced(const Body& old_query, const Body& new_query) {
 
 void ProgramBuilder::start_file() {
   spaces_.start_file();
+  leave_template();
   end_statement();
 }
 
+// What is left of a template body with an error in it is read as statements of the program.
 void ProgramBuilder::skipped_statement() {
   ++report_state().parser_errors;
+  leave_template();
   end_statement();
 }
 
@@ -106,11 +111,35 @@ std::span<const TERMT> ProgramBuilder::taken(TermsMark list) {
   return taken_;
 }
 
+FrameContext ProgramBuilder::context(const SourceLocation& location) const {
+  return {OptionHigherOrder(), is_in_template_ && are_frames_local(), location};
+}
+
+std::vector<CLAUSET>& ProgramBuilder::clauses() {
+  return is_in_template_ ? definition_.rules : CLAUSES();
+}
+
+// Under the name as written; in a template body under the labelled name.
+ATOMT ProgramBuilder::plain_atom(NameId name, std::span<const TERMT> terms,
+                                 Negation negation) const {
+  const std::string_view written = names().spelling(name);
+  const std::string text = is_in_template_ ? getNameAtomLabeled(written) : std::string(written);
+  if (negation == Negation::kStrong) return newNegativeATOMT(text, terms);
+  return {text, terms, PREDICATE_NAMETS::TYPE::kUnknown};
+}
+
+bool ProgramBuilder::allows_frame_space() const {
+  if (is_in_template_) yyerror(kSyntaxError);
+  return !is_in_template_;
+}
+
 ATOMT ProgramBuilder::atom(NameId name, TermsMark list, NameId frame_space, Negation negation) {
+  if (is_in_template_) return plain_atom(name, taken(list), negation);
   return encoded_atom(name, frame_space, taken(list), negation);
 }
 
 ATOMT ProgramBuilder::atom(NameId name, NameId frame_space, Negation negation) {
+  if (is_in_template_) return plain_atom(name, {}, negation);
   return addDefaultToAtomt(encoded_bare_atom(name, negation), frame_space);
 }
 
@@ -251,21 +280,21 @@ void ProgramBuilder::rule(Body* body, const SourceLocation& location) {
   if (head_frame_) return frame_rule(body, location);
   Rule rule;
   rule.init(&head_, body);
-  CLAUSES().emplace_back(std::move(rule), location);
+  clauses().emplace_back(std::move(rule), location);
   end_statement();
 }
 
 void ProgramBuilder::frame_rule(const Body* body, const SourceLocation& location) {
   const FRAME_HEAD head({*head_frame_});
   for (CLAUSET& clause : frame_rule_clauses(head, body, context(location)))
-    CLAUSES().push_back(std::move(clause));
+    clauses().push_back(std::move(clause));
   end_statement();
 }
 
 void ProgramBuilder::range_fact(NameId name, const TERMT& first, const TERMT& last,
                                 const SourceLocation& location) {
   const TERMT variable = newTERMT(getNameTerm({}, 0));
-  head_.add(encoded_atom(name, spaces_.current(), {&variable, 1}, Negation::kNone));
+  head_.add(atom(name, first_term(variable), spaces_.current()));
   Body* const body = first_literal(builtin(BUILTIN::kInt, first_term(variable)));
   next_literal(body, builtin(BUILTIN::kGreaterOrEqual, terms(variable, first)));
   next_literal(body, builtin(BUILTIN::kLessOrEqual, terms(variable, last)));
@@ -274,24 +303,29 @@ void ProgramBuilder::range_fact(NameId name, const TERMT& first, const TERMT& la
 
 void ProgramBuilder::constraint(Body* body, const SourceLocation& location) {
   rewriteFunctions(nullptr, *body);
-  CLAUSES().emplace_back(Constraint(*body), location);
+  clauses().emplace_back(Constraint(*body), location);
   end_statement();
 }
 
 void ProgramBuilder::weak_constraint(Body* body, const WeakCost& cost,
                                      const SourceLocation& location) {
   rewriteFunctions(nullptr, *body);
-  CLAUSES().emplace_back(WeakConstraint(*body, cost), location);
+  clauses().emplace_back(WeakConstraint(*body, cost), location);
   end_statement();
 }
 
 // Only one query is kept. The variables that follow are numbered from 0 again.
-void ProgramBuilder::query(Body* body, const SourceLocation& location) {
+bool ProgramBuilder::query(Body* body, const SourceLocation& location) {
+  if (has_invocation_) {
+    yyerror(kSyntaxError);
+    return false;
+  }
   if (hasFunctionTerm()) rewriteQuery(*body, location);
   if (!QUERIES().empty()) say_that_query_is_replaced(QUERIES().back(), *body);
   QUERIES().assign(1, *body);
   LocalVariables().reset();
   end_statement();
+  return true;
 }
 
 // The directive's own number is no integer of the program: no earlier bound holds for it.
@@ -322,7 +356,75 @@ void ProgramBuilder::declare_namespace(NameId prefix, NameId uri) {
   }
 }
 
+void ProgramBuilder::formal_predicate(NameId name, Number arity) {
+  definition_.formals.add(
+      {std::string(names().spelling(name)), static_cast<std::int32_t>(arity.value)});
+}
+
+void ProgramBuilder::global_predicate(NameId name) {
+  GLOBALS().add(name);
+  definition_.globals.push_back(name);
+}
+
+void ProgramBuilder::open_template(NameId name, Number output_arity) {
+  definition_.name = names().spelling(name);
+  definition_.outputArity = static_cast<std::int32_t>(output_arity.value);
+  definition_.sequence_number = static_cast<std::uint32_t>(cont());
+  definition_.frame_space = spaces_.current_default();
+  is_in_template_ = true;
+}
+
+void ProgramBuilder::close_template() {
+  addedDefinition(std::move(definition_));
+  leave_template();
+  end_statement();
+}
+
+// A definition with an error used its number up too: names of two definitions never mix.
+void ProgramBuilder::leave_template() {
+  if (is_in_template_) ++cont();
+  is_in_template_ = false;
+  definition_ = DEFINITIONATOM{};
+}
+
+ATOMT ProgramBuilder::actual(NameId name, Negation negation) {
+  return plain_atom(name, {}, negation);
+}
+
+ATOMT ProgramBuilder::actual(NameId name, TermsMark parameters, Negation negation) {
+  return plain_atom(name, taken(parameters), negation);
+}
+
+ActualsMark ProgramBuilder::first_actual(const ATOMT& actual) {
+  actuals_.push_back(actual);
+  return ActualsMark{static_cast<std::uint32_t>(actuals_.size() - 1)};
+}
+
+ActualsMark ProgramBuilder::next_actual(ActualsMark list, const ATOMT& actual) {
+  actuals_.push_back(actual);
+  return list;
+}
+
+ATOMT ProgramBuilder::invocation(NameId name, ActualsMark actuals, TermsMark output_terms) {
+  const std::span<const TERMT> terms = taken(output_terms);
+  INVOCATIONATOM invocation{std::string(names().spelling(name)), {terms.begin(), terms.end()}, {}};
+  const auto first = actuals_.begin() + static_cast<std::ptrdiff_t>(actuals);
+  for (auto actual = first; actual != actuals_.end(); ++actual) {
+    invocation.actuals.add(*actual);
+    invocation.origins.push_back({*actual, spaces_.current_default()});
+  }
+  actuals_.erase(first, actuals_.end());
+  has_invocation_ = true;
+  if (is_in_template_) return ATOMT(invocation);
+  invocation.expansion_key = marker_key(expansion_of(invocation));
+  const ATOMT marker(invocation);
+  record_invocation(std::move(invocation));
+  return marker;
+}
+
 void ProgramBuilder::end_statement() {
+  actuals_.clear();
+  has_invocation_ = false;
   terms_.clear();
   frames_.clear();
   head_items_.clear();

@@ -8,8 +8,10 @@
 #include <variant>
 #include <vector>
 
+#include "frames/frame_translation.h"
 #include "model/clause.h"
 #include "model/generic_atoms.h"
+#include "model/template_records.h"
 #include "parser/frame_builder.h"
 #include "parser/frame_spaces.h"
 #include "parser/integer_bounds.h"
@@ -24,6 +26,9 @@ struct Number {
 
 // The terms from this position of the builder's term stack on.
 enum class TermsMark : std::uint32_t {};
+
+// The actual predicates from this position of the builder's list on.
+enum class ActualsMark : std::uint32_t {};
 
 // One builder reads all files of a program. It owns everything that semantic values refer to until
 // the statement's end, so that a statement dropped in the middle leaks nothing; finished clauses
@@ -55,6 +60,9 @@ class ProgramBuilder {
   NameId frame_space() { return spaces_.current(); }
   ATOMT atom(NameId name, TermsMark list, NameId frame_space, Negation negation = Negation::kNone);
   ATOMT atom(NameId name, NameId frame_space, Negation negation = Negation::kNone);
+  // Whether a frame space may be named behind an atom here: not in a template body, where it is a
+  // syntax error.
+  bool allows_frame_space() const;
   Literal builtin(BUILTIN code, TermsMark list);
   Literal external_atom(NameId name, TermsMark list);
   Literal literal(const ATOMT& atom) { return {atom, false}; }
@@ -94,7 +102,8 @@ class ProgramBuilder {
                   const SourceLocation& location);
   void constraint(Body* body, const SourceLocation& location);
   void weak_constraint(Body* body, const WeakCost& cost, const SourceLocation& location);
-  void query(Body* body, const SourceLocation& location);
+  // False, with a message, when the query holds a template invocation: a syntax error.
+  bool query(Body* body, const SourceLocation& location);
   void maxint_directive(Number number, const SourceLocation& location);
   void maxint_directive(const TERMT& term, const SourceLocation& location);
   void include_line(NameId name);            // #include name
@@ -103,9 +112,32 @@ class ProgramBuilder {
   void default_frame_space(NameId name) { spaces_.set_default(name); }
   void default_frame_space() { spaces_.reset_default(); }
 
+  // Template definitions: the head's parts, the head, and the end of the body. Until then, clauses
+  // go to the definition, and atoms are plain atoms of labelled names. A second definition of a
+  // name ends the run.
+  void formal_predicate(NameId name, Number arity);
+  void global_predicate(NameId name);
+  void open_template(NameId name, Number output_arity);
+  void close_template();
+
+  // Template invocations: their actual predicates, and the marker atom. One outside of template
+  // bodies is scheduled and recorded.
+  TERMT asterisk_term() { return TERMT::asterisk(); }
+  TERMT dollar_term() { return TERMT::dollar(); }
+  ATOMT actual(NameId name, Negation negation = Negation::kNone);
+  ATOMT actual(NameId name, TermsMark parameters, Negation negation = Negation::kNone);
+  ActualsMark first_actual(const ATOMT& actual);
+  ActualsMark next_actual(ActualsMark list, const ATOMT& actual);
+  TermsMark no_terms() { return TermsMark{static_cast<std::uint32_t>(terms_.size())}; }
+  ATOMT invocation(NameId name, ActualsMark actuals, TermsMark output_terms);
+
  private:
   std::span<const TERMT> taken(TermsMark list);
   Body* empty_body();
+  FrameContext context(const SourceLocation& location) const;
+  ATOMT plain_atom(NameId name, std::span<const TERMT> terms, Negation negation) const;
+  std::vector<CLAUSET>& clauses();    // where finished clauses go
+  void leave_template();
   void frame_rule(const Body* body, const SourceLocation& location);
   void end_statement();
 
@@ -120,6 +152,10 @@ class ProgramBuilder {
   std::deque<Body> bodies_;            // reused from statement to statement
   std::size_t bodies_in_use_ = 0;
   std::deque<AGGREGATEPREDT> aggregates_;
+  DEFINITIONATOM definition_{};    // being read
+  bool is_in_template_ = false;    // between its head and its end
+  std::vector<ATOMT> actuals_;     // lists of actual predicates that no invocation has taken yet
+  bool has_invocation_ = false;    // in this statement
 };
 
 }    // namespace zarel

@@ -105,10 +105,13 @@ TEST_F(ShellTest, WritesQueriesToTheLegendAndTheLegendBehindTheSource) {
   const Outcome outcome =
       run("zarel -silent -solver=true input.zrl && zarel -silent -solver=true input.zrl");
   EXPECT_EQ(outcome.output, "");
-  EXPECT_EQ(text(".legend"), "\na_2(b,default,X)?\n");
+  EXPECT_EQ(text(".legend"),
+            "% BEGIN LEGENDA OF TEMPLATE INVOCATIONS\n% END OF LEGENDA\n\na_2(b,default,X)?\n");
   EXPECT_EQ(text(".source"),
             "% ASITIS's Body is herein written verbatim\nc.\n% End of ASITIS's Section\n\n"
-            "a_1(a,default).\n\n\na_2(b,default,X)?\n\n");
+            "a_1(a,default).\n\n"
+            "% BEGIN LEGENDA OF TEMPLATE INVOCATIONS\n% END OF LEGENDA\n\n"
+            "a_2(b,default,X)?\n\n");
   EXPECT_EQ(text(".output"), "");
 }
 

@@ -1,0 +1,143 @@
+#include "templates/atom_rewriting.h"
+
+#include "templates/generated_program.h"
+#include "templates/group_terms.h"
+#include "templates/linking.h"
+
+namespace zarel {
+namespace {
+
+using Type = PREDICATE_NAMETS::TYPE;
+
+Negation negation_of(const BodyName& name) {
+  return name.is_strongly_negated ? Negation::kStrong : Negation::kNone;
+}
+
+ATOMT plain_atom(std::string_view name, std::span<const TERMT> terms, Negation negation) {
+  if (negation == Negation::kStrong) return newNegativeATOMT(name, terms);
+  return {name, terms, Type::kUnknown};
+}
+
+std::vector<TERMT> grouped(const Expansion& expansion, std::span<const TERMT> terms) {
+  std::vector<TERMT> list = expansion.group_by();
+  list.insert(list.end(), terms.begin(), terms.end());
+  return list;
+}
+
+ATOMT own_atom(const Expansion& expansion, const ATOMT& atom, const BodyName& name) {
+  return plain_atom(expansion.generated(), grouped(expansion, atom.terms()), negation_of(name));
+}
+
+ATOMT local_atom(Expansion& expansion, const ATOMT& atom, const BodyName& name) {
+  const std::string renamed = local_name(name.text, expansion.label(name.text));
+  return plain_atom(renamed, grouped(expansion, atom.terms()), negation_of(name));
+}
+
+ATOMT formal_atom(const Expansion& expansion, const ATOMT& atom, std::size_t place) {
+  const std::uint32_t bound = expansion.binding()[place].second.predicate();
+  return {ATOMT::Predicates().name_id(bound), expansion.formal_terms(place, atom.terms()),
+          Type::kUnknown};
+}
+
+void add_bridge(Expansion& expansion, const ATOMT& atom, const SourceLocation& location) {
+  const BodyName name = body_name(atom);
+  const ATOMT global = bridged(atom);
+  const ATOMT local = local_atom(expansion, global, name);
+  Body body;
+  body.add(global_source(expansion.definition(), global, name.text, negation_of(name)));
+  for (const ATOMT& bound : bridge_bindings(expansion.binding(), expansion.group_by())) {
+    body.add({bound, false});
+  }
+  add_generated_rule(local, body, location);
+}
+
+struct NestedActual {
+  ATOMT atom;
+  ActualOrigin origin;
+};
+
+NestedActual plain(const ATOMT& atom) {
+  return {atom, {atom, std::nullopt}};
+}
+
+NestedActual nested_actual(Expansion& expansion, const ATOMT& actual,
+                           const SourceLocation& location) {
+  const BodyName name = body_name(actual);
+  if (is_global(expansion.definition(), name.text)) {
+    if (are_nested_globals_bridged()) add_bridge(expansion, actual, location);
+    return plain(local_atom(expansion, actual, name));
+  }
+  if (const auto place = expansion.formal(name.text)) {
+    if (!stands_for_bound(actual.terms())) return plain(formal_atom(expansion, actual, *place));
+    return {expansion.actuals()[*place], expansion.invocation().origins[*place]};
+  }
+  if (name.text == expansion.invocation().name) return plain(own_atom(expansion, actual, name));
+  return plain(local_atom(expansion, actual, name));
+}
+
+}    // namespace
+
+Expansion::Expansion(const INVOCATIONATOM& invocation, const DEFINITIONATOM& definition,
+                     std::string_view generated, const BindingList& binding)
+    : invocation_(invocation),
+      definition_(definition),
+      generated_(generated),
+      binding_(binding),
+      group_by_(getGroupBy(invocation)),
+      actuals_(modifyCon(invocation.actuals)) {
+  for (std::size_t place = 0; place < binding.size(); ++place) {
+    const auto& [formal, bound] = binding[place];
+    formals_.emplace(formal, place);
+    patterns_.push_back(pattern_position(actuals_, bound, place));
+  }
+}
+
+std::optional<std::size_t> Expansion::formal(std::string_view name) const {
+  const auto found = formals_.find(name);
+  if (found == formals_.end()) return std::nullopt;
+  return found->second;
+}
+
+std::vector<TERMT> Expansion::formal_terms(std::size_t place, std::span<const TERMT> terms) const {
+  return merged_terms(terms, actuals_[patterns_[place]].terms());
+}
+
+int Expansion::label(std::string_view local) {
+  const auto [entry, is_new] = labels_.try_emplace(std::string(local), 0);
+  if (is_new) entry->second = free_label(entry->first);
+  return entry->second;
+}
+
+BodyName body_name(const ATOMT& atom) {
+  std::string_view name = ATOMT::Predicates().name(atom.predicate());
+  const bool is_strongly_negated = name.starts_with('-');
+  if (is_strongly_negated) name.remove_prefix(1);
+  return {unlabelled(name), is_strongly_negated};
+}
+
+ATOMT getAtom(Expansion& expansion, const ATOMT& atom, const SourceLocation& location) {
+  if (!is_rewritten(atom)) return atom;
+  const BodyName name = body_name(atom);
+  if (is_global(expansion.definition(), name.text)) {
+    add_bridge(expansion, atom, location);
+    return local_atom(expansion, atom, name);
+  }
+  if (const auto place = expansion.formal(name.text)) return formal_atom(expansion, atom, *place);
+  if (name.text == expansion.invocation().name) return own_atom(expansion, atom, name);
+  return local_atom(expansion, atom, name);
+}
+
+INVOCATIONATOM rewritten_invocation(Expansion& expansion, const ATOMT& marker,
+                                    const SourceLocation& location) {
+  const INVOCATIONATOM written = invocation_of(marker);
+  INVOCATIONATOM rewritten{written.name, written.outputTerms, {}};
+  for (const ATOMT& actual : written.actuals.positive()) {
+    NestedActual nested = nested_actual(expansion, actual, location);
+    rewritten.actuals.add(nested.atom);
+    rewritten.origins.push_back(nested.origin);
+  }
+  rewritten.level = expansion.invocation().level + 1;
+  return rewritten;
+}
+
+}    // namespace zarel

@@ -1,0 +1,64 @@
+#include "templates/definitions.h"
+
+#include <ostream>
+
+#include "driver/diagnostics.h"
+#include "model/printer.h"
+
+namespace zarel {
+
+std::uint32_t template_hash(std::string_view text) {
+  std::uint32_t hash = 0;
+  for (const char c : text)
+    hash = 5 * hash + static_cast<std::uint32_t>(static_cast<signed char>(c));
+  return hash;
+}
+
+bool DefinitionTable::add(DEFINITIONATOM definition) {
+  if (find(definition.name) != nullptr) return false;
+  const DEFINITIONATOM& stored = definitions_.emplace_back(std::move(definition));
+  by_name_.emplace(stored.name, &stored);
+  return true;
+}
+
+const DEFINITIONATOM* DefinitionTable::find(std::string_view name) const {
+  const auto found = by_name_.find(name);
+  return found == by_name_.end() ? nullptr : found->second;
+}
+
+void DefinitionTable::clear() {
+  by_name_.clear();
+  definitions_.clear();
+}
+
+DefinitionTable& defhashmap() {
+  static DefinitionTable table;
+  return table;
+}
+
+void addedDefinition(DEFINITIONATOM definition) {
+  const std::string name = definition.name;
+  if (defhashmap().add(std::move(definition))) return;
+  standard_error() << "Template " << name << " already defined.\n";
+  SafeExit(1);
+}
+
+void lookup(const DefinitionTable& table, const DEFINITIONATOM& definition) {
+  std::string text = "Lista di definizioni con la stessa chiave \n";
+  text.append(definition.name).append(" : ");
+  if (const DEFINITIONATOM* const stored = table.find(definition.name)) {
+    text.append("#template ").append(stored->name).append("[");
+    append_list(text, stored->formals, ", ");
+    text.append("] (").append(std::to_string(static_cast<std::uint32_t>(stored->outputArity)));
+    text += ")\n{\n";
+    append_list(text, stored->rules, "\n");
+    text += "\n} ";
+  }
+  standard_output() << text << '\n';
+}
+
+void lookup_all(const DefinitionTable& table) {
+  for (const DEFINITIONATOM& definition : table.all()) lookup(table, definition);
+}
+
+}    // namespace zarel

@@ -1,0 +1,150 @@
+#include "templates/expansion.h"
+
+#include <ostream>
+#include <utility>
+#include <vector>
+
+#include "driver/diagnostics.h"
+#include "model/safety.h"
+#include "templates/atom_rewriting.h"
+#include "templates/checks.h"
+#include "templates/definitions.h"
+#include "templates/generated_program.h"
+#include "templates/linking.h"
+#include "templates/marker_replacement.h"
+#include "templates/projections.h"
+#include "templates/safety_literals.h"
+
+namespace zarel {
+namespace {
+
+constexpr std::uint32_t kDeepestLevel = 1000;
+
+AGGREGATEPREDT with_body(const AGGREGATEPREDT& aggregate, const Body& body) {
+  AGGREGATEPREDT changed = aggregate;
+  changed.body = store(body);
+  return changed;
+}
+
+// The clauses of one definition, one after the other.
+class ClauseRewriter {
+ public:
+  ClauseRewriter(Expansion& expansion, const DoneList& done, std::ostream& legend)
+      : expansion_(expansion), done_(done), legend_(legend) {}
+
+  void rewrite(const CLAUSET& clause) {
+    location_ = clause.location();
+    std::visit([this](const auto& payload) { add_generated(rewritten(payload), location_); },
+               clause.payload());
+    for (const auto& [invocation, generated] : closed_) {
+      StandardizeAtomInvocation(invocation, generated, legend_);
+    }
+    closed_.clear();
+  }
+
+ private:
+  TERMT rewritten(const TERMT& maxint) { return maxint; }
+
+  Rule rewritten(const Rule& rule) {
+    Head head;
+    for (const ATOMT& atom : rule.head()) head.add(getAtom(expansion_, atom, location_));
+    const Body body = safe_body(rule.body());
+    Rule made;
+    made.init(&head, &body);
+    return made;
+  }
+
+  Constraint rewritten(const Constraint& constraint) {
+    return Constraint(safe_body(constraint.body()));
+  }
+
+  WeakConstraint rewritten(const WeakConstraint& weak) {
+    return {safe_body(weak.body()), {weak.weight(), weak.level()}};
+  }
+
+  Body safe_body(std::span<const Literal> written) {
+    Body body = rewritten_body(written);
+    if (expansion_.group_by().empty() || !needs_safety(written)) return body;
+    if (safety_.empty()) {
+      safety_ = safety_atoms(expansion_.invocation(), expansion_.binding(), expansion_.group_by());
+    }
+    const TCONJUNCTION<Literal> needed = modifyRule(safety_, body);
+    for (const Literal& literal : needed.positive()) body.add(literal);
+    return body;
+  }
+
+  Body rewritten_body(std::span<const Literal> written) {
+    Body body;
+    for (const Literal& literal : written) {
+      body.add({rewritten_atom(literal.atom), literal.is_negated});
+    }
+    return body;
+  }
+
+  ATOMT rewritten_atom(const ATOMT& atom) {
+    if (atom.is_aggregate()) return rewritten_aggregate(atom.aggregate());
+    if (atom.payload() == ATOMT::Payload::kInvocation) return nested_marker(atom);
+    return getAtom(expansion_, atom, location_);
+  }
+
+  ATOMT rewritten_aggregate(const AGGREGATEPREDT& written) {
+    const Body body = rewritten_body(written.body.elements());
+    return newAggregate(standardizeGuard(written.lower.term, written.lower.is_inclusive),
+                        standardizeGuard(written.upper.term, written.upper.is_inclusive),
+                        with_body(written, body), written.has_lower, written.has_upper,
+                        written.is_equality);
+  }
+
+  ATOMT nested_marker(const ATOMT& written) {
+    templateInn().clear();    // the list is this clause's from here on, and nothing reads it
+    INVOCATIONATOM invocation = rewritten_invocation(expansion_, written, location_);
+    const DEFINITIONATOM* const definition = defhashmap().find(invocation.name);
+    if (definition != nullptr && !has_shape_of(invocation, *definition)) SafeExit(1);
+    const std::uint32_t key = nested_expansion_of(invocation, expansion_.binding());
+    invocation.expansion_key = marker_key(key);
+    const ATOMT marker(invocation);
+    if (const std::string* const generated = done_.find(key)) {
+      closed_.emplace_back(std::move(invocation), *generated);
+    } else {
+      schedule_nested(key, std::move(invocation));
+    }
+    return marker;
+  }
+
+  void schedule_nested(std::uint32_t key, INVOCATIONATOM invocation) {
+    if (invocation.level > kDeepestLevel) {
+      standard_error() << "Template expansion does not terminate.\n";
+      SafeExit(1);
+    }
+    if (is_scheduled_again(key)) schedule().push_back(key);
+    invhashmap().add(key, std::move(invocation));
+  }
+
+  Expansion& expansion_;
+  const DoneList& done_;
+  std::ostream& legend_;
+  SourceLocation location_{};    // of the clause
+  std::vector<ATOMT> safety_;    // made when the first clause needs them
+  // Its invocations whose expansion is done, each with the generated predicate.
+  std::vector<std::pair<INVOCATIONATOM, std::string>> closed_;
+};
+
+}    // namespace
+
+TCONJUNCTION<ATOMT>& predformal() {
+  static TCONJUNCTION<ATOMT> atoms;
+  return atoms;
+}
+
+void StandardizeRulesT(const INVOCATIONATOM& invocation, const DEFINITIONATOM& definition,
+                       std::string_view generated, const BindingList& binding, const DoneList& done,
+                       std::ostream& legend) {
+  Expansion expansion(invocation, definition, generated, binding);
+  for (const ATOMT& actual : expansion.actuals()) {
+    if (existVarGroup(actual)) predformal().add(actual);
+  }
+  ClauseRewriter rewriter(expansion, done, legend);
+  for (const CLAUSET& clause : definition.rules) rewriter.rewrite(clause);
+}
+
+}    // namespace zarel

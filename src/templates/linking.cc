@@ -1,0 +1,285 @@
+#include "templates/linking.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "model/names.h"
+#include "model/program.h"
+#include "model/safety.h"
+#include "templates/group_terms.h"
+#include "templates/projections.h"
+#include "templates/safety_literals.h"
+
+namespace zarel {
+namespace {
+
+using Type = PREDICATE_NAMETS::TYPE;
+
+// Variables that no clause of the program has: each stem's are made once and serve every expansion,
+// since no clause holds those of two expansions.
+class FreshVariables {
+ public:
+  TERMT get(std::string_view stem, std::size_t n) {
+    std::vector<TERMT>& made = by_stem_[std::string(stem)];
+    while (made.size() <= n) made.push_back(new_variable(stem, made.size()));
+    return made[n];
+  }
+
+ private:
+  static TERMT new_variable(std::string_view stem, std::size_t n) {
+    std::string name = std::string(stem).append(std::to_string(n));
+    while (names().find(name)) name += '_';
+    const std::uint32_t number = LocalVariables().unused_number();
+    Variables().enter(names().intern(name), number);
+    return TERMT::variable(number);
+  }
+
+  std::unordered_map<std::string, std::vector<TERMT>> by_stem_;
+};
+
+struct Linking {
+  bool is_on = false;
+  std::unordered_map<std::string, std::uint32_t> expansions;
+  std::unordered_map<std::string, int> labels;    // by local name: the last one given
+  FreshVariables variables;
+};
+
+Linking& linking() {
+  static Linking state;
+  return state;
+}
+
+std::string_view name_of(const ATOMT& atom) {
+  return ATOMT::Predicates().name(atom.predicate());
+}
+
+std::string_view without_minus(std::string_view name) {
+  return name.substr(name.starts_with('-') ? 1 : 0);
+}
+
+bool is_taken(const std::string& name) {
+  const PredicateTable& predicates = ATOMT::Predicates();
+  return predicates.contains(name) || (linking().is_on && predicates.contains("-" + name));
+}
+
+// What a generated predicate can be called after: a name that the solver takes for a predicate's,
+// and that never makes a generic a_N.
+std::string_view linked_stem(std::string_view name) {
+  const std::string_view plain = without_minus(name);
+  const bool is_plain_name = !plain.empty() && plain[0] >= 'a' && plain[0] <= 'z';
+  return is_plain_name && plain != "a" ? plain : "relation";
+}
+
+void append_number(std::string& key, std::uint64_t number) {
+  key.append(std::to_string(number)).append(",");
+}
+
+std::string linked_key(const INVOCATIONATOM& invocation) {
+  std::string key = invocation.name;
+  for (const ActualOrigin& origin : invocation.origins) {
+    key += ';';
+    append_number(key, origin.shape.predicate());
+    append_number(key, origin.frame_space ? to_index(*origin.frame_space) + std::uint64_t{1} : 0);
+    for (const TERMT& term : origin.shape.terms()) {
+      append_number(key, static_cast<std::uint64_t>(term.kind));
+    }
+  }
+  return key;
+}
+
+std::uint32_t linked_expansion_of(const INVOCATIONATOM& invocation) {
+  auto& expansions = linking().expansions;
+  const auto next = static_cast<std::uint32_t>(expansions.size());
+  return expansions.try_emplace(linked_key(invocation), next).first->second;
+}
+
+ATOMT program_atom(std::string_view name, NameId frame_space, std::span<const TERMT> terms,
+                   Negation negation) {
+  const NameId id = names().intern(name);
+  if (!terms.empty()) return encoded_atom(id, frame_space, terms, negation);
+  return addDefaultToAtomt(encoded_bare_atom(id, negation), frame_space);
+}
+
+ATOMT plain_projection_source(std::string_view name, std::span<const TERMT> terms) {
+  if (!OptionHigherOrder()) return {name, terms, Type::kUnknown};
+  std::vector<TERMT> list(terms.begin(), terms.end());
+  list.push_back(TERMT::constant(names().intern(name)));
+  return {"a_" + std::to_string(terms.size()), list, Type::kUnknown};
+}
+
+}    // namespace
+
+bool OptionLinkTemplates() {
+  return linking().is_on;
+}
+
+void set_link_templates(bool is_on) {
+  linking().is_on = is_on;
+}
+
+void reset_linking() {
+  linking() = Linking{};
+}
+
+bool are_frames_local() {
+  return !OptionLinkTemplates();
+}
+
+std::uint32_t expansion_of(const INVOCATIONATOM& invocation) {
+  return OptionLinkTemplates() ? linked_expansion_of(invocation) : signature(invocation);
+}
+
+std::uint32_t nested_expansion_of(const INVOCATIONATOM& invocation, const BindingList& binding) {
+  if (OptionLinkTemplates()) return linked_expansion_of(invocation);
+  return internal_signature(invocation, binding);
+}
+
+std::uint32_t marker_key(std::uint32_t expansion) {
+  return OptionLinkTemplates() ? expansion + 1 : 0;
+}
+
+bool is_scheduled_again(std::uint32_t expansion) {
+  return !OptionLinkTemplates() || !invhashmap().contains(expansion);
+}
+
+bool is_global(const DEFINITIONATOM& definition, std::string_view name) {
+  const std::optional<NameId> id = names().find(name);
+  if (!id) return false;
+  if (!OptionLinkTemplates()) return GLOBALS().contains(*id);
+  return std::find(definition.globals.begin(), definition.globals.end(), *id) !=
+         definition.globals.end();
+}
+
+std::string_view unlabelled(std::string_view name) {
+  if (!OptionLinkTemplates()) return getNameWithoutPrefix(name);
+  if (!name.starts_with('#')) return name;
+  return name.substr(std::min(name.find_first_not_of("0123456789", 1), name.size()));
+}
+
+bool is_rewritten(const ATOMT& atom) {
+  if (atom.payload() != ATOMT::Payload::kTerms) return false;
+  if (ATOMT::Predicates().type(atom.predicate()) == Type::kBuiltin) return false;
+  return !OptionLinkTemplates() || without_minus(name_of(atom)).starts_with('#');
+}
+
+TERMT group_variable(int n, const TERMT& parameter) {
+  if (!OptionLinkTemplates()) return newTERMT(getNewName(n, parameter));
+  return linking().variables.get("Group", static_cast<std::size_t>(n));
+}
+
+TERMT place_variable(std::span<const TERMT> arguments, int n) {
+  if (!OptionLinkTemplates()) return newTERMT(getNameTerm(arguments, n));
+  return linking().variables.get("Var", static_cast<std::size_t>(n));
+}
+
+std::string generated_name(std::string_view base, int& counter) {
+  if (!OptionLinkTemplates()) return getNameLabeled(base, counter);
+  std::string name;
+  do {
+    name = getNameLabeled(linked_stem(base), counter);
+  } while (is_taken(name));
+  return name;
+}
+
+// The search goes on where the last one for this name ended: names that were taken stay taken.
+int free_label(const std::string& local) {
+  int& label = linking().labels[local];
+  while (is_taken(local_name(local, label))) ++label;
+  return label;
+}
+
+std::string local_name(std::string_view local, int label) {
+  return getNameLabeledConst(OptionLinkTemplates() ? linked_stem(local) : local, label);
+}
+
+ATOMT projection_source(const INVOCATIONATOM& invocation, std::size_t position,
+                        std::string_view name, std::span<const TERMT> terms) {
+  if (!OptionLinkTemplates()) return plain_projection_source(name, terms);
+  const std::optional<NameId> frame_space = invocation.origins[position].frame_space;
+  if (!frame_space) return {name, terms, Type::kUnknown};
+  const Negation negation = name.starts_with('-') ? Negation::kStrong : Negation::kNone;
+  return program_atom(without_minus(name), *frame_space, terms, negation);
+}
+
+Literal global_source(const DEFINITIONATOM& definition, const ATOMT& atom, std::string_view name,
+                      Negation negation) {
+  if (OptionLinkTemplates()) {
+    return {program_atom(name, definition.frame_space, atom.terms(), negation), false};
+  }
+  control_of_arity(atom);
+  return {ATOMT(name, atom.terms(), Type::kUnknown), negation == Negation::kStrong};
+}
+
+ATOMT bridged(const ATOMT& atom) {
+  if (!OptionLinkTemplates()) return atom;
+  const StoredList<TERMT> terms = program_storage().store(atom.terms());
+  int places = 0;
+  for (TERMT& term : terms.elements()) {
+    const bool is_open = term.kind == TermKind::kAsterisk || term.kind == TermKind::kDollar ||
+                         term.kind == TermKind::kAnonymous;
+    if (is_open) term = place_variable(atom.terms(), places++);
+  }
+  return atom.with_terms(terms, 0);
+}
+
+std::size_t pattern_position(std::span<const ATOMT> actuals, const ATOMT& bound,
+                             std::size_t position) {
+  if (OptionLinkTemplates()) return position;
+  const std::string_view wanted = name_of(bound);
+  const int label = getLabel(wanted);
+  const auto fits = [&](const ATOMT& actual) {
+    const std::span<const TERMT> terms = actual.terms();
+    const auto kept = std::count_if(terms.begin(), terms.end(), [](const TERMT& term) {
+      return term.kind != TermKind::kDollar;
+    });
+    return static_cast<std::size_t>(kept) == bound.terms().size() &&
+           getNameWithoutPrefix(getNameLabeledConst(name_of(actual), label)) == wanted;
+  };
+  const auto found = std::find_if(actuals.begin(), actuals.end(), fits);
+  return found == actuals.end() ? position : static_cast<std::size_t>(found - actuals.begin());
+}
+
+std::vector<TERMT> merged_terms(std::span<const TERMT> terms, std::span<const TERMT> pattern) {
+  if (!OptionLinkTemplates() && (terms.empty() || pattern.empty())) return {};
+  return getTerms(terms, pattern);
+}
+
+bool stands_for_bound(std::span<const TERMT> parameters) {
+  return OptionLinkTemplates() &&
+         std::all_of(parameters.begin(), parameters.end(),
+                     [](const TERMT& term) { return term.kind == TermKind::kAsterisk; });
+}
+
+bool are_nested_globals_bridged() {
+  return OptionLinkTemplates();
+}
+
+std::vector<ATOMT> bridge_bindings(const BindingList& binding, std::span<const TERMT> group_by) {
+  std::vector<ATOMT> atoms;
+  if (group_by.empty()) return atoms;
+  for (const auto& [formal, projection] : binding) {
+    const ATOMT atom = soloGroup_by(group_by, projection, OtherTerms::kAnonymous);
+    // An empty projection without group-by terms must not empty the global predicate.
+    if (!OptionLinkTemplates() || existVarGroup(atom)) atoms.push_back(atom);
+  }
+  return atoms;
+}
+
+bool needs_safety(std::span<const Literal> body) {
+  return OptionLinkTemplates() || std::any_of(body.begin(), body.end(), [](const Literal& literal) {
+           return literal.atom.payload() == ATOMT::Payload::kTerms;
+         });
+}
+
+std::vector<ATOMT> safety_atoms(const INVOCATIONATOM& invocation, const BindingList& binding,
+                                std::span<const TERMT> group_by) {
+  return OptionLinkTemplates() ? bridge_bindings(binding, group_by)
+                               : returnAtomsSafe(binding, invocation);
+}
+
+std::string_view safety_name(const ATOMT& atom) {
+  const std::string_view name = name_of(atom);
+  return OptionLinkTemplates() ? name : cut_at_underscore(name, LeadingUnderscores::kKeep);
+}
+
+}    // namespace zarel
