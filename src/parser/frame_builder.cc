@@ -9,15 +9,6 @@
 namespace zarel {
 namespace {
 
-// The elements from the mark on, in the program's storage and off the list.
-template <class T, class Mark>
-StoredList<T> taken(std::vector<T>& list, Mark mark) {
-  const auto first = static_cast<std::size_t>(mark);
-  const StoredList<T> elements = program_storage().store(std::span<const T>(list).subspan(first));
-  list.erase(list.begin() + static_cast<std::ptrdiff_t>(first), list.end());
-  return elements;
-}
-
 // Only a frame gets here with "-" in front: a value without attributes has none.
 bool is_negated_frame(const FRAME& value) {
   return value.subject().is_negated();
@@ -46,26 +37,6 @@ FrameTerm FrameBuilder::function(const TERMT& placeholder) {
   return frame_term(names().intern(fromFunctionToString(placeholder)), variables);
 }
 
-AttributesMark FrameBuilder::first_attribute(const ATTRIBUTE& attribute) {
-  attributes_.push_back(attribute);
-  return AttributesMark{static_cast<std::uint32_t>(attributes_.size() - 1)};
-}
-
-AttributesMark FrameBuilder::next_attribute(AttributesMark list, const ATTRIBUTE& attribute) {
-  attributes_.push_back(attribute);
-  return list;
-}
-
-ValuesMark FrameBuilder::first_value(const FRAME& value) {
-  values_.push_back(value);
-  return ValuesMark{static_cast<std::uint32_t>(values_.size() - 1)};
-}
-
-ValuesMark FrameBuilder::next_value(ValuesMark list, const FRAME& value) {
-  values_.push_back(value);
-  return list;
-}
-
 ATTRIBUTE FrameBuilder::with_value(const ATTRIBUTE& label, ARROW arrow, const FRAME& value) {
   if (is_negated_frame(value)) {
     report_counted_error("You cannot have a negated frame for the value of an attribute");
@@ -74,7 +45,7 @@ ATTRIBUTE FrameBuilder::with_value(const ATTRIBUTE& label, ARROW arrow, const FR
 }
 
 ATTRIBUTE FrameBuilder::with_values(const ATTRIBUTE& label, ARROW arrow, ValuesMark values) {
-  const StoredList<FRAME> list = taken(values_, values);
+  const StoredList<FRAME> list = program_storage().store(values_.take(values));
   for (const FRAME& value : list.elements()) {
     if (is_negated_frame(value))
       report_counted_error("You cannot a negated frame for the value of an attribute");
@@ -83,7 +54,7 @@ ATTRIBUTE FrameBuilder::with_values(const ATTRIBUTE& label, ARROW arrow, ValuesM
 }
 
 FRAME FrameBuilder::nested(const FrameTerm& object, AttributesMark attributes) {
-  return {object, taken(attributes_, attributes).elements(), false, NameId{}};
+  return {object, attributes_.take(attributes), false, NameId{}};
 }
 
 FRAME FrameBuilder::molecule(const FrameTerm& object, AttributesMark attributes) {

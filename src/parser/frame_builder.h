@@ -2,15 +2,13 @@
 // frame_builder.h - what the grammar's actions on frames call: objects, attributes, values, and
 // what is wrong in them.
 
-#include <vector>
-
 #include "frames/frame.h"
+#include "parser/list_stack.h"
 
 namespace zarel {
 
-// The attributes, or the values, from this position of the builder's lists on.
-enum class AttributesMark : std::uint32_t {};
-enum class ValuesMark : std::uint32_t {};
+using AttributesMark = ListStack<ATTRIBUTE>::Mark;
+using ValuesMark = ListStack<FRAME>::Mark;
 
 // Two names around ":", which may be a membership or a qualified constant.
 struct NamePair {
@@ -31,10 +29,9 @@ class FrameBuilder {
   FrameTerm function(const TERMT& placeholder);    // the written form, with all variables in it
   FrameTerm negated(const FrameTerm& term) { return zarel::negated(term); }
 
-  AttributesMark first_attribute(const ATTRIBUTE& attribute);
-  AttributesMark next_attribute(AttributesMark list, const ATTRIBUTE& attribute);
-  ValuesMark first_value(const FRAME& value);
-  ValuesMark next_value(ValuesMark list, const FRAME& value);
+  // Lists of attributes and of values while they are read.
+  ListStack<ATTRIBUTE>& attributes() { return attributes_; }
+  ListStack<FRAME>& values() { return values_; }
 
   // An attribute alone, and with what it says. A negated frame as a value is reported and counted.
   ATTRIBUTE label(const FrameTerm& name) { return attribute(false, name); }
@@ -63,8 +60,8 @@ class FrameBuilder {
  private:
   FRAME checked(const FRAME& frame);
 
-  std::vector<ATTRIBUTE> attributes_;
-  std::vector<FRAME> values_;
+  ListStack<ATTRIBUTE> attributes_;
+  ListStack<FRAME> values_;
 };
 
 }    // namespace zarel

@@ -168,8 +168,8 @@ invocation
   ;
 
 actuals
-  : actual                         { $$ = build.first_actual($actual); }
-  | actuals[list] COMMA actual     { $$ = build.next_actual($list, $actual); }
+  : actual                         { $$ = build.actual_lists().first($actual); }
+  | actuals[list] COMMA actual     { $$ = build.actual_lists().next($list, $actual); }
   ;
 
 actual
@@ -182,8 +182,8 @@ actual
   ;
 
 parameters
-  : parameter                          { $$ = build.first_term($parameter); }
-  | parameters[list] COMMA parameter   { $$ = build.next_term($list, $parameter); }
+  : parameter                          { $$ = build.term_lists().first($parameter); }
+  | parameters[list] COMMA parameter   { $$ = build.term_lists().next($list, $parameter); }
   ;
 
 parameter
@@ -195,13 +195,13 @@ parameter
   ;
 
 output_terms
-  : %empty             { $$ = build.no_terms(); }
+  : %empty             { $$ = build.term_lists().empty_list(); }
   | some_output_terms
   ;
 
 some_output_terms
-  : output_term                              { $$ = build.first_term($output_term); }
-  | some_output_terms[list] COMMA output_term { $$ = build.next_term($list, $output_term); }
+  : output_term                              { $$ = build.term_lists().first($output_term); }
+  | some_output_terms[list] COMMA output_term { $$ = build.term_lists().next($list, $output_term); }
   ;
 
 output_term
@@ -265,7 +265,7 @@ simple_item
   | term[a] greater term[b]    { $$ = build.builtin($greater, build.terms($a, $b)); }
   | AMPERSAND name LBRACKET arguments RBRACKET
                                { $$ = build.external_atom($name, $arguments); }
-  | INT LPAREN term RPAREN     { $$ = build.builtin(BUILTIN::kInt, build.first_term($term)); }
+  | INT LPAREN term RPAREN     { $$ = build.builtin(BUILTIN::kInt, build.terms($term)); }
   | SUCC LPAREN term[a] COMMA term[b] RPAREN
                                { $$ = build.builtin(BUILTIN::kSucc, build.terms($a, $b)); }
   | PLUS LPAREN term[a] COMMA term[b] COMMA term[c] RPAREN
@@ -391,8 +391,8 @@ function_class
   ;
 
 attributes
-  : attribute                            { $$ = build.frames().first_attribute($attribute); }
-  | attributes[list] COMMA attribute     { $$ = build.frames().next_attribute($list, $attribute); }
+  : attribute                            { $$ = build.frames().attributes().first($attribute); }
+  | attributes[list] COMMA attribute     { $$ = build.frames().attributes().next($list, $attribute); }
   ;
 
 attribute
@@ -422,8 +422,8 @@ arrow
   ;
 
 values
-  : frame_value                        { $$ = build.frames().first_value($frame_value); }
-  | values[list] COMMA frame_value     { $$ = build.frames().next_value($list, $frame_value); }
+  : frame_value                        { $$ = build.frames().values().first($frame_value); }
+  | values[list] COMMA frame_value     { $$ = build.frames().values().next($list, $frame_value); }
   ;
 
 frame_value
@@ -438,8 +438,8 @@ frame_value
 /* Terms */
 
 arguments
-  : argument                         { $$ = build.first_term($argument); }
-  | arguments[list] COMMA argument   { $$ = build.next_term($list, $argument); }
+  : argument                         { $$ = build.term_lists().first($argument); }
+  | arguments[list] COMMA argument   { $$ = build.term_lists().next($list, $argument); }
   ;
 
 argument
@@ -503,8 +503,8 @@ aggregate
   ;
 
 variables
-  : VARIABLE                         { $$ = build.first_term(build.name_term($VARIABLE)); }
-  | variables[list] COMMA VARIABLE   { $$ = build.next_term($list, build.name_term($VARIABLE)); }
+  : VARIABLE                         { $$ = build.term_lists().first(build.name_term($VARIABLE)); }
+  | variables[list] COMMA VARIABLE   { $$ = build.term_lists().next($list, build.name_term($VARIABLE)); }
   ;
 
 aggregate_function

@@ -93,24 +93,6 @@ NameId ProgramBuilder::disjunction_name() {
   return names().intern("v");
 }
 
-TermsMark ProgramBuilder::first_term(const TERMT& term) {
-  terms_.push_back(term);
-  return TermsMark{static_cast<std::uint32_t>(terms_.size() - 1)};
-}
-
-TermsMark ProgramBuilder::next_term(TermsMark list, const TERMT& term) {
-  terms_.push_back(term);
-  return list;
-}
-
-// The list's terms, taken off the stack; valid until the next list is taken.
-std::span<const TERMT> ProgramBuilder::taken(TermsMark list) {
-  const auto first = terms_.begin() + static_cast<std::ptrdiff_t>(list);
-  taken_.assign(first, terms_.end());
-  terms_.erase(first, terms_.end());
-  return taken_;
-}
-
 FrameContext ProgramBuilder::context(const SourceLocation& location) const {
   return {OptionHigherOrder(), is_in_template_ && are_frames_local(), location};
 }
@@ -134,8 +116,8 @@ bool ProgramBuilder::allows_frame_space() const {
 }
 
 ATOMT ProgramBuilder::atom(NameId name, TermsMark list, NameId frame_space, Negation negation) {
-  if (is_in_template_) return plain_atom(name, taken(list), negation);
-  return encoded_atom(name, frame_space, taken(list), negation);
+  if (is_in_template_) return plain_atom(name, terms_.take(list), negation);
+  return encoded_atom(name, frame_space, terms_.take(list), negation);
 }
 
 ATOMT ProgramBuilder::atom(NameId name, NameId frame_space, Negation negation) {
@@ -144,22 +126,26 @@ ATOMT ProgramBuilder::atom(NameId name, NameId frame_space, Negation negation) {
 }
 
 TERMT ProgramBuilder::function_term(NameId functor, TermsMark arguments) {
-  return newFTERM(functor, taken(arguments));
+  if (const std::string_view name = names().spelling(functor); name.starts_with('"')) {
+    std::string message = "a functor must be a name without quotes, not ";
+    report_counted_error(message.append(name));
+  }
+  return newFTERM(functor, terms_.take(arguments));
 }
 
 Literal ProgramBuilder::builtin(BUILTIN code, TermsMark list) {
-  return literal(newBuiltin(code, taken(list)));
+  return literal(newBuiltin(code, terms_.take(list)));
 }
 
 Literal ProgramBuilder::external_atom(NameId name, TermsMark list) {
-  return literal(ATOMT::external(names().spelling(name), taken(list), {}));
+  return literal(ATOMT::external(names().spelling(name), terms_.take(list), {}));
 }
 
 AGGREGATEPREDT* ProgramBuilder::aggregate(AggregateFunction function, TermsMark variables,
                                           Body* body) {
   AGGREGATEPREDT bare{};
   bare.function = function;
-  bare.terms = program_storage().store(taken(variables));
+  bare.terms = program_storage().store(terms_.take(variables));
   rewriteFunctionsInBody(*body);
   bare.body = store(*body);
   return &aggregates_.emplace_back(bare);
@@ -294,8 +280,8 @@ void ProgramBuilder::frame_rule(const Body* body, const SourceLocation& location
 void ProgramBuilder::range_fact(NameId name, const TERMT& first, const TERMT& last,
                                 const SourceLocation& location) {
   const TERMT variable = newTERMT(getNameTerm({}, 0));
-  head_.add(atom(name, first_term(variable), spaces_.current()));
-  Body* const body = first_literal(builtin(BUILTIN::kInt, first_term(variable)));
+  head_.add(atom(name, terms(variable), spaces_.current()));
+  Body* const body = first_literal(builtin(BUILTIN::kInt, terms(variable)));
   next_literal(body, builtin(BUILTIN::kGreaterOrEqual, terms(variable, first)));
   next_literal(body, builtin(BUILTIN::kLessOrEqual, terms(variable, last)));
   rule(body, location);
@@ -392,28 +378,16 @@ ATOMT ProgramBuilder::actual(NameId name, Negation negation) {
 }
 
 ATOMT ProgramBuilder::actual(NameId name, TermsMark parameters, Negation negation) {
-  return plain_atom(name, taken(parameters), negation);
-}
-
-ActualsMark ProgramBuilder::first_actual(const ATOMT& actual) {
-  actuals_.push_back(actual);
-  return ActualsMark{static_cast<std::uint32_t>(actuals_.size() - 1)};
-}
-
-ActualsMark ProgramBuilder::next_actual(ActualsMark list, const ATOMT& actual) {
-  actuals_.push_back(actual);
-  return list;
+  return plain_atom(name, terms_.take(parameters), negation);
 }
 
 ATOMT ProgramBuilder::invocation(NameId name, ActualsMark actuals, TermsMark output_terms) {
-  const std::span<const TERMT> terms = taken(output_terms);
+  const std::span<const TERMT> terms = terms_.take(output_terms);
   INVOCATIONATOM invocation{std::string(names().spelling(name)), {terms.begin(), terms.end()}, {}};
-  const auto first = actuals_.begin() + static_cast<std::ptrdiff_t>(actuals);
-  for (auto actual = first; actual != actuals_.end(); ++actual) {
-    invocation.actuals.add(*actual);
-    invocation.origins.push_back({*actual, spaces_.current_default()});
+  for (const ATOMT& actual : actuals_.take(actuals)) {
+    invocation.actuals.add(actual);
+    invocation.origins.push_back({actual, spaces_.current_default()});
   }
-  actuals_.erase(first, actuals_.end());
   has_invocation_ = true;
   if (is_in_template_) return ATOMT(invocation);
   invocation.expansion_key = marker_key(expansion_of(invocation));

@@ -15,6 +15,7 @@
 #include "parser/frame_builder.h"
 #include "parser/frame_spaces.h"
 #include "parser/integer_bounds.h"
+#include "parser/list_stack.h"
 
 namespace zarel {
 
@@ -24,11 +25,8 @@ struct Number {
   std::uint32_t digit_count;    // leading zeros count: they matter behind a weight's full stop
 };
 
-// The terms from this position of the builder's term stack on.
-enum class TermsMark : std::uint32_t {};
-
-// The actual predicates from this position of the builder's list on.
-enum class ActualsMark : std::uint32_t {};
+using TermsMark = ListStack<TERMT>::Mark;
+using ActualsMark = ListStack<ATOMT>::Mark;
 
 // One builder reads all files of a program. It owns everything that semantic values refer to until
 // the statement's end, so that a statement dropped in the middle leaks nothing; finished clauses
@@ -45,14 +43,15 @@ class ProgramBuilder {
   TERMT maxint_term() { return bounds_.maxint(); }
   TERMT qualified_term(
       const NamePair& prefix_and_local);    // prefix:local; an unknown prefix counts an error
-  TERMT function_term(NameId functor, TermsMark arguments);
+  TERMT function_term(NameId functor, TermsMark arguments);    // a quoted functor counts an error
   NameId disjunction_name();    // the word "v", where it stands for a name
 
-  TermsMark first_term(const TERMT& term);
-  TermsMark next_term(TermsMark list, const TERMT& term);
-  TermsMark terms(const TERMT& a, const TERMT& b) { return next_term(first_term(a), b); }
+  // Lists of terms while they are read.
+  ListStack<TERMT>& term_lists() { return terms_; }
+  TermsMark terms(const TERMT& a) { return terms_.first(a); }
+  TermsMark terms(const TERMT& a, const TERMT& b) { return terms_.next(terms(a), b); }
   TermsMark terms(const TERMT& a, const TERMT& b, const TERMT& c) {
-    return next_term(terms(a, b), c);
+    return terms_.next(terms(a, b), c);
   }
 
   // Atoms and literals.
@@ -126,13 +125,10 @@ class ProgramBuilder {
   TERMT dollar_term() { return TERMT::dollar(); }
   ATOMT actual(NameId name, Negation negation = Negation::kNone);
   ATOMT actual(NameId name, TermsMark parameters, Negation negation = Negation::kNone);
-  ActualsMark first_actual(const ATOMT& actual);
-  ActualsMark next_actual(ActualsMark list, const ATOMT& actual);
-  TermsMark no_terms() { return TermsMark{static_cast<std::uint32_t>(terms_.size())}; }
+  ListStack<ATOMT>& actual_lists() { return actuals_; }
   ATOMT invocation(NameId name, ActualsMark actuals, TermsMark output_terms);
 
  private:
-  std::span<const TERMT> taken(TermsMark list);
   Body* empty_body();
   FrameContext context(const SourceLocation& location) const;
   ATOMT plain_atom(NameId name, std::span<const TERMT> terms, Negation negation) const;
@@ -143,8 +139,7 @@ class ProgramBuilder {
 
   FrameSpaces spaces_;
   IntegerBounds bounds_;
-  std::vector<TERMT> terms_;    // lists of terms that no atom has taken yet
-  std::vector<TERMT> taken_;
+  ListStack<TERMT> terms_;
   FrameBuilder frames_;
   std::vector<std::variant<ATOMT, FRAME>> head_items_;
   Head head_;                          // of a rule that is not headed by one frame alone
@@ -154,7 +149,7 @@ class ProgramBuilder {
   std::deque<AGGREGATEPREDT> aggregates_;
   DEFINITIONATOM definition_{};    // being read
   bool is_in_template_ = false;    // between its head and its end
-  std::vector<ATOMT> actuals_;     // lists of actual predicates that no invocation has taken yet
+  ListStack<ATOMT> actuals_;
   bool has_invocation_ = false;    // in this statement
 };
 
