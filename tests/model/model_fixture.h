@@ -1,23 +1,21 @@
 #pragma once
 // model_fixture.h - empty tables for every test, and short ways to build the model's values.
 
-#include <gtest/gtest.h>
 #include <optional>
 #include <sstream>
-#include <string>
-#include <string_view>
-#include <utility>
-#include <vector>
 
+#include "../parser/rewrite_fixture.h"
 #include "driver/diagnostics.h"
-#include "model/clause.h"
+#include "model/generic_atoms.h"
+#include "model/printer.h"
+#include "model/program.h"
 #include "model/tables.h"
 #include "model/template_records.h"
 
 namespace zarel {
 
 // Starts from what a run starts with; messages go to `errors_`.
-class ModelTest : public testing::Test {
+class ModelTest : public RewriteTest {
  protected:
   ModelTest() {
     reset_tables();
@@ -26,17 +24,20 @@ class ModelTest : public testing::Test {
   }
   ~ModelTest() override { reset_report_state(); }
 
+  // The last clause of a program. Its atoms are not encoded: p(X) is p(default,X).
+  static const CLAUSET& clause(std::string_view program) {
+    prepare_tables();
+    set_higher_order(false);
+    std::ostringstream ignored;
+    read_program(written({program}), "", ignored);
+    return CLAUSES().back();
+  }
+
   std::ostringstream errors_;
 };
 
-template <class Case>
-class ModelTable : public ModelTest, public testing::WithParamInterface<Case> {};
-
-inline constexpr auto case_name = [](const auto& test) { return std::string(test.param.name); };
-
 using Terms = std::vector<TERMT>;
 using Type = PREDICATE_NAMETS::TYPE;
-using Guard = std::optional<std::pair<TERMT, bool>>;
 
 // The status with which the run ended in `action`; nothing when it went on.
 template <class Action>
@@ -49,34 +50,34 @@ std::optional<int> end_of(Action action) {
   return std::nullopt;
 }
 
-inline TERMT num(std::int32_t value) {
-  return TERMT::integer(value);
+template <class T>
+std::string text_of(const T& value) {
+  std::string text;
+  append_text(text, value);
+  return text;
+}
+template <class List>
+std::string list_of(const List& list) {
+  std::string text;
+  append_list(text, list, ", ");
+  return text;
 }
 
-inline TERMT function_term(std::string_view placeholder) {
-  return {TermKind::kFunctionTerm, newTERMT(placeholder).value};
-}
-
+inline constexpr auto num = [](std::int32_t value) { return TERMT::integer(value); };
+inline constexpr auto function_term = [](std::string_view placeholder) {
+  return TERMT{TermKind::kFunctionTerm, newTERMT(placeholder).value};
+};
 template <class... Term>
 Terms list(const Term&... terms) {
   return {terms...};
 }
 
-inline ATOMT typed_atom(std::string_view name, const Terms& terms, Type type) {
-  return ATOMT(name, terms, type);
-}
 template <class... Term>
 ATOMT atom(std::string_view name, const Term&... terms) {
-  return typed_atom(name, {terms...}, Type::kUnknown);
+  return {name, Terms{terms...}, Type::kUnknown};
 }
-
-inline Literal yes(const ATOMT& of) {
-  return {of, false};
-}
-inline Literal no(const ATOMT& of) {
-  return {of, true};
-}
-
+inline constexpr auto yes = [](const ATOMT& of) { return Literal{of, false}; };
+inline constexpr auto no = [](const ATOMT& of) { return Literal{of, true}; };
 template <class... Literals>
 Body body(const Literals&... literals) {
   Body made;
@@ -84,50 +85,16 @@ Body body(const Literals&... literals) {
   return made;
 }
 
-template <class... Atom>
-Head heads(const Atom&... atoms) {
-  Head made;
-  (made.add(atoms), ...);
-  return made;
-}
-
-inline Rule rule_over(const Head& head, const Body& of) {
-  Rule made;
-  made.init(&head, &of);
-  return made;
-}
-template <class... Literals>
-Rule rule(const Head& head, const Literals&... literals) {
-  const Body of = body(literals...);
-  Rule made;
-  made.init(head.size() == 0 ? nullptr : &head, of.is_empty() ? nullptr : &of);
-  return made;
-}
-
-enum class Equality { kNo, kYes };
-
-inline ATOMT aggregate(AggregateFunction function, const Terms& terms, const Body& of,
-                       const Guard& lower, const Guard& upper = std::nullopt,
-                       Equality equality = Equality::kNo) {
+// #count{X:of} with these guards, "<" or "=" on both sides.
+inline ATOMT count(std::optional<TERMT> lower, std::optional<TERMT> upper, bool is_equality,
+                   const Body& of = body(yes(atom("p")))) {
   AGGREGATEPREDT made{};
-  made.function = function;
-  made.terms = program_storage().store(std::span<const TERMT>(terms));
+  made.function = AggregateFunction::kCount;
+  made.terms = program_storage().store(std::span<const TERMT>(list(newTERMT("X"))));
   made.body = store(of);
-  const auto none = std::make_pair(TERMT::absent(), false);
-  return newAggregate(lower.value_or(none), upper.value_or(none), made, lower.has_value(),
-                      upper.has_value(), equality == Equality::kYes);
-}
-
-inline ATOMT count_of(std::string_view variable, const Body& of, const Guard& lower,
-                      const Guard& upper = std::nullopt, Equality equality = Equality::kNo) {
-  return aggregate(AggregateFunction::kCount, {newTERMT(variable)}, of, lower, upper, equality);
-}
-
-inline Guard inclusive(const TERMT& term) {
-  return standardizeGuard(term, true);
-}
-inline Guard strict(const TERMT& term) {
-  return standardizeGuard(term, false);
+  return newAggregate(standardizeGuard(lower.value_or(TERMT::absent()), false),
+                      standardizeGuard(upper.value_or(TERMT::absent()), false), made,
+                      lower.has_value(), upper.has_value(), is_equality);
 }
 
 template <class... Atom>
