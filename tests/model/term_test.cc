@@ -29,7 +29,8 @@ TEST(NameTableTest, CopiesTheSpellingAndTellsPrefixesApart) {
   NameTable table;
   EXPECT_EQ(table.find(""), std::nullopt);
   std::string text = "abc";
-  for (const std::size_t length : {3, 2, 0}) table.intern(std::string_view(text).substr(0, length));
+  for (const std::size_t length : {3U, 2U, 0U})
+    table.intern(std::string_view(text).substr(0, length));
   text = "xyz";
   EXPECT_EQ(table.spelling(NameId{0}), "abc");
   EXPECT_EQ(table.spelling(NameId{1}), "ab");
