@@ -1,10 +1,12 @@
 #pragma once
 // templates_fixture.h - programs with templates, and what they are rewritten to.
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <regex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,17 +49,26 @@ class TemplatesTest : public testing::Test {
   std::filesystem::path before_;
 };
 
-// The legend without its first and last line; the whole when it does not have them.
-inline std::string legend_lines(const std::string& legend) {
-  constexpr std::string_view kBegin = "% BEGIN LEGENDA OF TEMPLATE INVOCATIONS\n";
-  constexpr std::string_view kEnd = "% END OF LEGENDA\n";
-  if (!legend.starts_with(kBegin) || !legend.ends_with(kEnd)) return legend;
-  return legend.substr(kBegin.size(), legend.size() - kBegin.size() - kEnd.size());
+// The lines of a text, with blanks between them.
+inline std::string on_one_line(std::string text) {
+  if (text.ends_with('\n')) text.pop_back();
+  std::replace(text.begin(), text.end(), '\n', ' ');
+  return text;
 }
 
-// A program, and what it is rewritten to.
+// What stands in a legend's lines, without its frame; the whole when it does not have that.
+inline std::string legend_uses(const std::string& legend) {
+  static const std::regex frame(
+      "% BEGIN LEGENDA OF TEMPLATE INVOCATIONS\n([^]*)% END OF LEGENDA\n");
+  std::smatch lines;
+  if (!std::regex_match(legend, lines, frame)) return legend;
+  std::string uses = std::regex_replace(lines.str(1), std::regex("% (.*) at line \n"), "$1; ");
+  return uses.substr(0, uses.find_last_of(';'));
+}
+
+// A program, and what it is rewritten to; no legend where that shows nothing new.
 struct Rewriting {
-  std::string_view name, program, clauses, legend;
+  std::string_view name, program, clauses, legend = "";
   friend void PrintTo(const Rewriting& test, std::ostream* out) { *out << test.name; }
 };
 
