@@ -45,14 +45,6 @@ void read_semantics(const std::string& name, ProgramBuilder& builder, std::ostre
   read_file(path, name, builder, verbatim);
 }
 
-std::string text_of(const Rule& rule) {
-  std::string text;
-  append_list(text, rule.head(), " v ");
-  if (!rule.body().empty()) text += " :- ";
-  append_list(text, rule.body(), ", ");
-  return text += '.';
-}
-
 }    // namespace
 
 void prepare_tables() {
@@ -87,7 +79,7 @@ void check_safety() {
     if (clause.kind() != CLAUSET::Kind::kRule || clause.rule().isSafe()) continue;
     report_state().ParserStateInternal = false;    // the message shows the last place that was read
     yyerror("Warning: suspected unsafe Rule.");
-    standard_error() << text_of(clause.rule()) << '\n';
+    standard_error() << clause << '\n';
     SafeExit(1);
   }
 }

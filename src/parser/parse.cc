@@ -4,6 +4,7 @@
 #include "driver/parser_stacks.h"
 #include "grammar.hh"
 #include "parser/scanner_actions.h"
+#include "parser/scanner_input.h"
 
 void yyrestart(std::FILE* file);
 int yylex_destroy();
@@ -27,17 +28,13 @@ struct ParserReset {
 
 }    // namespace
 
-// What the scanner calls to fill its buffer; and when it cannot go on.
-int read_input(std::FILE* file, char* buffer, std::size_t size);
-[[noreturn]] void scanner_failed(const char* message);
-
 int read_input(std::FILE* file, char* buffer, std::size_t size) {
   const std::size_t length = std::fread(buffer, 1, size, file);
   if (length == 0 && std::ferror(file) != 0) scanner_failed("input in flex scanner failed");
   return static_cast<int>(length);
 }
 
-[[noreturn]] void scanner_failed(const char* message) {
+void scanner_failed(const char* message) {
   yyerror(message);
   SafeExit(1);
 }

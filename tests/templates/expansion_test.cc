@@ -8,12 +8,7 @@ namespace {
 class PlainExpansion : public TemplatesTable<Rewriting> {};
 
 TEST_P(PlainExpansion, BecomesPlainRules) {
-  const RewrittenProgram result = rewritten({GetParam().program}, Templates::kPlain);
-  EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.messages, "");
-  EXPECT_EQ(on_one_line(result.clauses), GetParam().clauses);
-  if (GetParam().legend.empty()) return;
-  EXPECT_EQ(legend_uses(result.legend), GetParam().legend);
+  expect_rewriting(GetParam(), Templates::kPlain);
 }
 
 constexpr Rewriting kCases[] = {

@@ -2,51 +2,27 @@
 // templates_fixture.h - programs with templates, and what they are rewritten to.
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <regex>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "driver/phases.h"
+#include "../parser/rewrite_fixture.h"
 
 namespace zarel {
 
 enum class Templates { kPlain, kLinked };
 
-// Runs each test inside a fresh folder, so that messages show plain file names.
-class TemplatesTest : public testing::Test {
+class TemplatesTest : public RewriteTest {
  protected:
-  TemplatesTest() : before_(std::filesystem::current_path()) {
-    std::string name = (std::filesystem::temp_directory_path() / "zarel-templates-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) ADD_FAILURE() << "no folder " << name;
-    std::filesystem::current_path(name);
-  }
-  ~TemplatesTest() override {
-    const std::filesystem::path folder = std::filesystem::current_path();
-    std::filesystem::current_path(before_);
-    std::error_code ignored;    // what is left behind is the system's to clean
-    std::filesystem::remove_all(folder, ignored);
-  }
-
-  // Writes the texts to the files "1", "2", ... and rewrites them as one program.
+  // Rewrites the texts, each a file of its own, as one program.
   static RewrittenProgram rewritten(std::initializer_list<std::string_view> texts,
                                     Templates templates = Templates::kPlain) {
-    std::vector<std::string> files;
-    for (const std::string_view text : texts) {
-      files.push_back(std::to_string(files.size() + 1));
-      std::ofstream(files.back(), std::ios::binary) << text;
-    }
     RewriteOptions options;
     options.has_linked_templates = templates == Templates::kLinked;
-    return rewrite(files, options);
+    return RewriteTest::rewritten(texts, options);
   }
-
- private:
-  std::filesystem::path before_;
 };
 
 // The lines of a text, with blanks between them.
@@ -81,6 +57,16 @@ struct Ending {
 inline constexpr auto case_name = [](const auto& test) { return std::string(test.param.name); };
 
 template <class Case>
-class TemplatesTable : public TemplatesTest, public testing::WithParamInterface<Case> {};
+class TemplatesTable : public TemplatesTest, public testing::WithParamInterface<Case> {
+ protected:
+  static void expect_rewriting(const Rewriting& expected, Templates templates) {
+    const RewrittenProgram result = rewritten({expected.program}, templates);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.messages, "");
+    EXPECT_EQ(on_one_line(result.clauses), expected.clauses);
+    if (expected.legend.empty()) return;
+    EXPECT_EQ(legend_uses(result.legend), expected.legend);
+  }
+};
 
 }    // namespace zarel
