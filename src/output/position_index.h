@@ -3,9 +3,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 namespace zarel {
+
+// A size as a position, below the one that means none. Throws std::length_error when it is larger.
+std::uint32_t checked_position(std::size_t size);
+
+std::uint32_t hash_text(std::string_view text);
 
 // Finds an entry of a sequence by a hash and the caller's comparison; the entries themselves stay
 // with the caller, so a million of them cost 16 MB here.
