@@ -4,6 +4,7 @@
 #include "model/namespaces.h"
 #include "output/display_settings.h"
 #include "output/filters.h"
+#include "output/flat_atom.h"
 #include "output/frame_molecules.h"
 #include "output/framespace_display.h"
 
@@ -45,6 +46,19 @@ void AnswerSetBuilder::add_atom(const GenericAtom& atom) {
     add_plain_atom(atom);
   }
   text_.drop_last({atom.word.begin, atom.close.end});
+}
+
+void AnswerSetBuilder::add_flat_atom(TextRange atom) {
+  const FlatAtom ends = split_flat_atom(text_.view(atom));
+  const auto range = [atom](std::size_t begin, std::size_t end) {
+    return TextRange{atom.begin + begin, atom.begin + end};
+  };
+  const TextRange word = range(0, ends.word_end);
+  const TextRange relation = range(ends.word_end + 1, ends.first_end);
+  const TextRange space = range(ends.first_end + 1, ends.second_end);
+  const TextRange close{atom.end - 1, atom.end};
+  if (space.end == close.begin) return add_short_atom(word, relation, space, close);
+  add_atom({word, relation, space, {space.end + 1, close.begin}, close});
 }
 
 void AnswerSetBuilder::add_plain_atom(const GenericAtom& atom) {

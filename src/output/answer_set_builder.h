@@ -33,6 +33,7 @@ class AnswerSetBuilder {
   void set_negativeAtom(bool is_negative) { negativeAtom_ = is_negative; }
   void add_short_atom(TextRange word, TextRange relation, TextRange space, TextRange close);
   void add_atom(const GenericAtom& atom);
+  void add_flat_atom(TextRange atom);    // either of these
   void drop_comma(TextRange comma) { text_.drop_last(comma); }
   void end_answer_set();    // adds the frames behind the atoms
 

@@ -1,5 +1,6 @@
 #include "output/frame_molecules.h"
 
+#include <algorithm>
 #include <array>
 
 #include "model/generic_encoding.h"
@@ -7,29 +8,43 @@
 namespace zarel {
 namespace {
 
-constexpr std::size_t kMostArguments = 4;
-using Arguments = std::array<std::string_view, kMostArguments>;
+using Arguments = std::array<std::string_view, 4>;    // more are ignored
 
-// The first arguments, split at the commas outside parentheses and quotes: function terms stay
-// whole.
+// The end of the argument that begins at this place: the next comma outside parentheses and quotes,
+// so that function terms stay whole, or the end of the text.
+std::size_t end_of_argument(std::string_view text, std::size_t begin) {
+  std::size_t depth = 0;
+  for (std::size_t i = begin; i < text.size(); ++i) {
+    switch (text[i]) {
+      case '"':
+        i = std::min(text.find('"', i + 1), text.size());
+        break;
+      case '(':
+        ++depth;
+        break;
+      case ')':
+        --depth;
+        break;
+      case ',':
+        if (depth == 0) return i;
+        break;
+      default:
+        break;
+    }
+  }
+  return text.size();
+}
+
+// The first arguments; those that are missing are empty.
 Arguments split_arguments(std::string_view text) {
   Arguments pieces;
-  std::size_t count = 0;
   std::size_t begin = 0;
-  std::size_t depth = 0;
-  bool is_quoted = false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char c = text[i];
-    if (c == '"') is_quoted = !is_quoted;
-    if (is_quoted) continue;
-    if (c == '(') ++depth;
-    if (c == ')') --depth;
-    if (c != ',' || depth != 0) continue;
-    pieces[count++] = text.substr(begin, i - begin);
-    begin = i + 1;
-    if (count == kMostArguments) return pieces;
+  for (std::string_view& piece : pieces) {
+    if (begin > text.size()) break;
+    const std::size_t end = end_of_argument(text, begin);
+    piece = text.substr(begin, end - begin);
+    begin = end + 1;
   }
-  pieces[count] = text.substr(begin);
   return pieces;
 }
 

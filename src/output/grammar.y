@@ -31,6 +31,7 @@ static zarel::AnswerSetBuilder& build = zarel::answer_set_builder();
 %token OPEN_BRACKET 265 "["  CLOSE_BRACKET 266 "]"
 %token OPEN_BRACE 267 "{"  CLOSE_BRACE 268 "}"
 %token MINUS 269 "-"  COLON 270 ":"  LESS 271 "<"  GREATER 272 ">"
+%token FLAT_ATOM 273    // a WORD with its terms in parentheses. See Note [flat atoms].
 
 %%
 
@@ -69,6 +70,8 @@ atom
     { build.add_short_atom($word, $relation, $space, $close); }
   | WORD[word] "(" first[relation] "," second[space] "," terms[arguments] ")"[close]
     { build.add_atom({$word, $relation, $space, $arguments, $close}); }
+  | FLAT_ATOM
+    { build.add_flat_atom($1); }
   ;
 // A phrase of several tokens is one range from the first to the last, for their texts stand side by side.
 terms
@@ -82,6 +85,7 @@ term
   ;
 function_term
   : WORD[name] "(" terms ")"[close]  { $$ = {$name.begin, $close.end}; }
+  | FLAT_ATOM
   ;
 first
   : WORD

@@ -32,11 +32,17 @@ constexpr Case kItems[] = {
      "{q(1), \"p\"(x,\"y z\")}\n"},
     {"negated_atoms", "{-a_3(p,ns1,x), -a_2(q,default), a_2(r,default)}", "{-p(x)@ns1, -q, r}\n"},
     {"function_terms", "{a_4(p, default, f( a , g(b,c) ), d)}", "{p(f(a,g(b,c)),d)}\n"},
+    {"texts_that_look_like_terms", "{a_4(p,default,\"a,b)\",\",(\"), a_2(\"p(\",\"s,\")}",
+     "{p(\"a,b)\",\",(\"), \"p(\"@\"s,\"}\n"},
+    {"ignored_characters_between_terms",
+     R"({a_4(p,default,_x,y.), 12(q,s), a%(q;,s,z), a_3(r,s,"x)})",
+     "{p(x,y), q@s, q(z)@s, r(x)@s}\n"},
     {"function_terms_in_front", R"({a_3(f(a,b), g(c), x), a_2(f(a), "s")})",
      "{f(a,b)(x)@g(c), f(a)@\"s\"}\n"},
     {"service_atoms_are_not_shown", "{a_3(p,service,x), a_3(q,service1,y)}", "{q(y)@service1}\n"},
     {"service_atoms_without_arguments_are", "{a_2(p,service)}", "{p@service}\n"},
     {"term_lists", "a, f(b , \"c\")\nd", "a,f(b,\"c\")\nd\n"},
+    {"flat_term_lists", "f(a,b),g(\"c\nd\",12)f(a,g(b,c))", "f(a,b),g(\"c\nd\",12)\nf(a,g(b,c))\n"},
     {"several_items", "{a_2(p,default)}x, y{}\n{a_2(q,default)}", "{p}\nx,y\n{}\n{q}\n"},
     {"a_banner_with_words", "... solver [!", "solver\nline 1: syntax error.\n"},
     {"best_model",
@@ -55,6 +61,7 @@ INSTANTIATE_TEST_SUITE_P(Items, Reader, testing::ValuesIn(kItems), case_name);
 TEST_F(ReaderState, RefusesOtherForms) {
   for (const std::string_view input :
        {"{a(p)}", "{a}", "{a_3(p,s,X)}", "{a_3(p,s,-1)}", "{a_2(p,s)", "{a_2(p,s),}",
+        "{a_3(p,s,12a)}", "{a_3(p,s,a\"b\")}", "{a_3(p,s,)}", "{a_3(p,,s)}", "{a_3(p,s,x}",
         "{a_3(p,s,\"\")}", "Best model: {} Cost ([Weight:Level]): <[3:1],[2:2]>"}) {
     errors_.str("");
     EXPECT_EQ(read(input), "line 1: syntax error.\n") << input;

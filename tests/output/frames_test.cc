@@ -51,6 +51,8 @@ TEST_P(FrameReader, PrintsWhatIsExpected) {
   input = std::regex_replace(input, std::regex("R\\("), "a_3(valueOf, nFlogic, ");
   input = std::regex_replace(input, std::regex("V\\("), "a_5(valueOf, nFlogic, ");
   EXPECT_EQ(read(input), GetParam().output);
+  output_.str("");
+  EXPECT_EQ(read(std::regex_replace(input, std::regex(", "), ",")), GetParam().output);
 }
 INSTANTIATE_TEST_SUITE_P(Frames, FrameReader, testing::ValuesIn(kFrames), case_name);
 

@@ -77,6 +77,12 @@ TEST_F(Input, TakesPiecesOfAnyLength) {
   EXPECT_EQ(output_.str(), "{\"p q\"(word), -q12@s}\n12,f(\"x\ny\")\n");
 }
 
+TEST_F(Input, TakesAtomsThatArriveInTwoPieces) {
+  const std::string atoms = repeated("a_4(p,default,\"x y\",z1),", 1000);
+  read_sent(joined({"{", atoms, "a_2(q,s)}"}), 997);
+  EXPECT_EQ(output_.str(), joined({"{", repeated("p(\"x y\",z1), ", 1000), "q@s}\n"}));
+}
+
 TEST_F(Input, TakesLongTokensFromAPipeInLinearTime) {
   fcntl(fileno(in_.get()), F_SETPIPE_SZ, 4096);
   const std::string text = joined({"\"", repeated("x\n", 10000000), "\""});
