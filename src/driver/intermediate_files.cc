@@ -41,12 +41,13 @@ void append_with_doubled_end(std::ofstream& out, std::ifstream& in) {
 }
 
 // Without anything to say the legend may stay unwritten; a query or a generated clause may not.
-void write_legend() {
+void write_legend(std::ostream* shown) {
   std::ofstream legend(kLegendName, std::ios::app | std::ios::binary);
   if (!legend.is_open() && QUERIES().empty() && generated_clauses().empty()) return;
   legend << '\n';
-  write_clauses(legend, generated_clauses());
+  write_clauses(legend, generated_clauses(), shown);
   write_queries(legend);
+  if (shown != nullptr) write_queries(*shown);
   close_written(legend);
 }
 
@@ -69,9 +70,9 @@ void IntermediateFiles::begin_program() {
   for (const std::string& line : Includes()) source_ << line << '\n';
 }
 
-void IntermediateFiles::write_program() {
-  write_clauses(source_, written_clauses());
-  write_legend();
+void IntermediateFiles::write_program(std::ostream* shown) {
+  write_clauses(source_, written_clauses(), shown);
+  write_legend(shown);
   source_ << '\n';
   std::ifstream legend(kLegendName, std::ios::binary);
   append_with_doubled_end(source_, legend);

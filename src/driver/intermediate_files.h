@@ -26,8 +26,9 @@ class IntermediateFiles {
   // Opens ".source" to add the program to it, and writes the include lines.
   void begin_program();
 
-  // Writes the clauses and queries of the program to both files and joins them.
-  void write_program();
+  // Writes the clauses and queries of the program to both files, and to `shown` where there is one,
+  // and joins the files.
+  void write_program(std::ostream* shown);
 
  private:
   std::ofstream verbatim_;

@@ -10,7 +10,6 @@
 #include "driver/intermediate_files.h"
 #include "driver/options.h"
 #include "driver/phases.h"
-#include "driver/program_text.h"
 #include "driver/solver_call.h"
 #include "model/predicate_table.h"
 #include "output/answer_set_reader.h"
@@ -76,12 +75,8 @@ int run(std::span<char* const> arguments) {
   expand_templates(*files.legend());
   files.begin_program();
   if (options.OptionSafetyCheck) check_safety();
-  files.write_program();
-  if (options.is_preparsing) {
-    write_clauses(standard_output(), CLAUSES());
-    write_queries(standard_output());
-    return 0;
-  }
+  files.write_program(options.is_preparsing ? &standard_output() : nullptr);
+  if (options.is_preparsing) return 0;
 
   run_solver(solver_command(options));
   read_solver_output();

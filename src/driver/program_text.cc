@@ -9,8 +9,9 @@ namespace {
 
 constexpr std::size_t kPiece = std::size_t{64} * 1024;    // bytes handed to a stream at once
 
-void write_piece(std::ostream& out, std::string& text) {
+void write_piece(std::ostream& out, std::ostream* copy, std::string& text) {
   out.write(text.data(), static_cast<std::streamsize>(text.size()));
+  if (copy != nullptr) copy->write(text.data(), static_cast<std::streamsize>(text.size()));
   text.clear();
 }
 
@@ -20,14 +21,14 @@ std::size_t written_count() {
 
 }    // namespace
 
-void write_clauses(std::ostream& out, std::span<const CLAUSET> clauses) {
+void write_clauses(std::ostream& out, std::span<const CLAUSET> clauses, std::ostream* copy) {
   std::string text;
   for (const CLAUSET& clause : clauses) {
     append_text(text, clause);
     text += '\n';
-    if (text.size() >= kPiece) write_piece(out, text);
+    if (text.size() >= kPiece) write_piece(out, copy, text);
   }
-  write_piece(out, text);
+  write_piece(out, copy, text);
 }
 
 void write_queries(std::ostream& out) {

@@ -9,8 +9,9 @@
 
 namespace zarel {
 
-// Every clause on a line of its own.
-void write_clauses(std::ostream& out, std::span<const CLAUSET> clauses);
+// Every clause on a line of its own. With a copy, the same text goes there too: it is made once.
+void write_clauses(std::ostream& out, std::span<const CLAUSET> clauses,
+                   std::ostream* copy = nullptr);
 
 // Every query of the program: its literals, "?", a line end.
 void write_queries(std::ostream& out);
