@@ -52,8 +52,13 @@ std::vector<std::string> ClingoRun::arguments() const {
   return words;
 }
 
-int ClingoRun::solve(std::string& program) {
+void ClingoRun::read_along(Translation& translation) {
   process_.start(options_.clingo, arguments());
+  translation.receiver = [this](std::string_view text) { process_.write(text); };
+}
+
+int ClingoRun::solve(std::string& program) {
+  if (!process_.is_running()) process_.start(options_.clingo, arguments());
   process_.write(program);
   program = std::string();
   process_.finish_input();

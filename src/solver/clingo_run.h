@@ -11,6 +11,7 @@
 #include "solver/model_reader.h"
 #include "solver/options.h"
 #include "solver/program_parts.h"
+#include "solver/rule_text.h"
 
 namespace dl {
 
@@ -19,8 +20,12 @@ class ClingoRun {
   ClingoRun(const Options& options, const ProgramParts& parts, const LineMap& lines)
       : options_(options), parts_(parts), lines_(lines) {}
 
-  // Lets clingo solve the program, prints the answers as they come, and returns dl's exit status.
-  // The text is taken away once clingo has it. Throws Failure when the search failed; an
+  // Starts clingo, and from now on gives it the translation while that is made: see Note [reading
+  // along]. The run must outlive the translation of the program.
+  void read_along(Translation& translation);
+
+  // Gives clingo what it does not have yet, prints the answers as they come, and returns dl's exit
+  // status. The text is taken away once clingo has it. Throws Failure when the search failed; an
   // interrupted dl ends here.
   int solve(std::string& program);
 

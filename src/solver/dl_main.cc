@@ -25,13 +25,16 @@ int run(const std::vector<std::string_view>& arguments) {
   dl::ProgramParts parts;
   dl::Translation translation;
   dl::Translator translator(options, parts, translation);
-  dl::read_program(options.files, translator);
+  dl::ClingoRun clingo(options, parts, translation.lines);
+  dl::read_program(options.files, translator, [&] {
+    if (!options.translate_only) clingo.read_along(translation);
+  });
   translator.end_program();
   if (options.translate_only) {
     std::cout << translation.text << std::flush;
     return dl::kSuccess;
   }
-  return dl::ClingoRun(options, parts, translation.lines).solve(translation.text);
+  return clingo.solve(translation.text);
 }
 
 }    // namespace

@@ -35,6 +35,18 @@ struct Waiting {
   std::string place;
 };
 
+// Note [reading along]
+// clingo takes longer to read the translation than we take to make it, so it reads while we
+// translate. But its command line tells of queries and weak constraints, which may stand in the
+// last line. So clingo is started early for a plain program only: one file whose text, comments and
+// strings too, has nothing that could begin or end one of those, nor include another file. A
+// mistake that is found later ends the clingo that was started, before it has said anything: it
+// reads all before it solves.
+bool is_plain(std::string_view text) {
+  return text.find('?') == std::string_view::npos && text.find(":~") == std::string_view::npos &&
+         text.find("#include") == std::string_view::npos;
+}
+
 }    // namespace
 
 bool parse_text(std::string& text, StatementBuilder& builder) {
@@ -42,7 +54,8 @@ bool parse_text(std::string& text, StatementBuilder& builder) {
   return dl_parse(scanner.state(), &builder) == 0 && !builder.has_failed();
 }
 
-void read_program(const std::vector<std::string>& files, Translator& translator) {
+void read_program(const std::vector<std::string>& files, Translator& translator,
+                  const std::function<void()>& before_plain) {
   std::set<std::pair<std::uint64_t, std::uint64_t>> read;
   for (const std::string& file : files) {
     std::deque<Waiting> waiting{{file, "dl: "}};
@@ -52,6 +65,7 @@ void read_program(const std::vector<std::string>& files, Translator& translator)
       SourceFile source = read_source_file(next.path, next.place);
       if (!read.insert(source.identity).second) continue;
       translator.begin_file(next.path);
+      if (files.size() == 1 && is_plain(source.text)) before_plain();
       StatementBuilder builder(translator);
       if (!parse_text(source.text, builder)) {
         throw Failure{at_place(next.path, builder.mistake_line(), builder.mistake())};

@@ -9,6 +9,7 @@
 // change the answer sets.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,11 +25,21 @@ namespace dl {
 struct Translation {
   std::string text;
   LineMap lines;
+  // Where it is given, takes the text in pieces of whole lines, and what it has taken is forgotten
+  // here; the last piece stays.
+  std::function<void(std::string_view)> receiver;
 
   void end_line(Place place) {
     text += '\n';
     lines.add(place);
+    if (text.size() >= kPiece && receiver) {
+      receiver(text);
+      text.clear();
+    }
   }
+
+ private:
+  static constexpr std::size_t kPiece = std::size_t{1} << 16;    // what a pipe holds
 };
 
 class RuleWriter {

@@ -1,6 +1,7 @@
 // process_test.cc - a clingo that fails, lies, is slow or is killed; scripts stand for the faults
 // that the real one lacks.
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <string>
@@ -121,6 +122,52 @@ TEST(Process, AnUnprovedModelIsNotShownWhenTheSearchIsCut) {
       "-time=1", "a. :~ a.");
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.status, 2);
+}
+
+// More than pipes hold, so that clingo must read before all of it is translated.
+std::string large_program(std::string_view last_line) {
+  std::string program;
+  for (int i = 0; i < 100000; ++i) program += "p(" + std::to_string(i) + ").\n";
+  return program += last_line;
+}
+
+// What dl says about the program, and what became of its clingo: not started, gone, or left behind.
+std::string outcome_while_clingo_reads(const std::string& program, const std::string& options) {
+  const Directory directory;
+  directory.write("p", program);
+  directory.write_script("fake", "echo $$ >pid; exec clingo \"$@\"");
+  const Outcome outcome = directory.run("p -clingo=./fake " + options);
+  const std::string pid = directory.read("pid");
+  const bool is_left = !pid.empty() && ::kill(std::stoi(pid), 0) == 0;
+  return outcome.out + outcome.err + std::to_string(outcome.status) +
+         (pid.empty() ? " not started"
+          : is_left   ? " left behind"
+                      : " gone");
+}
+
+TEST(Process, ClingoReadsAlongAndIsEndedByALaterMistake) {
+  EXPECT_EQ(outcome_while_clingo_reads(large_program("a b."), ""),
+            "p:100001: syntax error, unexpected name\n1 gone");
+  EXPECT_EQ(outcome_while_clingo_reads(large_program("a(#maxint)."), ""),
+            "p:100001: #maxint needs a bound on integers, #maxint or -N=\n1 gone");
+  EXPECT_EQ(outcome_while_clingo_reads(large_program("a(1)."), "-filter=a"), "{a(1)}\n0 gone");
+  EXPECT_EQ(outcome_while_clingo_reads(large_program("a b."), "-translate"),
+            "p:100001: syntax error, unexpected name\n1 not started");
+}
+
+// The last line decides how clingo is called, or there is more to read.
+TEST(Process, ClingoWaitsForAProgramThatIsNotPlain) {
+  for (const std::string_view line : {":~ p(1).\na b.", "p(X)?\na b.", "#include <q>\na b."}) {
+    EXPECT_EQ(outcome_while_clingo_reads(large_program(line), ""),
+              "p:100002: syntax error, unexpected name\n1 not started");
+  }
+  EXPECT_EQ(outcome_while_clingo_reads(large_program("p(1), p(0)?"), ""), "true\n0 gone");
+}
+
+TEST(Process, AClingoThatStopsReadingIsHeard) {
+  const std::string loud =
+      "head -n 2 >/dev/null; exec 0<&-; echo '-:2:1-2: error: bad' >&2; exit 65";
+  EXPECT_EQ(run_with(loud, "", large_program("")).err, "p:2: clingo: bad\n");
 }
 
 // Starts dl on the hard program in the background, ends it with the signal, and tells its status
