@@ -4,17 +4,12 @@
 
 #include "frames/frame.h"
 #include "parser/list_stack.h"
+#include "parser/qualified_constants.h"
 
 namespace zarel {
 
 using AttributesMark = ListStack<ATTRIBUTE>::Mark;
 using ValuesMark = ListStack<FRAME>::Mark;
-
-// Two names around ":", which may be a membership or a qualified constant.
-struct NamePair {
-  NameId first;
-  NameId second;
-};
 
 struct Membership {
   FrameTerm object;

@@ -76,12 +76,15 @@ void ProgramBuilder::skipped_statement() {
 }
 
 TERMT ProgramBuilder::qualified_term(const NamePair& prefix_and_local) {
+  if (const auto known = qualified_constants_.find(prefix_and_local)) return *known;
   const auto [prefix, local] = prefix_and_local;
   const auto address =
       returnAddress(names().spelling(prefix), without_quotes(names().spelling(local)));
   if (address) {
     note_prefix_use();
-    return newTERMT(*address);
+    const TERMT constant = newTERMT(*address);
+    qualified_constants_.note(prefix_and_local, constant);
+    return constant;
   }
   std::string message = "An URI with id '";
   message.append(names().spelling(prefix)).append("' does not exist");

@@ -140,6 +140,7 @@ class ProgramBuilder {
   FrameSpaces spaces_;
   IntegerBounds bounds_;
   ListStack<TERMT> terms_;
+  QualifiedConstants qualified_constants_;
   FrameBuilder frames_;
   std::vector<std::variant<ATOMT, FRAME>> head_items_;
   Head head_;                          // of a rule that is not headed by one frame alone
