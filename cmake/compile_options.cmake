@@ -3,7 +3,10 @@ add_library(warnings INTERFACE)
 target_compile_options(warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 
-if(ZAREL_SANITIZE)
+if(ZAREL_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+if(ZAREL_SANITIZE OR ZAREL_FUZZ)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
