@@ -1,7 +1,5 @@
 #include "driver/program_text.h"
 
-#include <string>
-
 #include "model/printer.h"
 
 namespace zarel {
@@ -9,9 +7,9 @@ namespace {
 
 constexpr std::size_t kPiece = std::size_t{64} * 1024;    // bytes handed to a stream at once
 
-void write_piece(std::ostream& out, std::ostream* copy, std::string& text) {
-  out.write(text.data(), static_cast<std::streamsize>(text.size()));
-  if (copy != nullptr) copy->write(text.data(), static_cast<std::streamsize>(text.size()));
+void write_piece(std::ostream& out, std::ostream* copy, Text& text) {
+  out << text.view();
+  if (copy != nullptr) *copy << text.view();
   text.clear();
 }
 
@@ -22,7 +20,7 @@ std::size_t written_count() {
 }    // namespace
 
 void write_clauses(std::ostream& out, std::span<const CLAUSET> clauses, std::ostream* copy) {
-  std::string text;
+  Text text;
   for (const CLAUSET& clause : clauses) {
     append_text(text, clause);
     text += '\n';

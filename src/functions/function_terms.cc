@@ -83,7 +83,7 @@ std::string fromFunctionToString(const TERMT& placeholder) {
     const FTERM* function;
     std::size_t next;
   };
-  std::string text(names().spelling(function_of(placeholder).functor));
+  Text text(names().spelling(function_of(placeholder).functor));
   text += '(';
   std::vector<Open> open{{&function_of(placeholder), 0}};
   while (!open.empty()) {
@@ -96,13 +96,14 @@ std::string fromFunctionToString(const TERMT& placeholder) {
     if (next != 0) text += ',';
     const TERMT& argument = function->arguments[next++];
     if (is_placeholder(argument)) {
-      text.append(names().spelling(function_of(argument).functor)).append("(");
+      text += names().spelling(function_of(argument).functor);
+      text += '(';
       open.push_back({&function_of(argument), 0});
     } else {
       append_text(text, argument);
     }
   }
-  return text;
+  return text.str();
 }
 
 }    // namespace zarel

@@ -1,75 +1,105 @@
 #include "model/name_table.h"
 
-#include <cstring>
 #include <functional>
 
 namespace zarel {
 namespace {
 
+template <class Word>
+std::uint64_t word_at(const char* text) {
+  Word word = 0;
+  std::memcpy(&word, text, sizeof(word));
+  return word;
+}
+
+// The first and the last bytes of a short text cover it all, so that two words are mixed, by the
+// steps of the finalizer of MurmurHash3 (Appleby). A longer one is left to the library.
 std::uint32_t hash_of(std::string_view spelling) {
-  const std::size_t hash = std::hash<std::string_view>{}(spelling);
-  return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
+  const char* const text = spelling.data();
+  const std::size_t size = spelling.size();
+  std::uint64_t first = 0;
+  std::uint64_t last = 0;
+  if (size > 16) {
+    first = std::hash<std::string_view>{}(spelling);
+  } else if (size >= 8) {
+    first = word_at<std::uint64_t>(text);
+    last = word_at<std::uint64_t>(text + size - 8);
+  } else if (size >= 4) {
+    first = word_at<std::uint32_t>(text);
+    last = word_at<std::uint32_t>(text + size - 4);
+  } else {
+    for (const char character : spelling)
+      first = first << 8U | static_cast<unsigned char>(character);
+  }
+  std::uint64_t hash = (first ^ size) * 0xff51afd7ed558ccdU;
+  hash = (hash ^ hash >> 33U ^ last) * 0xc4ceb9fe1a85ec53U;
+  return static_cast<std::uint32_t>(hash ^ hash >> 33U);
 }
 
 }    // namespace
 
 NameId NameTable::intern(std::string_view spelling) {
-  if (2 * (names_.size() + 1) > slots_.size()) grow();
+  if (4 * (std::size_t{size_} + 1) > 3 * slots_.size()) grow();
   const std::uint32_t hash = hash_of(spelling);
-  const std::size_t slot = slot_of(spelling, hash);
-  if (slots_[slot] != 0) return NameId{slots_[slot] - 1};
-
-  char* const text = static_cast<char*>(texts_.allocate(spelling.size() + 1, 1));
-  if (!spelling.empty()) std::memcpy(text, spelling.data(), spelling.size());
-  text[spelling.size()] = '\0';
-  names_.push_back({text, static_cast<std::uint32_t>(spelling.size()), hash});
-  slots_[slot] = static_cast<std::uint32_t>(names_.size());
-  return NameId{slots_[slot] - 1};
+  Slot& slot = slots_[slot_of(spelling, hash)];
+  if (slot.entry == 0) {
+    add(spelling);
+    slot = {hash, size_};
+  }
+  return NameId{slot.entry - 1};
 }
 
 std::optional<NameId> NameTable::find(std::string_view spelling) const {
   if (slots_.empty()) return std::nullopt;
-  const std::uint32_t entry = slots_[slot_of(spelling, hash_of(spelling))];
+  const std::uint32_t entry = slots_[slot_of(spelling, hash_of(spelling))].entry;
   if (entry == 0) return std::nullopt;
   return NameId{entry - 1};
 }
 
-std::string_view NameTable::spelling(NameId id) const {
-  const Name& name = names_[to_index(id)];
-  return {name.text, name.length};
-}
-
 void NameTable::clear() {
-  names_.clear();
+  chunks_.clear();
   slots_.clear();
+  size_ = 0;
   texts_.release();
 }
 
 // The slot that holds the spelling, or the free one where it belongs.
-std::size_t NameTable::slot_of(std::string_view text, std::uint32_t hash) const {
+std::size_t NameTable::slot_of(std::string_view spelling, std::uint32_t hash) const {
   const std::size_t mask = slots_.size() - 1;
-  for (std::size_t slot = hash & mask;; slot = (slot + 1) & mask) {
-    if (slots_[slot] == 0) return slot;
-    const Name& name = names_[slots_[slot] - 1];
-    if (name.hash == hash && std::string_view(name.text, name.length) == text) return slot;
+  for (std::size_t position = hash & mask;; position = (position + 1) & mask) {
+    const Slot& slot = slots_[position];
+    if (slot.entry == 0) return position;
+    if (slot.hash == hash && name(slot.entry - 1).spelling() == spelling) return position;
   }
+}
+
+void NameTable::add(std::string_view spelling) {
+  if (size_ % kChunk == 0) chunks_.emplace_back().reserve(kChunk);
+  const char* const text =
+      spelling.size() <= Name::kLongestInside ? spelling.data() : kept_apart(spelling);
+  chunks_.back().emplace_back(text, spelling.size());
+  ++size_;
+}
+
+// A copy of the text, with a NUL behind it.
+const char* NameTable::kept_apart(std::string_view spelling) {
+  char* const text = static_cast<char*>(texts_.allocate(spelling.size() + 1, 1));
+  std::memcpy(text, spelling.data(), spelling.size());
+  text[spelling.size()] = '\0';
+  return text;
 }
 
 void NameTable::grow() {
   constexpr std::size_t kFirstSize = 1024;
-  const std::size_t size = slots_.empty() ? kFirstSize : 2 * slots_.size();
-  std::vector<std::uint32_t>(size, 0).swap(slots_);
-  const std::size_t mask = size - 1;
-  for (std::uint32_t id = 0; id < names_.size(); ++id) {
-    std::size_t slot = names_[id].hash & mask;
-    while (slots_[slot] != 0) slot = (slot + 1) & mask;
-    slots_[slot] = id + 1;
+  std::vector<Slot> slots(slots_.empty() ? kFirstSize : 2 * slots_.size(), Slot{0, 0});
+  const std::size_t mask = slots.size() - 1;
+  for (const Slot& slot : slots_) {
+    if (slot.entry == 0) continue;
+    std::size_t position = slot.hash & mask;
+    while (slots[position].entry != 0) position = (position + 1) & mask;
+    slots[position] = slot;
   }
-}
-
-NameTable& names() {
-  static NameTable table;
-  return table;
+  slots_.swap(slots);
 }
 
 NameNumbering::Entry NameNumbering::enter(NameId name) {

@@ -2,6 +2,7 @@
 // name_table.h - every spelling the program has seen, each stored once; and numbers given to names.
 
 #include <cstdint>
+#include <cstring>
 #include <memory_resource>
 #include <optional>
 #include <string_view>
@@ -15,33 +16,71 @@ constexpr std::uint32_t to_index(NameId id) {
   return static_cast<std::uint32_t>(id);
 }
 
-// Spellings to ids and back. Open addressing over the ids: a look-up touches one slot and one
-// spelling, and a name costs its bytes and about 24 more.
+// Spellings to ids and back. Open addressing over hashes and ids: a look-up that finds touches one
+// slot and one name, and a short name holds its own text. See Note [short names].
 class NameTable {
  public:
   NameId intern(std::string_view spelling);    // the same spelling gives the same id
   std::optional<NameId> find(std::string_view spelling) const;
-  std::string_view spelling(NameId id) const;    // valid until clear()
-  std::size_t size() const { return names_.size(); }
+  // Valid until clear(), and ended by a NUL.
+  std::string_view spelling(NameId id) const { return name(to_index(id)).spelling(); }
+  std::size_t size() const { return size_; }
   void clear();
 
  private:
-  struct Name {
-    const char* text;
-    std::uint32_t length;
+  // Note [short names]
+  // Most names of a large program are short, and a look-up of one among a million costs what it
+  // misses in the caches. So the text of a short name stands in its entry; only a longer one's is
+  // kept apart. Entries never move, since spellings given out point into them.
+  class Name {
+   public:
+    static constexpr std::size_t kLongestInside = 11;    // bytes, without the NUL
+
+    Name(const char* text, std::size_t length) : length_(static_cast<std::uint32_t>(length)) {
+      if (is_inside()) {
+        std::memcpy(inside_, text, length);
+      } else {
+        std::memcpy(inside_, &text, sizeof(text));
+      }
+    }
+    std::string_view spelling() const {
+      if (is_inside()) return {inside_, length_};
+      const char* text = nullptr;
+      std::memcpy(&text, inside_, sizeof(text));
+      return {text, length_};
+    }
+
+   private:
+    bool is_inside() const { return length_ <= kLongestInside; }
+
+    std::uint32_t length_;
+    char inside_[kLongestInside + 1] = {};    // the text, or a pointer to it
+  };
+  static_assert(sizeof(Name) == 16);
+
+  struct Slot {
     std::uint32_t hash;
+    std::uint32_t entry;    // id + 1; 0 for a free slot
   };
 
+  static constexpr std::size_t kChunk = 4096;    // names
+  const Name& name(std::uint32_t index) const { return chunks_[index / kChunk][index % kChunk]; }
   std::size_t slot_of(std::string_view spelling, std::uint32_t hash) const;
+  const char* kept_apart(std::string_view spelling);
+  void add(std::string_view spelling);
   void grow();
 
-  std::vector<Name> names_;
-  std::vector<std::uint32_t> slots_;    // id + 1; 0 for a free slot; a power of two of them
+  std::vector<std::vector<Name>> chunks_;    // each reserved once, whole
+  std::vector<Slot> slots_;                  // a power of two of them
+  std::uint32_t size_ = 0;
   std::pmr::monotonic_buffer_resource texts_{std::size_t{64} * 1024};
 };
 
 // The names of this process's program.
-NameTable& names();
+inline NameTable& names() {
+  static NameTable table;
+  return table;
+}
 
 // Numbers 0, 1, 2, ... given to names in the order in which they are first seen.
 class NameNumbering {

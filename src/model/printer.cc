@@ -1,28 +1,18 @@
 #include "model/printer.h"
 
-#include <charconv>
-
 namespace zarel {
 namespace {
 
-template <class Integer>
-void append_number(std::string& out, Integer number) {
-  char digits[16];
-  const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
-  out.append(digits, end);
-}
-
-void append_comparison(std::string& out, const AGGREGATEPREDT& aggregate,
-                       const AggregateGuard& guard) {
+void append_comparison(Text& out, const AGGREGATEPREDT& aggregate, const AggregateGuard& guard) {
   out += aggregate.is_equality ? " = " : guard.is_inclusive ? " <= " : " < ";
 }
 
 // Guards that are neither variable nor integer write nothing; their comparison still stands.
-void append_guard_term(std::string& out, const TERMT& term) {
+void append_guard_term(Text& out, const TERMT& term) {
   if (term.is_variable() || term.kind == TermKind::kInteger) append_text(out, term);
 }
 
-void append_text(std::string& out, const AGGREGATEPREDT& aggregate) {
+void append_text(Text& out, const AGGREGATEPREDT& aggregate) {
   if (aggregate.has_lower) {
     append_guard_term(out, aggregate.lower.term);
     append_comparison(out, aggregate, aggregate.lower);
@@ -39,7 +29,7 @@ void append_text(std::string& out, const AGGREGATEPREDT& aggregate) {
   }
 }
 
-void append_text(std::string& out, const InvocationPayload& invocation) {
+void append_text(Text& out, const InvocationPayload& invocation) {
   out += names().spelling(invocation.name);
   out += '[';
   append_list(out, invocation.actuals.elements(), ", ");
@@ -48,15 +38,17 @@ void append_text(std::string& out, const InvocationPayload& invocation) {
   out += ')';
 }
 
-void append_text(std::string& out, const EXTERNAL_ATOM& external) {
-  out.append("&").append(names().spelling(external.name)).append("[");
+void append_text(Text& out, const EXTERNAL_ATOM& external) {
+  out += '&';
+  out += names().spelling(external.name);
+  out += '[';
   append_list(out, external.bracketed.elements(), ",");
   out += "](";
   append_list(out, external.terms.elements(), ",");
   out += ')';
 }
 
-void append_text(std::string& out, const Rule& rule) {
+void append_text(Text& out, const Rule& rule) {
   append_list(out, rule.head(), " v ");
   if (!rule.body().empty()) {
     out += " :- ";
@@ -65,22 +57,22 @@ void append_text(std::string& out, const Rule& rule) {
   out += '.';
 }
 
-void append_text(std::string& out, const Constraint& constraint) {
+void append_text(Text& out, const Constraint& constraint) {
   out += ":- ";
   append_list(out, constraint.body(), ", ");
   out += '.';
 }
 
-void append_weight(std::string& out, const TERMT& weight) {
+void append_weight(Text& out, const TERMT& weight) {
   if (weight.kind == TermKind::kAbsent) return;
   if (weight.is_variable()) {
     append_text(out, weight);
   } else {
-    append_number(out, weight.index() / kWeightScale);
+    out.add_number(weight.index() / kWeightScale);
   }
 }
 
-void append_text(std::string& out, const WeakConstraint& weak) {
+void append_text(Text& out, const WeakConstraint& weak) {
   out += ":~ ";
   append_list(out, weak.body(), ", ");
   out += ". ";
@@ -93,7 +85,7 @@ void append_text(std::string& out, const WeakConstraint& weak) {
 }
 
 struct ClauseText {
-  std::string& out;
+  Text& out;
 
   void operator()(const TERMT& maxint) const {
     out += "#maxint = ";
@@ -108,17 +100,17 @@ struct ClauseText {
 
 }    // namespace
 
-void append_text(std::string& out, const TERMT& term) {
+void append_text(Text& out, const TERMT& term) {
   switch (term.kind) {
     case TermKind::kVariable:
     case TermKind::kFunctionTerm:
       out += getVariableName(term.index());
       break;
     case TermKind::kConstant:
-      out += names().spelling(TERMT::Constants().name(term.index()));
+      out += TERMT::Constants().spelling(NameId{term.index()});
       break;
     case TermKind::kInteger:
-      append_number(out, term.value);
+      out.add_number(term.value);
       break;
     case TermKind::kAbsent:
       break;
@@ -134,7 +126,7 @@ void append_text(std::string& out, const TERMT& term) {
   }
 }
 
-void append_text(std::string& out, const ATOMT& atom) {
+void append_text(Text& out, const ATOMT& atom) {
   switch (atom.payload()) {
     case ATOMT::Payload::kAggregate:
       return append_text(out, atom.aggregate());
@@ -153,29 +145,32 @@ void append_text(std::string& out, const ATOMT& atom) {
   out += ')';
 }
 
-void append_text(std::string& out, const Literal& literal) {
+void append_text(Text& out, const Literal& literal) {
   if (literal.is_negated) out += "not ";
   append_text(out, literal.atom);
 }
 
-void append_text(std::string& out, const CLAUSET& clause) {
+void append_text(Text& out, const CLAUSET& clause) {
   std::visit(ClauseText{out}, clause.payload());
 }
 
-void append_text(std::string& out, const FORMALPRED& formal) {
-  out.append(formal.name).append("(").append(std::to_string(formal.arity)).append(")");
+void append_text(Text& out, const FORMALPRED& formal) {
+  out += formal.name;
+  out += '(';
+  out.add_number(formal.arity);
+  out += ')';
 }
 
 std::ostream& operator<<(std::ostream& out, const ATOMT& atom) {
-  std::string text;
+  Text text;
   append_text(text, atom);
-  return out << text;
+  return out << text.view();
 }
 
 std::ostream& operator<<(std::ostream& out, const CLAUSET& clause) {
-  std::string text;
+  Text text;
   append_text(text, clause);
-  return out << text;
+  return out << text.view();
 }
 
 }    // namespace zarel

@@ -3,23 +3,23 @@
 // end of `out`; a variable number without a name ends the run (see getVariableName).
 
 #include <ostream>
-#include <string>
 #include <string_view>
 
 #include "model/clause.h"
 #include "model/template_records.h"
+#include "model/text.h"
 
 namespace zarel {
 
-void append_text(std::string& out, const TERMT& term);
-void append_text(std::string& out, const ATOMT& atom);
-void append_text(std::string& out, const Literal& literal);      // "not " in front of a negated one
-void append_text(std::string& out, const CLAUSET& clause);       // without a line end
-void append_text(std::string& out, const FORMALPRED& formal);    // name(arity)
+void append_text(Text& out, const TERMT& term);
+void append_text(Text& out, const ATOMT& atom);
+void append_text(Text& out, const Literal& literal);      // "not " in front of a negated one
+void append_text(Text& out, const CLAUSET& clause);       // without a line end
+void append_text(Text& out, const FORMALPRED& formal);    // name(arity)
 
 // The elements with the separator between them.
 template <class List>
-void append_list(std::string& out, const List& list, std::string_view separator) {
+void append_list(Text& out, const List& list, std::string_view separator) {
   bool is_first = true;
   for (const auto& element : list) {
     if (!is_first) out += separator;
@@ -30,7 +30,7 @@ void append_list(std::string& out, const List& list, std::string_view separator)
 
 // A conjunction's elements in order, non-negated ones first.
 template <class T>
-void append_list(std::string& out, const TCONJUNCTION<T>& conjunction, std::string_view separator) {
+void append_list(Text& out, const TCONJUNCTION<T>& conjunction, std::string_view separator) {
   append_list(out, conjunction.positive(), separator);
   if (!conjunction.positive().empty() && !conjunction.negated().empty()) out += separator;
   append_list(out, conjunction.negated(), separator);
@@ -42,9 +42,9 @@ std::ostream& operator<<(std::ostream& out, const CLAUSET& clause);
 
 template <class List>
 void print_list(std::ostream& out, const List& list, std::string_view separator) {
-  std::string text;
+  Text text;
   append_list(text, list, separator);
-  out << text;
+  out << text.view();
 }
 
 }    // namespace zarel

@@ -15,15 +15,6 @@ bool begins_variable(std::string_view text) {
 
 }    // namespace
 
-NameNumbering& TERMT::Constants() {
-  static NameNumbering table;
-  return table;
-}
-
-TERMT TERMT::constant(NameId name) {
-  return {TermKind::kConstant, static_cast<std::int32_t>(Constants().enter(name).number)};
-}
-
 TERMT TERMT::anonymous() {
   return {TermKind::kAnonymous, static_cast<std::int32_t>(LocalVariables().fresh_number())};
 }
@@ -148,7 +139,6 @@ std::pair<TERMT, bool> standardizeGuard(const TERMT& term, bool is_inclusive) {
 }
 
 void reset_term_tables() {
-  TERMT::Constants().clear();
   LocalVariables() = VariableNumbering{};
   Variables().clear();
   FTermTable().clear();

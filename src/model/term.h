@@ -31,13 +31,15 @@ struct TERMT {
   std::uint32_t index() const { return static_cast<std::uint32_t>(value); }
   bool is_variable() const { return kind == TermKind::kVariable; }
 
-  // Constants of the run, numbered in first-seen order.
-  static NameNumbering& Constants();
+  // The names that constants index: those of the run, in first-seen order.
+  static NameTable& Constants() { return names(); }
 
   static TERMT variable(std::uint32_t number) {
     return {TermKind::kVariable, static_cast<std::int32_t>(number)};
   }
-  static TERMT constant(NameId name);    // enters the name when it is new
+  static TERMT constant(NameId name) {
+    return {TermKind::kConstant, static_cast<std::int32_t>(to_index(name))};
+  }
   static TERMT integer(std::int32_t value) { return {TermKind::kInteger, value}; }
   static TERMT absent() { return {TermKind::kAbsent, 0}; }
   static TERMT asterisk() { return {TermKind::kAsterisk, 0}; }

@@ -25,9 +25,9 @@ FRAME frame_of(const FrameTerm& object, const ATTRIBUTE& attribute) {
 }    // namespace
 
 FrameTerm FrameBuilder::term(const TERMT& term) {
-  std::string text;
+  Text text;
   append_text(text, term);
-  const NameId name = names().intern(text);
+  const NameId name = names().intern(text.view());
   return term.is_variable() ? frame_term(name, {&term, 1}) : FrameTerm{name, {}};
 }
 

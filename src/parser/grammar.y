@@ -79,7 +79,7 @@ using zarel::TERMT;
 %type <terms> parameters output_terms some_output_terms
 %type <atom> invocation actual
 %type <actuals> actuals
-%type <term> term operand value other_term no_number integer_term argument weight level
+%type <term> term operand value other_term function_term no_number integer_term argument weight level
 %type <terms> arguments variables
 %type <atom> atom guarded
 %type <literal> item simple_item
@@ -101,13 +101,13 @@ using zarel::TERMT;
 
 program
   : %empty             { build.start_file(); }
+  | program clause
   | program statement
   | program error      { build.skipped_statement(); }
   ;
 
 statement
-  : clause
-  | template_head LBRACE clauses RBRACE       { build.close_template(); }
+  : template_head LBRACE clauses RBRACE       { build.close_template(); }
   | body QUERY_MARK                           { if (!build.query($body, place(@$))) YYERROR; }
   | MAXINT EQUAL NUMBER DOT                   { build.maxint_directive($NUMBER, place(@$)); }
   | MAXINT EQUAL no_number DOT                { build.maxint_directive($no_number, place(@$)); }
@@ -120,8 +120,8 @@ statement
   ;
 
 clause
-  : closed_head DOT                           { build.rule(nullptr, place(@$)); }
-  | closed_head IMPLIES body DOT              { build.rule($body, place(@$)); }
+  : head DOT                                  { build.fact(place(@$)); }
+  | closed_head body DOT                      { build.rule($body, place(@$)); }
   | called_name LPAREN integer_term[first] DOT DOT integer_term[last] RPAREN DOT
                                               { build.range_fact($called_name, $first, $last, place(@$)); }
   | IMPLIES body DOT                          { build.constraint($body, place(@$)); }
@@ -188,7 +188,7 @@ parameters
 
 parameter
   : operand
-  | ID                 { $$ = build.name_term($ID); }
+  | ID                 { $$ = build.constant_term($ID); }
   | name_pair          { $$ = build.qualified_term($name_pair); }
   | STAR               { $$ = build.asterisk_term(); }
   | DOLLAR             { $$ = build.dollar_term(); }
@@ -206,7 +206,7 @@ some_output_terms
 
 output_term
   : operand
-  | ID                 { $$ = build.name_term($ID); }
+  | ID                 { $$ = build.constant_term($ID); }
   | name_pair          { $$ = build.qualified_term($name_pair); }
   | ANONYMOUS          { $$ = build.anonymous_term(); }
   ;
@@ -214,17 +214,14 @@ output_term
 /* Heads and bodies */
 
 closed_head
-  : head               { build.close_head(place(@$)); }
+  : head IMPLIES       { build.close_head(place(@$)); }
   ;
 
 head
-  : disjunct
-  | head or disjunct
-  ;
-
-disjunct
   : atom               { build.head_atom($atom); }
   | frame              { build.head_frame($frame); }
+  | head or atom       { build.head_atom($atom); }
+  | head or frame      { build.head_frame($frame); }
   ;
 
 or
@@ -311,7 +308,8 @@ atom
   ;
 
 called_name
-  : name
+  : ID
+  | VARIABLE
   | OR                 { $$ = build.disjunction_name(); }
   ;
 
@@ -442,9 +440,17 @@ arguments
   | arguments[list] COMMA argument   { $$ = build.term_lists().next($list, $argument); }
   ;
 
+/* The kinds of terms once more: reading them one by one takes half the steps that a chain down to them does, and there are
+   many arguments in a program. */
 argument
-  : term
-  | OR                 { $$ = build.name_term(build.disjunction_name()); }
+  : VARIABLE           { $$ = build.variable_term($VARIABLE); }
+  | ID                 { $$ = build.constant_term($ID); }
+  | NUMBER             { $$ = build.integer_term($NUMBER); }
+  | MAXINT             { $$ = build.maxint_term(); }
+  | ANONYMOUS          { $$ = build.anonymous_term(); }
+  | name_pair          { $$ = build.qualified_term($name_pair); }
+  | function_term
+  | OR                 { $$ = build.constant_term(build.disjunction_name()); }
   ;
 
 term
@@ -459,20 +465,24 @@ operand
   ;
 
 value
-  : VARIABLE           { $$ = build.name_term($VARIABLE); }
+  : VARIABLE           { $$ = build.variable_term($VARIABLE); }
   | NUMBER             { $$ = build.integer_term($NUMBER); }
   ;
 
 other_term
-  : ID                 { $$ = build.name_term($ID); }
+  : ID                 { $$ = build.constant_term($ID); }
   | ANONYMOUS          { $$ = build.anonymous_term(); }
   | name_pair          { $$ = build.qualified_term($name_pair); }
-  | called_name LPAREN arguments RPAREN
+  | function_term
+  ;
+
+function_term
+  : called_name LPAREN arguments RPAREN
                        { $$ = build.function_term($called_name, $arguments); }
   ;
 
 no_number
-  : VARIABLE           { $$ = build.name_term($VARIABLE); }
+  : VARIABLE           { $$ = build.variable_term($VARIABLE); }
   | MAXINT             { $$ = build.maxint_term(); }
   | other_term
   ;
@@ -503,8 +513,8 @@ aggregate
   ;
 
 variables
-  : VARIABLE                         { $$ = build.term_lists().first(build.name_term($VARIABLE)); }
-  | variables[list] COMMA VARIABLE   { $$ = build.term_lists().next($list, build.name_term($VARIABLE)); }
+  : VARIABLE                         { $$ = build.term_lists().first(build.variable_term($VARIABLE)); }
+  | variables[list] COMMA VARIABLE   { $$ = build.term_lists().next($list, build.variable_term($VARIABLE)); }
   ;
 
 aggregate_function
@@ -527,13 +537,13 @@ cost
   ;
 
 weight
-  : VARIABLE                           { $$ = build.name_term($VARIABLE); }
+  : VARIABLE                           { $$ = build.variable_term($VARIABLE); }
   | NUMBER                             { $$ = build.weight($NUMBER); }
   | NUMBER[whole] DOT NUMBER[fraction] { $$ = build.weight($whole, $fraction); }
   ;
 
 level
-  : VARIABLE           { $$ = build.name_term($VARIABLE); }
+  : VARIABLE           { $$ = build.variable_term($VARIABLE); }
   | NUMBER             { $$ = build.level($NUMBER); }
   ;
 

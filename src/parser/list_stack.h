@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace zarel {
@@ -14,26 +15,25 @@ class ListStack {
  public:
   enum class Mark : std::uint32_t {};
 
-  Mark empty_list() const { return Mark{static_cast<std::uint32_t>(elements_.size())}; }
+  Mark empty_list() const { return Mark{static_cast<std::uint32_t>(height_)}; }
   Mark first(const T& element) { return next(empty_list(), element); }
   Mark next(Mark list, const T& element) {
-    elements_.push_back(element);
+    if (height_ == elements_.size()) elements_.push_back(element);
+    elements_[height_++] = element;
     return list;
   }
 
-  // The list's elements, off the stack; valid until the next list is taken.
+  // The list's elements, off the stack; valid until the next element is added.
   std::span<const T> take(Mark list) {
-    const auto begin = elements_.begin() + static_cast<std::ptrdiff_t>(list);
-    taken_.assign(begin, elements_.end());
-    elements_.erase(begin, elements_.end());
-    return taken_;
+    const std::size_t begin = static_cast<std::size_t>(list);
+    return {elements_.data() + begin, std::exchange(height_, begin) - begin};
   }
 
-  void clear() { elements_.clear(); }    // drops what nothing has taken
+  void clear() { height_ = 0; }    // drops what nothing has taken
 
  private:
-  std::vector<T> elements_;
-  std::vector<T> taken_;
+  std::vector<T> elements_;    // what was taken is overwritten, not destroyed
+  std::size_t height_ = 0;
 };
 
 }    // namespace zarel

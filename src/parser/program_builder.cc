@@ -53,11 +53,11 @@ std::string_view without_quotes(std::string_view name) {
 }
 
 void say_that_query_is_replaced(const Body& old_query, const Body& new_query) {
-  std::string line = "Query ";
+  Text line("Query ");
   append_list(line, new_query, ", ");
   line += " replaces ";
   append_list(line, old_query, ", ");
-  standard_output() << line << ".\n";
+  standard_output() << line.view() << ".\n";
 }
 
 }    // namespace
@@ -259,6 +259,11 @@ TERMT ProgramBuilder::weight(Number whole, Number fraction) {
   if (fraction.digit_count > kFractionDigits)
     yyerror("Number has more precision than supported. Truncated");
   return scaled_weight(whole.value, scaled_fraction(fraction));
+}
+
+void ProgramBuilder::fact(const SourceLocation& location) {
+  close_head(location);
+  rule(nullptr, location);
 }
 
 void ProgramBuilder::rule(Body* body, const SourceLocation& location) {

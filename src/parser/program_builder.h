@@ -37,7 +37,10 @@ class ProgramBuilder {
   void skipped_statement();    // after a syntax error: counts it
 
   // Terms.
-  TERMT name_term(NameId name) { return newTERMT(name); }
+  TERMT constant_term(NameId name) {
+    return TERMT::constant(name);
+  }    // of a small letter or quoted
+  TERMT variable_term(NameId name) { return newTERMT(name); }
   TERMT anonymous_term() { return TERMT::anonymous(); }
   TERMT integer_term(Number number) { return bounds_.integer(number.value); }
   TERMT maxint_term() { return bounds_.maxint(); }
@@ -95,8 +98,8 @@ class ProgramBuilder {
   TERMT level(Number number) { return TERMT::integer(static_cast<std::int32_t>(number.value)); }
 
   // Statements.
-  void rule(Body* body,
-            const SourceLocation& location);    // the head is what was closed; null: a fact
+  void fact(const SourceLocation& location);                // of the disjuncts read; closes the head
+  void rule(Body* body, const SourceLocation& location);    // the closed head; null: no body
   void range_fact(NameId name, const TERMT& first, const TERMT& last,
                   const SourceLocation& location);
   void constraint(Body* body, const SourceLocation& location);

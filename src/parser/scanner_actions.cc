@@ -92,9 +92,4 @@ void ScannerActions::unclosed_verbatim() {
   close_verbatim();
 }
 
-ScannerActions& scanner_actions() {
-  static ScannerActions actions;
-  return actions;
-}
-
 }    // namespace zarel

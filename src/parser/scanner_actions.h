@@ -51,6 +51,9 @@ class ScannerActions {
   int column_ = 1;
 };
 
-ScannerActions& scanner_actions();
+inline ScannerActions& scanner_actions() {
+  static ScannerActions actions;
+  return actions;
+}
 
 }    // namespace zarel

@@ -44,17 +44,21 @@ void addedDefinition(DEFINITIONATOM definition) {
 }
 
 void lookup(const DefinitionTable& table, const DEFINITIONATOM& definition) {
-  std::string text = "Lista di definizioni con la stessa chiave \n";
-  text.append(definition.name).append(" : ");
+  Text text("Lista di definizioni con la stessa chiave \n");
+  text += definition.name;
+  text += " : ";
   if (const DEFINITIONATOM* const stored = table.find(definition.name)) {
-    text.append("#template ").append(stored->name).append("[");
+    text += "#template ";
+    text += stored->name;
+    text += '[';
     append_list(text, stored->formals, ", ");
-    text.append("] (").append(std::to_string(static_cast<std::uint32_t>(stored->outputArity)));
+    text += "] (";
+    text.add_number(static_cast<std::uint32_t>(stored->outputArity));
     text += ")\n{\n";
     append_list(text, stored->rules, "\n");
     text += "\n} ";
   }
-  standard_output() << text << '\n';
+  standard_output() << text.view() << '\n';
 }
 
 void lookup_all(const DefinitionTable& table) {

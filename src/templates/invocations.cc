@@ -129,8 +129,9 @@ INVOCATIONATOM invocation_of(const ATOMT& marker) {
   return invocation;
 }
 
-void append_invocation(std::string& out, const INVOCATIONATOM& invocation) {
-  out.append(invocation.name).append("[");
+void append_invocation(Text& out, const INVOCATIONATOM& invocation) {
+  out += invocation.name;
+  out += '[';
   append_list(out, invocation.actuals, ", ");
   out += "] (";
   append_list(out, invocation.outputTerms, ",");
@@ -139,13 +140,14 @@ void append_invocation(std::string& out, const INVOCATIONATOM& invocation) {
 
 void lookup(const InvocationTable& table, const INVOCATIONATOM& invocation) {
   const std::uint32_t key = expansion_of(invocation);
-  std::string text = "Lista di invocazioni con la stessa chiave(segnatura) ";
-  text.append(std::to_string(key)).append(" : ");
+  Text text("Lista di invocazioni con la stessa chiave(segnatura) ");
+  text.add_number(key);
+  text += " : ";
   for (const INVOCATIONATOM* const found : table.under(key)) {
     append_invocation(text, *found);
     text += '\n';
   }
-  standard_output() << text << "\n\n";
+  standard_output() << text.view() << "\n\n";
 }
 
 }    // namespace zarel

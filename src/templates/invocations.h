@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "model/template_records.h"
+#include "model/text.h"
 
 namespace zarel {
 
@@ -58,7 +59,7 @@ std::vector<TERMT> getAuxTerms(const INVOCATIONATOM& invocation);
 INVOCATIONATOM invocation_of(const ATOMT& marker);
 
 // "name[actual predicates] (output terms)", as legends and dumps show an invocation.
-void append_invocation(std::string& out, const INVOCATIONATOM& invocation);
+void append_invocation(Text& out, const INVOCATIONATOM& invocation);
 
 // Shows the invocations under the given one's signature on standard output.
 void lookup(const InvocationTable& table, const INVOCATIONATOM& invocation);

@@ -105,11 +105,11 @@ void ReplaceAtom(const INVOCATIONATOM& invocation, const ATOMT& replacement) {
 void StandardizeAtomInvocation(const INVOCATIONATOM& invocation, std::string_view generated,
                                std::ostream& legend) {
   const ATOMT replacement(generated, getAuxTerms(invocation), PREDICATE_NAMETS::TYPE::kUnknown);
-  std::string line = "% ";
+  Text line("% ");
   append_text(line, replacement);
   line += " : ";
   append_invocation(line, invocation);
-  legend << line << " at line \n";
+  legend << line.view() << " at line \n";
   ReplaceAtom(invocation, replacement);
 }
 

@@ -43,11 +43,11 @@ std::string_view base_name(const ATOMT& actual) {
 }
 
 void write_line(std::ostream& legend, const ATOMT& projection, const INVOCATIONATOM& invocation) {
-  std::string line = "% ";
+  Text line("% ");
   append_text(line, projection);
   line += " : ";
   append_list(line, invocation.actuals, ", ");
-  legend << line << " at line \n";
+  legend << line.view() << " at line \n";
 }
 
 }    // namespace

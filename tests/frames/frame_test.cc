@@ -13,9 +13,9 @@ using Frame = FramesTest;
 std::string variables_of(const FRAME& frame) {
   std::vector<TERMT> variables;
   frame.getVariables(variables);
-  std::string text;
+  Text text;
   append_list(text, variables, ",");
-  return text;
+  return text.str();
 }
 
 template <class... Parts>

@@ -31,9 +31,9 @@ class FramesTest : public testing::Test {
     return made;
   }
   static std::string text(const std::vector<Literal>& literals) {
-    std::string out;
+    Text out;
     append_list(out, literals, "; ");
-    return out;
+    return out.str();
   }
 };
 

@@ -22,9 +22,9 @@ class FunctionTerms : public testing::Test {
   }
   template <class T>
   static std::string text(const T& whole) {
-    std::string out;
+    Text out;
     append_text(out, whole);
-    return out;
+    return out.str();
   }
 };
 

@@ -52,15 +52,15 @@ std::optional<int> end_of(Action action) {
 
 template <class T>
 std::string text_of(const T& value) {
-  std::string text;
+  Text text;
   append_text(text, value);
-  return text;
+  return text.str();
 }
 template <class List>
 std::string list_of(const List& list) {
-  std::string text;
+  Text text;
   append_list(text, list, ", ");
-  return text;
+  return text.str();
 }
 
 inline constexpr auto num = [](std::int32_t value) { return TERMT::integer(value); };

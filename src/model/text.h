@@ -1,0 +1,53 @@
+#pragma once
+// text.h - a text while it is put together out of many small pieces.
+
+#include <charconv>
+#include <cstddef>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+namespace zarel {
+
+// Characters are added at the end. A program's text is a few bytes at a time: here such a piece
+// costs a comparison and a copy, in a std::string several times that.
+class Text {
+ public:
+  Text() = default;
+  explicit Text(std::string_view beginning) { *this += beginning; }
+
+  Text& operator+=(char character) {
+    *room_for(1) = character;
+    ++size_;
+    return *this;
+  }
+  Text& operator+=(std::string_view piece) {
+    if (piece.empty()) return *this;
+    std::memcpy(room_for(piece.size()), piece.data(), piece.size());
+    size_ += piece.size();
+    return *this;
+  }
+  template <class Integer>
+  void add_number(Integer number) {
+    constexpr std::size_t kLongest = 24;
+    char* const begin = room_for(kLongest);
+    size_ += static_cast<std::size_t>(std::to_chars(begin, begin + kLongest, number).ptr - begin);
+  }
+
+  std::size_t size() const { return size_; }
+  std::string_view view() const { return {memory_.data(), size_}; }    // until something is added
+  std::string str() const { return std::string(view()); }
+  void clear() { size_ = 0; }
+
+ private:
+  // The end of the text, with room for that many bytes behind it.
+  char* room_for(std::size_t size) {
+    if (memory_.size() - size_ < size) memory_.resize(2 * (size_ + size));
+    return memory_.data() + size_;
+  }
+
+  std::string memory_;    // the text, and room behind it
+  std::size_t size_ = 0;
+};
+
+}    // namespace zarel
