@@ -67,7 +67,9 @@ std::optional<std::size_t> numbered_helper(std::string_view atom, std::string_vi
 }
 
 void read_answer_set(std::string_view line, const ProgramParts& parts, AnswerSet& answer) {
-  answer.text.assign(1, '{');
+  answer.text.clear();
+  answer.text.reserve(line.size() + line.size() / 8);    // a comma for each atom
+  answer.text += '{';
   answer.costs.clear();
   answer.overflow.reset();
   if (!parts.facts.empty() || !append_plain(line, answer.text)) {

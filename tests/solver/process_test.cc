@@ -65,7 +65,7 @@ TEST(Process, PassesTheSearchOptionsOn) {
   const Outcome outcome = run_with(
       "cat >/dev/null; echo \"$*\" | sed 's/^--verbose/x/; s/ /_/g'; echo SATISFIABLE; exit 30",
       "-threads=3 -n=2");
-  EXPECT_EQ(outcome.out, "{x=0_--warn=none_--parallel-mode=3_--models=2_-}\n");
+  EXPECT_EQ(outcome.out, "{x=0_--warn=none_--fast-exit_--parallel-mode=3_--models=2_-}\n");
 }
 
 TEST(Process, ReadsOutputInPiecesOfAnyLength) {
