@@ -9,6 +9,7 @@
 #include "model/printer.h"
 #include "model/program.h"
 #include "templates/invocations.h"
+#include "templates/legend.h"
 
 namespace zarel {
 namespace {
@@ -105,11 +106,11 @@ void ReplaceAtom(const INVOCATIONATOM& invocation, const ATOMT& replacement) {
 void StandardizeAtomInvocation(const INVOCATIONATOM& invocation, std::string_view generated,
                                std::ostream& legend) {
   const ATOMT replacement(generated, getAuxTerms(invocation), PREDICATE_NAMETS::TYPE::kUnknown);
-  Text line("% ");
-  append_text(line, replacement);
-  line += " : ";
-  append_invocation(line, invocation);
-  legend << line.view() << " at line \n";
+  Text text;
+  append_text(text, replacement);
+  text += " : ";
+  append_invocation(text, invocation);
+  write_legend_line(legend, text.view());
   ReplaceAtom(invocation, replacement);
 }
 

@@ -1,12 +1,12 @@
 #include "templates/projections.h"
 
 #include <algorithm>
-#include <ostream>
 
 #include "model/names.h"
 #include "model/printer.h"
 #include "templates/generated_program.h"
 #include "templates/group_terms.h"
+#include "templates/legend.h"
 #include "templates/linking.h"
 
 namespace zarel {
@@ -43,11 +43,11 @@ std::string_view base_name(const ATOMT& actual) {
 }
 
 void write_line(std::ostream& legend, const ATOMT& projection, const INVOCATIONATOM& invocation) {
-  Text line("% ");
-  append_text(line, projection);
-  line += " : ";
-  append_list(line, invocation.actuals, ", ");
-  legend << line.view() << " at line \n";
+  Text text;
+  append_text(text, projection);
+  text += " : ";
+  append_list(text, invocation.actuals, ", ");
+  write_legend_line(legend, text.view());
 }
 
 }    // namespace

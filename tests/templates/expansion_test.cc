@@ -163,5 +163,11 @@ TEST_F(TemplatesTest, WritesTheLegendsFrameWithoutInvocations) {
             "% BEGIN LEGENDA OF TEMPLATE INVOCATIONS\n% END OF LEGENDA\n");
 }
 
+TEST_F(TemplatesTest, KeepsStringsOfSeveralLinesWithinTheLegendsComments) {
+  EXPECT_EQ(rewritten({"#template t{f(1)}(1) { t(X) :- f(X). } a :- t{p(*)}(\"x\ny.\n\")."}).legend,
+            "% BEGIN LEGENDA OF TEMPLATE INVOCATIONS\n% p_1(Var0) : p(*) at line \n"
+            "% t_0(\"x\n% y.\n% \") : t[p(*)] (\"x\n% y.\n% \") at line \n% END OF LEGENDA\n");
+}
+
 }    // namespace
 }    // namespace zarel
