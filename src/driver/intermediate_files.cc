@@ -1,6 +1,10 @@
 #include "driver/intermediate_files.h"
 
+#include <cerrno>
+#include <fcntl.h>
 #include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 #include "driver/diagnostics.h"
@@ -24,7 +28,7 @@ void close_written(std::ofstream& file) {
   if (!file) end_for_writing();
 }
 
-// Adds the last character a second time.
+// Adds the last character a second time. An empty file is one that does not hold what was written.
 void append_with_doubled_end(std::ofstream& out, std::ifstream& in) {
   constexpr std::size_t kPiece = std::size_t{64} * 1024;
   std::vector<char> piece(kPiece);
@@ -36,19 +40,21 @@ void append_with_doubled_end(std::ofstream& out, std::ifstream& in) {
     last = piece[length - 1];
     is_empty = false;
   }
-  if (in.bad()) end_for_writing();
-  if (!is_empty) out.put(last);
+  if (in.bad() || is_empty) end_for_writing();
+  out.put(last);
 }
 
-// Without anything to say the legend may stay unwritten; a query or a generated clause may not.
-void write_legend(std::ostream* shown) {
+// Without anything to say the legend may stay unwritten (false); a query or a generated clause may
+// not.
+bool write_legend(std::ostream* shown) {
   std::ofstream legend(kLegendName, std::ios::app | std::ios::binary);
-  if (!legend.is_open() && QUERIES().empty() && generated_clauses().empty()) return;
+  if (!legend.is_open() && QUERIES().empty() && generated_clauses().empty()) return false;
   legend << '\n';
   write_clauses(legend, generated_clauses(), shown);
   write_queries(legend);
   if (shown != nullptr) write_queries(*shown);
   close_written(legend);
+  return true;
 }
 
 }    // namespace
@@ -72,11 +78,21 @@ void IntermediateFiles::begin_program() {
 
 void IntermediateFiles::write_program(std::ostream* shown) {
   write_clauses(source_, written_clauses(), shown);
-  write_legend(shown);
+  const bool has_legend = write_legend(shown);
   source_ << '\n';
-  std::ifstream legend(kLegendName, std::ios::binary);
-  append_with_doubled_end(source_, legend);
+  if (has_legend) {
+    std::ifstream legend(kLegendName, std::ios::binary);
+    append_with_doubled_end(source_, legend);
+  }
   close_written(source_);
+}
+
+bool empty_output() {
+  const int file = ::open(kOutputName, O_WRONLY | O_TRUNC | O_NONBLOCK | O_CLOEXEC);
+  if (file < 0) return errno == ENOENT;
+  struct stat status {};
+  const bool is_file = ::fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+  return ::close(file) == 0 && is_file;
 }
 
 }    // namespace zarel

@@ -35,6 +35,10 @@ class IntermediateFiles {
   std::ofstream source_;
 };
 
+// Empties ".output", so that the answers of an earlier run never pass for those of this one. False
+// when what a solver writes there cannot be read back, from a device, say.
+bool empty_output();
+
 inline constexpr char kSourceName[] = ".source";
 inline constexpr char kLegendName[] = ".legend";
 inline constexpr char kOutputName[] = ".output";

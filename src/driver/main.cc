@@ -1,8 +1,10 @@
 // main.cc - one run, phase by phase.
 
+#include <fcntl.h>
 #include <iostream>
 #include <new>
 #include <span>
+#include <unistd.h>
 
 #include "driver/banner.h"
 #include "driver/diagnostics.h"
@@ -20,6 +22,17 @@ namespace zarel {
 namespace {
 
 constexpr int kUsageStatus = -1;
+
+// A file that is opened while a standard stream is closed gets its number, and then all that is
+// printed. So something takes these numbers first that, like a closed stream, can be neither read
+// nor written.
+void occupy_closed_streams() {
+  int descriptor = STDIN_FILENO;
+  while (descriptor >= STDIN_FILENO && descriptor <= STDERR_FILENO) {
+    descriptor = ::open("/", O_PATH);
+  }
+  if (descriptor > STDERR_FILENO) static_cast<void>(::close(descriptor));
+}
 
 int end_with_usage() {
   printUsage(standard_error(), Usage::kShort);
@@ -42,9 +55,9 @@ void set_display(const Options& options) {
   display.address = !options.shows_uris;
 }
 
-void read_solver_output() {
+void read_solver_output(bool is_new) {
   const InputFile output(kOutputName);
-  if (!output.is_open()) {
+  if (!is_new || !output.is_open()) {
     output_yyerror("can't open input");
     return;
   }
@@ -78,8 +91,9 @@ int run(std::span<char* const> arguments) {
   files.write_program(options.is_preparsing ? &standard_output() : nullptr);
   if (options.is_preparsing) return 0;
 
+  const bool is_new = empty_output();
   run_solver(solver_command(options));
-  read_solver_output();
+  read_solver_output(is_new);
   return 0;
 }
 
@@ -98,6 +112,7 @@ int run_to_status(std::span<char* const> arguments) {
 }    // namespace zarel
 
 int main(int argument_count, char** arguments) {
+  zarel::occupy_closed_streams();
   std::ios::sync_with_stdio(false);
   const int status = zarel::run_to_status({arguments, static_cast<std::size_t>(argument_count)});
   if (std::cout.flush()) return status;

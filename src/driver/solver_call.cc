@@ -1,5 +1,6 @@
 #include "driver/solver_call.h"
 
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -35,6 +36,14 @@ bool was_interrupted(int status) {
          (WIFEXITED(status) && WEXITSTATUS(status) == kShellSignalBase + SIGINT);
 }
 
+// Where no shell can be made (a command line that is too long, no more processes), system() gives
+// the status of a command that was not found; only the error number tells the two apart.
+bool is_without_shell(int status, int error) {
+  constexpr int kNotFound = 127;
+  return status < 0 ||
+         (WIFEXITED(status) && WEXITSTATUS(status) == kNotFound && error != 0 && error != EINTR);
+}
+
 }    // namespace
 
 std::string solver_command(const Options& options) {
@@ -53,9 +62,10 @@ std::string solver_command(const Options& options) {
 void run_solver(const std::string& command) {
   append_own_folder_to_path();
   standard_output().flush();
+  errno = 0;
   const int status =
       std::system(command.c_str());    // NOLINT(cert-env33-c): the command line is an interface
-  if (status < 0) {
+  if (is_without_shell(status, errno)) {
     standard_error() << "It is impossible to call the Orvund System.\n";
     SafeExit(1);
   }
