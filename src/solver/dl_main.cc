@@ -3,6 +3,7 @@
 #include <exception>
 #include <iostream>
 #include <new>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -15,11 +16,23 @@
 
 namespace {
 
+int print(std::string_view text) {
+  std::cout << text << std::flush;
+  if (!std::cout) throw dl::Failure{"dl: cannot write to standard output"};
+  return dl::kSuccess;
+}
+
+// A message may quote a token, of any length. Its two ends tell where and what.
+std::string shortened(std::string message) {
+  constexpr std::size_t kEnd = 500;
+  if (message.size() > 3 * kEnd) message.replace(kEnd, message.size() - 2 * kEnd, "...");
+  return message;
+}
+
 int run(const std::vector<std::string_view>& arguments) {
   const dl::Options options = dl::read_options(arguments);
   if (options.help || options.version) {
-    std::cout << (options.help ? dl::help_text() : dl::version_text()) << std::flush;
-    return dl::kSuccess;
+    return print(options.help ? dl::help_text() : dl::version_text());
   }
   dl::watch_interruptions(static_cast<unsigned>(options.seconds));
   dl::ProgramParts parts;
@@ -30,10 +43,7 @@ int run(const std::vector<std::string_view>& arguments) {
     if (!options.translate_only) clingo.read_along(translation);
   });
   translator.end_program();
-  if (options.translate_only) {
-    std::cout << translation.text << std::flush;
-    return dl::kSuccess;
-  }
+  if (options.translate_only) return print(translation.text);
   return clingo.solve(translation.text);
 }
 
@@ -44,7 +54,7 @@ int main(int argc, char** argv) {
   try {
     return run({argv + 1, argv + argc});
   } catch (const dl::Failure& failure) {
-    std::cerr << failure.message << '\n';
+    std::cerr << shortened(failure.message) << '\n';
   } catch (const std::bad_alloc&) {
     std::cerr << "dl: out of memory\n";
   }

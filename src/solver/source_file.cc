@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,6 +12,8 @@
 
 namespace dl {
 namespace {
+
+constexpr std::size_t kLongestText = INT_MAX - 2;    // the scanner counts in int; two end marks
 
 // Closes the descriptor at the end of its scope.
 class Descriptor {
@@ -31,12 +34,13 @@ class Descriptor {
   throw Failure{place + "cannot read \"" + path + "\": " + std::strerror(error)};
 }
 
-// The size is only a hint: pipes have none, and a file may grow while it is read.
+// The size is only a hint: pipes have none, and a file may grow while it is read. What is longer
+// than a text may be is not read to its end.
 bool read_all(int descriptor, std::size_t size_hint, std::string& text) {
   constexpr std::size_t kStep = std::size_t{1} << 16;
   text.resize(size_hint + kStep);
   std::size_t length = 0;
-  for (;;) {
+  while (length <= kLongestText) {
     if (text.size() - length < kStep) text.resize(2 * text.size());
     const ssize_t got = ::read(descriptor, text.data() + length, text.size() - length);
     if (got < 0 && errno == EINTR) continue;
@@ -56,9 +60,12 @@ SourceFile read_source_file(const std::string& path, const std::string& place) {
   if (file.number() < 0 || ::fstat(file.number(), &status) != 0) unreadable(place, path, errno);
   SourceFile source;
   source.identity = {status.st_dev, status.st_ino};
-  if (!read_all(file.number(), static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)),
-                source.text)) {
-    unreadable(place, path, errno);
+  const auto size = static_cast<std::size_t>(std::max<off_t>(status.st_size, 0));
+  const bool may_fit = size <= kLongestText;
+  if (may_fit && !read_all(file.number(), size, source.text)) unreadable(place, path, errno);
+  if (!may_fit || source.text.size() > kLongestText) {
+    throw Failure{place + "\"" + path + "\" has more than " + std::to_string(kLongestText) +
+                  " bytes"};
   }
   const std::size_t nul = source.text.find('\0');
   if (nul != std::string::npos) {

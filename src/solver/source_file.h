@@ -14,9 +14,9 @@ struct SourceFile {
       identity;    // device and inode: the same file under two names is one file
 };
 
-// Reads the whole file. Throws Failure when it cannot be read, is a directory, or holds a NUL byte
-// (which clingo would take for the end of a string); `place` is put in front of the message, "" or
-// "file:line: ".
+// Reads the whole file. Throws Failure when it cannot be read, is a directory, has more than some
+// two gigabytes, or holds a NUL byte (which clingo would take for the end of a string); `place` is
+// put in front of the message, "" or "file:line: ".
 SourceFile read_source_file(const std::string& path, const std::string& place);
 
 // The path that an include line means: next to the including file, or else in the working

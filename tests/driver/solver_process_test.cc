@@ -95,7 +95,7 @@ constexpr std::string_view kInterrupt =
     "for i in $(seq 50); do alive > left || break; sleep 0.1; done; cat left";
 
 TEST_F(SolverProcess, EndsWithZarelWhenItHangsAndIsInterrupted) {
-  write_script("fake", "echo > started; sleep 100\n");
+  write_script("fake", "echo > started; exec sleep 100\n");
   EXPECT_EQ(run(std::string(kInterrupt)).output, "130\n");
 }
 

@@ -1,5 +1,6 @@
 // errors_test.cc - mistakes in the input: one line with file and line, and nothing on standard
 // output.
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -51,8 +52,23 @@ TEST(Errors, NulBytesAreRefused) {
   EXPECT_EQ(outcome.out, "");
 }
 
+TEST(Errors, FilesOfMoreThanTwoGigabytesAreRefused) {
+  const Directory directory;
+  directory.write("huge", "");
+  std::filesystem::resize_file(directory.path() + "/huge", std::uintmax_t{3} << 30);
+  const Outcome outcome = directory.run("huge");
+  EXPECT_EQ(outcome.err, "dl: \"huge\" has more than 2147483645 bytes\n");
+  EXPECT_EQ(outcome.status, 1);
+}
+
+TEST(Errors, LongMessagesAreCutInTheMiddle) {
+  const Outcome outcome = run("p(" + std::string(100'000, '1') + ").");
+  EXPECT_TRUE(outcome.err.starts_with("p:1: number 111"));
+  EXPECT_TRUE(outcome.err.ends_with("111 is greater than 2147483647\n"));
+  EXPECT_EQ(outcome.err.size(), 1'004);
+}
+
 TEST(Errors, TermsNestedTooDeepAreRefused) {
-  std::string term = "a";
   std::string deep;
   for (int i = 0; i < 100000; ++i) deep += "f(";
   const Outcome outcome = run("p(" + deep + "a" + std::string(100000, ')') + ").");

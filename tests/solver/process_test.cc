@@ -48,6 +48,8 @@ constexpr Fault kFaults[] = {
      "p:1: clingo: bad\n"},
     {"overflow_inside_clingo", "echo '*** ERROR: (clingo): x: Integer overflow!' >&2; exit 65",
      "dl: the values of a #sum, or the weights of weak constraints, leave the 32 bits of clingo\n"},
+    {"too_old", "echo \"*** ERROR: (clingo): unknown option: 'warn'\" >&2; exit 1",
+     "dl: clingo: unknown option: 'warn'\n"},
     {"error_without_a_place", "echo '*** ERROR: (clingo): worse' >&2; exit 65",
      "dl: clingo: worse\n"},
 };
@@ -59,6 +61,50 @@ TEST_P(Faults, OfClingoAreErrors) {
   EXPECT_EQ(outcome.status, 1);
 }
 INSTANTIATE_TEST_SUITE_P(Cases, Faults, testing::ValuesIn(kFaults),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+struct Streams {
+  std::string_view name, arguments, out, err;
+  int status;
+  friend void PrintTo(const Streams& test, std::ostream* out) { *out << test.name; }
+};
+constexpr std::string_view kBadDescriptor =
+    "dl: cannot write to standard output: Bad file descriptor\n";
+constexpr std::string_view kLost = "dl: cannot write to standard output\n";
+constexpr Streams kStreams[] = {
+    {"help_on_a_full_disk", "-help >/dev/full", "", kLost, 1},
+    {"version_on_a_full_disk", "-version >/dev/full", "", kLost, 1},
+    {"translation_on_a_full_disk", "p -translate >/dev/full", "", kLost, 1},
+    {"answers_on_a_full_disk", "p >/dev/full", "",
+     "dl: cannot write to standard output: No space left on device\n", 1},
+    {"pipe_that_is_left", "many | head -c 5", "{p(1)",
+     "dl: cannot write to standard output: Broken pipe\n", 0},
+    {"closed_output", "p >&-", "", kBadDescriptor, 1},
+    {"closed_input_and_output", "p <&- >&-", "", kBadDescriptor, 1},
+    {"closed_input_and_errors", "p <&- 2>&-", "{a}\n", "", 0},
+    {"all_closed", "p <&- >&- 2>&-", "", "", 1},
+    {"no_program", "p -clingo=./p", "", "dl: cannot run \"./p\": Permission denied\n", 1},
+    // Nothing of the command line and of the program ever meets a shell.
+    {"command_line", "'-clingo=;touch canary' '-filter=$(touch canary)' p; ls canary 2>/dev/null",
+     "", "dl: cannot run \";touch canary\": No such file or directory\n", 2},
+    {"names", "names '$(touch canary)' -filter='`touch canary`,p'; ls canary 2>/dev/null",
+     "{p(\"$(touch canary)\"), p(\"`touch canary`';touch canary;\")}\n", "", 2},
+};
+class StandardStreams : public testing::TestWithParam<Streams> {};
+TEST_P(StandardStreams, AreLookedAt) {
+  const Directory directory;
+  directory.write("p", "a.");
+  std::string many;
+  for (int i = 1; i < 100'000; ++i) many += "p(" + std::to_string(i) + ").";
+  directory.write("many", many);
+  directory.write("names", "p(\"$(touch canary)\").");
+  directory.write("$(touch canary)", "p(\"`touch canary`';touch canary;\").");
+  const Outcome outcome = directory.run(std::string(GetParam().arguments));
+  EXPECT_EQ(outcome.out, GetParam().out);
+  EXPECT_EQ(outcome.err, GetParam().err);
+  EXPECT_EQ(outcome.status, GetParam().status);
+}
+INSTANTIATE_TEST_SUITE_P(Cases, StandardStreams, testing::ValuesIn(kStreams),
                          [](const auto& test) { return std::string(test.param.name); });
 
 TEST(Process, PassesTheSearchOptionsOn) {

@@ -44,7 +44,7 @@ std::string Directory::read(const std::string& name) const {
 
 Outcome Directory::run(const std::string& arguments) const {
   const std::string command =
-      "cd '" + path_ + "' && '" DL_PROGRAM "' " + arguments + " >out 2>err </dev/null";
+      "cd '" + path_ + "' && { '" DL_PROGRAM "' " + arguments + " ; } >out 2>err </dev/null";
   const int status = std::system(command.c_str());
   Outcome outcome;
   outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);

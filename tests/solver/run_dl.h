@@ -26,7 +26,7 @@ class Directory {
   void write_script(const std::string& name,
                     std::string_view text) const;    // a shell script that can be run
   std::string read(const std::string& name) const;
-  // Runs dl here with the arguments, which the shell reads.
+  // Runs dl here with the arguments, which the shell reads; they may end in redirections.
   Outcome run(const std::string& arguments) const;
 
  private:
