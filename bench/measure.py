@@ -23,6 +23,9 @@ class Measured:
     mebibytes: float = 0.0    # peak of the largest process among the command and its children
     output_bytes: int = 0
     problem: str = None    # why there is no figure
+    status: int = None     # the exit status, negative for a signal; None when it was ended
+    message: str = ""      # the begin of what it wrote to standard error
+    cpu_seconds: float = 0.0    # of it and its children, whatever else the machine did meanwhile
 
 
 def spawned(command):
@@ -57,7 +60,7 @@ def ended(pid, limit):
 
 def first_line(path):
     with open(path, errors="replace") as text:
-        return text.readline().strip()
+        return text.readline(1000).strip()
 
 
 def remove_outputs(command):
@@ -67,12 +70,11 @@ def remove_outputs(command):
             os.remove(path)
 
 
-def problem_of(command, status, is_in_time, limit):
-    if not is_in_time:
+def problem_of(command, status, said, limit):
+    if status is None:
         return f"> {limit:g} s"
-    said = first_line("standard-error")
-    if os.waitstatus_to_exitcode(status) not in command.good_statuses:
-        return f"refused: {said or 'exit status %d' % os.waitstatus_to_exitcode(status)}"
+    if status not in command.good_statuses:
+        return f"refused: {said or 'exit status %d' % status}"
     return f"refused: {said}" if command.is_silent and said else None
 
 
@@ -88,12 +90,15 @@ def run(command, limit):
     begin = time.perf_counter()
     pid = spawned(Command(words, command.stdin, output=command.output))
     is_in_time = ended(pid, limit)
-    _, status, usage = os.wait4(pid, 0)
+    _, wait_status, usage = os.wait4(pid, 0)
     seconds = time.perf_counter() - begin
-    problem = problem_of(command, status, is_in_time, limit)
+    status = os.waitstatus_to_exitcode(wait_status) if is_in_time else None
+    said = first_line("standard-error")
     output_bytes = os.path.getsize(command.output)
     remove_outputs(command)
-    return Measured(seconds, usage.ru_maxrss / 1024, output_bytes, problem)
+    return Measured(seconds, usage.ru_maxrss / 1024, output_bytes,
+                    problem_of(command, status, said, limit), status, said,
+                    usage.ru_utime + usage.ru_stime)
 
 
 def better(first, second):

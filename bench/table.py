@@ -73,7 +73,11 @@ def cells(result, results):
 
 
 def as_markdown(results):
-    lines = [HEAD] + [cells(result, results) for result in results.values()]
+    return markdown([HEAD] + [cells(result, results) for result in results.values()])
+
+
+def markdown(lines):
+    """The cells of a table, its head first, as its text."""
     widths = [max(map(len, column)) for column in zip(*lines)]
     lines.insert(1, ["-" * width for width in widths])
     padded = ([cell.ljust(width) for cell, width in zip(line, widths)] for line in lines)
