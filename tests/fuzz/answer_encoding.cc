@@ -73,18 +73,25 @@ void require(bool condition) {
   if (!condition) throw Cut{};
 }
 
+bool is_token(string_view term) {
+  if (term.empty()) return false;
+  const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
+  const auto is_in_word = [](unsigned char c) { return std::isalnum(c) != 0 || c == '_'; };
+  if (term[0] == '"') return term.size() > 2 && term.find('"', 1) == term.size() - 1;
+  if (is_digit(term[0])) return std::ranges::all_of(term, is_digit);
+  return term[0] >= 'a' && term[0] <= 'z' && std::ranges::all_of(term, is_in_word);
+}
+
 // One term, or several with commas between them.
 void check_terms(string_view terms) {
   for (string_view term : split(terms)) {
-    if (const std::size_t open = term.find('('); open != 0 && term.ends_with(')')) {
+    const std::size_t open = find_top(term, "(");
+    if (open != kNone) {
+      require(term.ends_with(')'));
       check_terms(term.substr(open + 1, term.size() - open - 2));
       term = term.substr(0, open);
     }
-    const bool is_quoted = term.size() > 2 && term.find('"', 1) == term.size() - 1;
-    require(!term.empty());
-    require((is_quoted && term[0] == '"') || std::ranges::all_of(term, [](unsigned char c) {
-              return std::isalnum(c) != 0 || c == '_';
-            }));
+    require(is_token(term));
   }
 }
 
