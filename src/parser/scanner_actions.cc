@@ -24,6 +24,7 @@ void ScannerActions::start_file(std::ostream& verbatim) {
   ++files_;
   line_ = 1;
   column_ = 1;
+  has_open_string_ = false;
 }
 
 void ScannerActions::forget_files() {

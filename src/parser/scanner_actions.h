@@ -5,6 +5,7 @@
 #include <optional>
 #include <ostream>
 #include <string_view>
+#include <utility>
 
 #include "model/name_table.h"
 #include "model/source_location.h"
@@ -38,6 +39,11 @@ class ScannerActions {
   void underscore_identifier();              // reports and counts
   void unknown_character(char character);    // to standard output, as it is
 
+  // Whether a string is to be closed at the end of the file, where it would stay open: true once.
+  bool close_open_string() { return !std::exchange(has_open_string_, true); }
+  // Whether there is a quote behind the end of the file.
+  bool has_open_string() const { return has_open_string_; }
+
   // A verbatim section: its beginning, its pieces, its end.
   void open_verbatim();
   void verbatim(std::string_view text);
@@ -49,6 +55,7 @@ class ScannerActions {
   int files_ = 0;
   int line_ = 1;    // true line, inside strings and verbatim sections too
   int column_ = 1;
+  bool has_open_string_ = false;
 };
 
 inline ScannerActions& scanner_actions() {

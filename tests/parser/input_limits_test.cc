@@ -118,6 +118,30 @@ TEST_F(RewriteTest, ReadsOnBehindAnUnterminatedString) {
             "a_2(a,default,\"x\").\na_1(b,default).\n" + repeated(100'000, "a_1(c,default).\n"));
 }
 
+TEST_F(RewriteTest, TakesZeroBytesInStringsLikeOthers) {
+  using namespace std::string_view_literals;
+  const RewrittenProgram closed = rewritten({"a(\"\0x\n\0\").\nb c. d(\"\0\")"sv, "p(\"\0\")."sv});
+  EXPECT_EQ(closed.output, "");
+  EXPECT_EQ(closed.messages,
+            "1: line 2: syntax error.\n1: line 2: syntax error.\nAborting due to parser errors.\n");
+  EXPECT_EQ(rewritten({"a(\"x\0y\",\"\0\")."sv}).clauses, "a_3(a,default,\"x\0y\",\"\0\").\n"sv);
+}
+
+TEST_F(RewriteTest, ReadsOnBehindAnUnterminatedStringWithZeroBytes) {
+  using namespace std::string_view_literals;
+  EXPECT_EQ(rewritten({"a. \"\0"sv}).output, "\"\0"sv);
+  const RewrittenProgram program = rewritten({"a. \"b.\0\nc. "sv, "d."sv});
+  EXPECT_EQ(program.output, "\"\0"sv);
+  EXPECT_EQ(program.clauses,
+            "a_1(a,default).\na_1(b,default).\na_1(c,default).\na_1(d,default).\n");
+}
+
+TEST_F(RewriteTest, ReadsManyZeroBytesInAStringInLinearTime) {
+  const std::string zeros(1'000'000, '\0');    // an hour's work, were it quadratic
+  EXPECT_EQ(rewritten({"a. \"" + zeros}).output, '"' + zeros);
+  EXPECT_EQ(rewritten({"a(\"" + zeros + "\")."}).status, 1);    // too long for a name
+}
+
 TEST_F(RewriteTest, CopiesVerbatimBytesUpToByte255OrTheEnd) {
   using namespace std::string_view_literals;
   const std::string start = "% ASITIS's Body is herein written verbatim\n";
