@@ -157,6 +157,7 @@ atom
   : compound
   | bare
   | NUMBERED_NAME[n]                                    { $$ = build->constant($n); }
+  | VARIABLE[n]                                         { $$ = build->constant($n); }
   ;
 
 term

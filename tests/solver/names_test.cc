@@ -18,6 +18,7 @@ constexpr Case kCases[] = {
     {"functor_not", "p(not(a)).", "{p(not(a))}\n"},
     {"capital_predicate", "Node(a). q(X) :- Node(X).", "{Node(a), q(a)}\n"},
     {"strongly_negated_capital_predicate", "-Node(a).", "{-Node(a)}\n"},
+    {"capital_predicate_alone", "N. -M. q :- N, not K, 1 > #count{X:P, s(X)}.", "{N, -M, q}\n"},
     {"capital_functor", "p(F(a)).", "{p(F(a))}\n"},
     {"numbered_predicate", "#12t(a). q(X) :- #12t(X).", "{#12t(a), q(a)}\n"},
     {"underscores_inside", "a_2(p_,x__n). h1(a). n_q(b).", "{a_2(p_,x__n), h1(a), n_q(b)}\n"},
