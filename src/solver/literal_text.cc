@@ -99,6 +99,8 @@ Element element_of(const OrderedBody& body, const Aggregate& aggregate) {
     if (!element.condition.empty()) element.condition += ',';
     append_step(element.condition, inside, step);
   }
+  // clingo, too, would read the colon and the sign as one token.
+  if (element.condition.starts_with('-')) element.condition.insert(0, 1, ' ');
   return element;
 }
 

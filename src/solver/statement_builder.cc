@@ -245,6 +245,7 @@ void StatementBuilder::open_aggregate(const Token& function) {
   aggregate.uses.begin = uses_size();
   statement_.aggregates.push_back(std::move(aggregate));
   in_aggregate_ = true;
+  awaits_aggregate_colon_ = true;
   outer_negated_ = std::exchange(negated_, false);
   outer_body_.swap(statement_.body);
   push_frame(text_size(), {});
@@ -252,6 +253,7 @@ void StatementBuilder::open_aggregate(const Token& function) {
 
 void StatementBuilder::aggregate_body() {
   if (failed_) return;
+  awaits_aggregate_colon_ = false;
   const Frame frame = close_frame();
   statement_.aggregates.back().arguments = {frame.arguments_begin, arguments_size()};
 }

@@ -100,6 +100,7 @@ class StatementBuilder {
 
   // Aggregates.
   void open_aggregate(const Token& function);
+  bool awaits_aggregate_colon() const { return awaits_aggregate_colon_; }    // asked by the scanner
   void aggregate_body();
   void close_aggregate();
   void equal_to_aggregate(std::uint32_t term);
@@ -158,6 +159,7 @@ class StatementBuilder {
   std::uint32_t line_ = 1;
   std::uint32_t fresh_variables_ = 0;
   bool in_aggregate_ = false;
+  bool awaits_aggregate_colon_ = false;
   bool outer_negated_ = false;
   bool negated_ = false;
   bool weak_ = false;

@@ -15,6 +15,9 @@ TEST_P(Aggregates, GivesTheExpectedAnswers) {
 constexpr Case kCases[] = {
     {"left_less", "q(1). q(5). a :- 1 < #count{X:q(X)}. b :- 2 < #count{X:q(X)}.",
      "{a, q(1), q(5)}\n"},
+    {"strongly_negated_atom_behind_the_colon",
+     "-q(1). ~r(1,2). a :- 1 = #count{X:-q(X)}. b :- 2 = #sum{Y,X:~r(X,Y), -q(X)}.",
+     "{a, b, -q(1), -r(1,2)}\n"},
     {"left_less_equal", "q(1). q(5). a :- 2 <= #count{X:q(X)}. b :- 3 <= #count{X:q(X)}.",
      "{a, q(1), q(5)}\n"},
     {"left_greater", "q(1). q(5). a :- 3 > #count{X:q(X)}. b :- 2 > #count{X:q(X)}.",
