@@ -247,7 +247,7 @@ bool has_unknown_arrow(std::string_view answers) {
     if (end == at) continue;
     const string_view quoted = answers.substr(at + 1, end - at - 1);
     const bool is_arrow = std::ranges::find(kArrows, quoted) != kArrows.end();
-    if (!is_arrow && quoted.find('>') != kNone) return true;
+    if (!is_arrow && quoted.find_first_of("(){}[],<>=*") != kNone) return true;
     at = end;
   }
   return false;

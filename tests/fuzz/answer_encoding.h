@@ -16,8 +16,8 @@ std::optional<std::string> encoded_answers(std::string_view printed);
 // The solver's output with a blank behind every "(" that stands outside quotes.
 std::string with_blanks(std::string_view answers);
 
-// Whether a quoted text in a solver's output has an arrow in it but is none: as an arrow it is
-// printed so that it reads as another one and a part of what stands beside it.
+// Whether a quoted text in a solver's output is no arrow but holds what the printed form of frames
+// is made of: in the place of an arrow, it would be read as a part of what stands around it.
 bool has_unknown_arrow(std::string_view answers);
 
 }    // namespace fuzz
