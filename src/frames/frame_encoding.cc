@@ -63,6 +63,7 @@ Literal relationToLITERALT(const FrameStatement& statement) {
 }
 
 Literal relationToTemplateLiteral(const FrameStatement& statement) {
+  check_template_name(statement.name);
   std::vector<TERMT> terms = {newTERMT(statement.subject), TERMT::constant(statement.framespace)};
   if (statement.value) terms.push_back(newTERMT(*statement.value));
   return literal_of(statement, getNameAtomLabeled(statement.name), terms);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "driver/diagnostics.h"
 #include "model/template_records.h"
 
 namespace zarel {
@@ -62,6 +63,12 @@ std::string getNameTemplateLabeled(const DEFINITIONATOM& definition) {
 
 std::string getNameAtomLabeled(std::string_view name) {
   return template_labeled(static_cast<std::uint32_t>(cont()), name);
+}
+
+void check_template_name(std::string_view name) {
+  if (name.find_first_of("\"(") == std::string_view::npos) return;
+  std::string message = "a predicate or attribute in a template must be a plain name, not ";
+  report_counted_error(message.append(name));
 }
 
 int& cont() {

@@ -36,6 +36,10 @@ std::string getNameTemplateLabeled(const DEFINITIONATOM& definition);
 // "#", the number of the template definition being read, the name.
 std::string getNameAtomLabeled(std::string_view name);
 
+// Reports and counts an error for what getNameAtomLabeled cannot make a predicate of: a quoted
+// string, a function term.
+void check_template_name(std::string_view name);
+
 // The number that getNameAtomLabeled writes (the established name).
 int& cont();
 

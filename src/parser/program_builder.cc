@@ -108,6 +108,7 @@ std::vector<CLAUSET>& ProgramBuilder::clauses() {
 ATOMT ProgramBuilder::plain_atom(NameId name, std::span<const TERMT> terms,
                                  Negation negation) const {
   const std::string_view written = names().spelling(name);
+  if (is_in_template_) check_template_name(written);
   const std::string text = is_in_template_ ? getNameAtomLabeled(written) : std::string(written);
   if (negation == Negation::kStrong) return newNegativeATOMT(text, terms);
   return {text, terms, PREDICATE_NAMETS::TYPE::kUnknown};
@@ -362,6 +363,7 @@ void ProgramBuilder::global_predicate(NameId name) {
 
 void ProgramBuilder::open_template(NameId name, Number output_arity) {
   definition_.name = names().spelling(name);
+  check_template_name(definition_.name);
   definition_.outputArity = static_cast<std::int32_t>(output_arity.value);
   definition_.sequence_number = static_cast<std::uint32_t>(cont());
   definition_.frame_space = spaces_.current_default();

@@ -31,7 +31,7 @@ constexpr std::array kOwnMistakes = {
 // Frame statements keep the "-" of their subject where the solver's language has none: a subclass,
 // and what stands in front of "!=>".
 bool has_negative_term(const std::string& program) {
-  return program.find(",-") != std::string::npos;
+  return program.find(",-") != std::string::npos || program.find("(-") != std::string::npos;
 }
 
 void expect_readable(const std::string& program) {
