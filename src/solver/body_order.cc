@@ -45,9 +45,12 @@ bool BodyOrder::order(const std::vector<Literal>& body, std::vector<char> bound)
   return false;
 }
 
-// Two passes over the uses: one counts, one fills.
+// Two passes over the uses: one counts, one fills. A literal with many uses of a variable waits for
+// it once, else each of them would look at all of it again.
 void BodyOrder::watch_variables() {
+  std::vector<std::uint32_t> last_literal(statement_.variables.size());
   const auto each_use = [&](auto&& visit) {
+    last_literal.assign(last_literal.size(), kUnnamed);
     for (std::uint32_t i = 0; i < body_->size(); ++i) {
       const Literal& literal = (*body_)[i];
       std::vector<Slice> parts{literal.uses};
@@ -56,7 +59,8 @@ void BodyOrder::watch_variables() {
       for (const Slice part : parts) {
         for (std::uint32_t u = part.begin; u < part.end; ++u) {
           const VariableId variable = statement_.uses[u];
-          if (variable != kUnnamed && !bound_[variable]) visit(variable, i);
+          if (variable == kUnnamed || bound_[variable]) continue;
+          if (std::exchange(last_literal[variable], i) != i) visit(variable, i);
         }
       }
     }

@@ -192,20 +192,6 @@ std::string aggregate_overflow(const OrderedBody& body, const Literal& literal) 
   return text;
 }
 
-void append_inner_overflows(std::vector<std::string>& out, const OrderedBody& body,
-                            const Aggregate& aggregate) {
-  BodyOrder order(body.statement, body.outer);
-  order.order(aggregate.body, body.bound);
-  const OrderedBody inside{body.statement, aggregate.body, body.outer, order.bound()};
-  std::string before;
-  for (const Step& step : order.steps()) {
-    const std::string overflow = arithmetic_overflow(inside, aggregate.body[step.literal], step);
-    if (!overflow.empty()) out.push_back(before + overflow);
-    append_step(before, inside, step);
-    before += ',';
-  }
-}
-
 }    // namespace
 
 void append_step(std::string& out, const OrderedBody& body, const Step& step) {
@@ -235,17 +221,11 @@ void append_step(std::string& out, const OrderedBody& body, const Step& step) {
   }
 }
 
-void append_overflows(std::vector<std::string>& out, const OrderedBody& body, const Step& step) {
-  if (step.mode == StepMode::kRange) return;
+std::string overflow_of(const OrderedBody& body, const Step& step) {
+  if (step.mode == StepMode::kRange) return {};
   const Literal& literal = body.literals[step.literal];
-  if (literal.kind == kAggregate) {
-    append_inner_overflows(out, body, body.statement.aggregates[literal.aggregate]);
-    std::string text = aggregate_overflow(body, literal);
-    if (!text.empty()) out.push_back(std::move(text));
-    return;
-  }
-  std::string text = arithmetic_overflow(body, literal, step);
-  if (!text.empty()) out.push_back(std::move(text));
+  return literal.kind == kAggregate ? aggregate_overflow(body, literal)
+                                    : arithmetic_overflow(body, literal, step);
 }
 
 std::string_view ranging_variable(const OrderedBody& body, const Step& step) {

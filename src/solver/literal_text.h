@@ -28,9 +28,9 @@ struct OrderedBody {
 // Appends the literals that the step stands for, without a separator at either end.
 void append_step(std::string& out, const OrderedBody& body, const Step& step);
 
-// Appends one body for each way in which the step could leave 32 bits, without what stands before
-// the step.
-void append_overflows(std::vector<std::string>& out, const OrderedBody& body, const Step& step);
+// The literals that hold when what the step computes leaves 32 bits, without what stands before the
+// step; empty when it cannot. What is computed inside an aggregate is asked for by its own steps.
+std::string overflow_of(const OrderedBody& body, const Step& step);
 
 // The variable that the step lets range over all integers up to the bound, inside an aggregate too;
 // empty if none.

@@ -103,15 +103,15 @@ void RuleWriter::write_steps(const OrderedBody& body, const std::vector<Step>& s
     append_step(body_, body, steps[i]);
     if (!is_long) continue;
     pieces.note(steps[i]);
-    if (i % kPiece == kPiece - 1) cut(pieces.helper(++helpers_, i), place);
+    if (i % kPiece == kPiece - 1) cut(body_, pieces.helper(++helpers_, i), place);
   }
 }
 
 // What has been collected becomes the body of the helper, which begins the next piece.
-void RuleWriter::cut(std::string helper, Place place) {
-  (((out_.text += helper) += ":-") += body_) += '.';
+void RuleWriter::cut(std::string& body, std::string helper, Place place) {
+  (((out_.text += helper) += ":-") += body) += '.';
   out_.end_line(place);
-  body_ = std::move(helper);
+  body = std::move(helper);
 }
 
 // The usual rule: its literals are atoms, and their text is copied as it is.
@@ -144,15 +144,52 @@ std::string RuleWriter::prepare_atoms(const Statement& statement, const std::vec
 
 // See Note [no integer wraps]: the same body up to the step, and the step's operands out of range.
 void RuleWriter::write_overflows(const OrderedBody& body, const Step& step, Place place) {
-  overflows_.clear();
-  append_overflows(overflows_, body, step);
-  for (const std::string& overflow : overflows_) {
-    out_.text += "_overflow(" + std::to_string(overflow_places_.size()) + "):-";
-    if (!body_.empty()) (out_.text += body_) += ',';
-    (out_.text += overflow) += '.';
-    out_.end_line(place);
-    overflow_places_.push_back(place);
+  const Literal& literal = body.literals[step.literal];
+  if (step.mode != StepMode::kRange && literal.kind == kAggregate) {
+    write_inner_overflows(body, body.statement.aggregates[literal.aggregate], place);
   }
+  write_overflow(body_, overflow_of(body, step), place);
+}
+
+// What stands before a step inside is cut like a long body, or the rules would repeat it
+// quadratically. Each helper keeps the variables of the rule that it has seen: that they have the
+// same values there and in the rule is what joins the two.
+void RuleWriter::write_inner_overflows(const OrderedBody& body, const Aggregate& aggregate,
+                                       Place place) {
+  const auto computes = [](const Literal& literal) {
+    return literal.kind == kSum || literal.kind == kProduct;
+  };
+  if (std::ranges::none_of(aggregate.body, computes)) return;
+  BodyOrder order(body.statement, body.outer);
+  order.order(aggregate.body, body.bound);
+  const OrderedBody inside{body.statement, aggregate.body, body.outer, order.bound()};
+  const std::vector<char> all(body.outer.size(), 1);
+  const OrderedBody carried{body.statement, aggregate.body, all, order.bound()};
+  const std::vector<Step>& steps = order.steps();
+  Pieces pieces(carried, steps, body.outer);
+  const std::string outside = body_.empty() ? body_ : body_ + ',';
+  std::string before = outside;
+  for (std::uint32_t i = 0; i < steps.size(); ++i) {
+    write_overflow(before, overflow_of(inside, steps[i]), place);
+    append_step(before, inside, steps[i]);
+    pieces.note(steps[i]);
+    if (steps.size() > kLongBody && i % kPiece == kPiece - 1) {
+      cut(before, pieces.helper(++helpers_, i), place);
+      before.insert(0, outside);
+    }
+    before += ',';
+  }
+}
+
+// `before` ends with its comma, or lacks it as a body does.
+void RuleWriter::write_overflow(const std::string& before, const std::string& overflow,
+                                Place place) {
+  if (overflow.empty()) return;
+  out_.text += "_overflow(" + std::to_string(overflow_places_.size()) + "):-" + before;
+  if (!before.empty() && before.back() != ',') out_.text += ',';
+  (out_.text += overflow) += '.';
+  out_.end_line(place);
+  overflow_places_.push_back(place);
 }
 
 }    // namespace dl

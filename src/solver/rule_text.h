@@ -63,12 +63,13 @@ class RuleWriter {
   std::string prepare_atoms(const Statement& statement, const std::vector<char>& kept);
   void write_steps(const OrderedBody& body, const std::vector<Step>& steps,
                    const std::vector<char>& kept, Place place);
-  void cut(std::string helper, Place place);
+  void cut(std::string& body, std::string helper, Place place);
   void write_overflows(const OrderedBody& body, const Step& step, Place place);
+  void write_inner_overflows(const OrderedBody& body, const Aggregate& aggregate, Place place);
+  void write_overflow(const std::string& before, const std::string& overflow, Place place);
 
   Translation& out_;
   std::vector<Place>& overflow_places_;
-  std::vector<std::string> overflows_;
   std::string body_;
   std::vector<char> marks_;
   std::string_view ranging_;

@@ -53,5 +53,28 @@ TEST(Translation, OfALongBodyOrdersByVariables) {
   EXPECT_EQ(outcome.out.substr(0, 31), "_h1:-p(X0),q(X0),p(X1),q(X1),p(");
 }
 
+std::string repeated(std::string_view text, int count) {
+  std::string all;
+  for (int i = 0; i < count; ++i) all += text;
+  return all;
+}
+
+TEST(Translation, LooksOnceAtALiteralForAllUsesOfAVariable) {
+  const std::string arguments = repeated(",X", 300'000);    // minutes, were it once for each
+  const Outcome outcome = run("a :- p(X), #function_builtin(F,f" + arguments + ").", "-translate");
+  EXPECT_EQ(outcome.out.size(), arguments.size() + std::string("a:-p(X),F=f().\n").size() - 1 +
+                                    std::string(kIntegers).size() +
+                                    std::string("#show.\n#show a/0.\n").size());
+}
+
+TEST(Translation, WatchesALongBodyOfAnAggregateInPieces) {
+  std::string body = "q(X,Y0)";
+  for (int i = 0; i < 10'000; ++i)
+    body += ", Y" + std::to_string(i + 1) + " = Y" + std::to_string(i) + " + Z";
+  const Outcome outcome = run("a :- p(Z), 1 < #count{X:" + body + "}.", "-translate");
+  EXPECT_LT(outcome.out.size(), 20 * body.size());
+  EXPECT_NE(outcome.out.find("_h2(Z,Y15):-p(Z),_h1(Z,Y7),Y8=Y7+Z"), std::string::npos);
+}
+
 }    // namespace
 }    // namespace dl_test
