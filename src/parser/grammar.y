@@ -39,6 +39,7 @@ using zarel::TERMT;
 }
 
 %union {
+  zarel::TokenText text;
   zarel::NameId name;
   zarel::Number number;
   zarel::TERMT term;
@@ -66,6 +67,8 @@ using zarel::TERMT;
 %token <name> ID 259 VARIABLE 318
 %token <number> NUMBER 260
 %token <name> HASH_ID 261
+/* A whole fact. See Note [flat facts]. */
+%token <text> FLAT_FACT 319
 %token NEWLINE 263 STAR 264 ANONYMOUS 265 DOLLAR 266 AMPERSAND 267 AT 268
 %token SET_ARROW 269 ARROW 270 SIG_ARROW 271 SIG_SET_ARROW 272 NEG_SIG_ARROW 273 INH_ARROW 274 INH_SET_ARROW 275
 %token SUBCLASS 276 COMMA 277 DOT 278 COLON 279 SEMICOLON 280 EXCLAM 281 PLUS 282 EQUAL 283 BAR 284 OR 285
@@ -103,7 +106,7 @@ program
   : %empty             { build.start_file(); }
   | program clause
   | program statement
-  | program error      { build.skipped_statement(); }
+  | program error      { zarel::scanner_actions().found_mistake(); build.skipped_statement(); }
   ;
 
 statement
@@ -120,7 +123,8 @@ statement
   ;
 
 clause
-  : head DOT                                  { build.fact(place(@$)); }
+  : FLAT_FACT                                 { build.flat_fact($FLAT_FACT, place(@$)); }
+  | head DOT                                  { build.fact(place(@$)); }
   | closed_head body DOT                      { build.rule($body, place(@$)); }
   | called_name LPAREN integer_term[first] DOT DOT integer_term[last] RPAREN DOT
                                               { build.range_fact($called_name, $first, $last, place(@$)); }

@@ -1,5 +1,6 @@
 #include "parser/program_builder.h"
 
+#include <charconv>
 #include <ostream>
 #include <string>
 
@@ -10,6 +11,7 @@
 #include "model/namespaces.h"
 #include "model/printer.h"
 #include "model/program.h"
+#include "parser/flat_fact.h"
 #include "templates/definitions.h"
 #include "templates/invocations.h"
 #include "templates/linking.h"
@@ -260,6 +262,25 @@ TERMT ProgramBuilder::weight(Number whole, Number fraction) {
   if (fraction.digit_count > kFractionDigits)
     yyerror("Number has more precision than supported. Truncated");
   return scaled_weight(whole.value, scaled_fraction(fraction));
+}
+
+TERMT ProgramBuilder::flat_term(std::string_view text) {
+  std::uint32_t value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error == std::errc{}) return bounds_.integer(value);
+  const NameId name = names().intern(text);
+  return text[0] >= 'A' && text[0] <= 'Z' ? variable_term(name) : constant_term(name);
+}
+
+void ProgramBuilder::flat_fact(const TokenText& text, const SourceLocation& location) {
+  FlatFact parts({text.begin, text.length});
+  const NameId name = names().intern(parts.next());
+  TermsMark list = terms_.empty_list();
+  for (std::string_view term = parts.next(); !term.empty(); term = parts.next()) {
+    list = terms_.next(list, flat_term(term));
+  }
+  head_atom(atom(name, list, frame_space()));
+  fact(location);
 }
 
 void ProgramBuilder::fact(const SourceLocation& location) {

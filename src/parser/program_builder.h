@@ -19,6 +19,12 @@
 
 namespace zarel {
 
+// The text of a token, where it stands in the scanner's buffer: valid until the next token is read.
+struct TokenText {
+  const char* begin;
+  std::size_t length;
+};
+
 // The value of a NUMBER token: nine digits at most.
 struct Number {
   std::uint32_t value;
@@ -98,7 +104,8 @@ class ProgramBuilder {
   TERMT level(Number number) { return TERMT::integer(static_cast<std::int32_t>(number.value)); }
 
   // Statements.
-  void fact(const SourceLocation& location);                // of the disjuncts read; closes the head
+  void flat_fact(const TokenText& text, const SourceLocation& location);
+  void fact(const SourceLocation& location);    // of the disjuncts read; closes the head
   void rule(Body* body, const SourceLocation& location);    // the closed head; null: no body
   void range_fact(NameId name, const TERMT& first, const TERMT& last,
                   const SourceLocation& location);
@@ -132,6 +139,7 @@ class ProgramBuilder {
   ATOMT invocation(NameId name, ActualsMark actuals, TermsMark output_terms);
 
  private:
+  TERMT flat_term(std::string_view text);
   Body* empty_body();
   FrameContext context(const SourceLocation& location) const;
   ATOMT plain_atom(NameId name, std::span<const TERMT> terms, Negation negation) const;

@@ -25,6 +25,8 @@ void ScannerActions::start_file(std::ostream& verbatim) {
   line_ = 1;
   column_ = 1;
   has_open_string_ = false;
+  is_at_statement_ = true;
+  has_mistake_ = false;
 }
 
 void ScannerActions::forget_files() {

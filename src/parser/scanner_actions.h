@@ -29,6 +29,12 @@ class ScannerActions {
   void pass(std::size_t length) { column_ += static_cast<int>(length); }    // a text without
   void line_end();    // one that messages count
 
+  // Whether the next token may be a flat fact: a statement begins there, and the file has been
+  // right so far. Behind a mistake the parser counts tokens before it reports another.
+  bool takes_flat_fact() const { return is_at_statement_ && !has_mistake_; }
+  void set_at_statement(bool is_at_statement) { is_at_statement_ = is_at_statement; }
+  void found_mistake() { has_mistake_ = true; }
+
   // The value of an identifier or quoted string. A spelling over 1001 characters is cut and counted
   // as an error.
   NameId identifier(std::string_view spelling);
@@ -56,6 +62,8 @@ class ScannerActions {
   int line_ = 1;    // true line, inside strings and verbatim sections too
   int column_ = 1;
   bool has_open_string_ = false;
+  bool is_at_statement_ = true;
+  bool has_mistake_ = false;
 };
 
 inline ScannerActions& scanner_actions() {

@@ -64,6 +64,43 @@ TEST_F(RewriteTest, TakesAnIntegerThatEqualsTheBoundBeforeAndBehindIt) {
             "a_2(p,default,10).\n#maxint = 10.\na_2(p,default,10).\n");
 }
 
+// A blank before the parenthesis keeps a fact from being read whole.
+TEST_F(RewriteTest, ReadsAFactWholeAsItDoesTokenByToken) {
+  for (const std::string_view behind : {"(a,B,12, \"s t\").",
+                                        "(v).",
+                                        "(not,a).",
+                                        "(GLOBAL).",
+                                        "(a,_).",
+                                        "(1234567890).",
+                                        "(007).",
+                                        "(\"a\nb\"). X.",
+                                        "(\"a).",
+                                        "(a)..",
+                                        "(1..3).",
+                                        "(a)@s. q(b).",
+                                        "(a) :- b(c).",
+                                        "(f(a)).",
+                                        "(a):b.",
+                                        "().",
+                                        "(a,).",
+                                        "(a) .q(b).",
+                                        "(X). p? q(X).",
+                                        "(a). ? ok(1). ok(2). ?",
+                                        "(30). #maxint = 20.",
+                                        "(a). #template t{p(1)}(1) {q(X). r(a). t(a).}"}) {
+    for (const std::string_view name : {"p", "v", "not", "P", "\"p\""}) {
+      const std::string start = "first(a)." + std::string(name);
+      const RewrittenProgram whole = rewritten({start + std::string(behind)});
+      const RewrittenProgram by_tokens = rewritten({start + " " + std::string(behind)});
+      EXPECT_EQ(whole.clauses, by_tokens.clauses) << name << behind;
+      EXPECT_EQ(whole.messages, by_tokens.messages) << name << behind;
+      EXPECT_EQ(whole.status, by_tokens.status) << name << behind;
+    }
+  }
+  EXPECT_EQ(rewritten({"p(a,B,12, \"s t\").q(X).\nq(Y)."}).clauses,
+            "a_5(p,default,a,B,12,\"s t\").\na_2(q,default,X).\na_2(q,default,Y).\n");
+}
+
 TEST_F(RewriteTest, RejectsFormsCloseToThoseOfTheLanguage) {
   for (const std::string_view input : {":~ a. [-1:1]",
                                        ":~ a. [1:-1]",
