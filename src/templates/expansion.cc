@@ -20,6 +20,16 @@ namespace {
 
 constexpr std::uint32_t kDeepestLevel = 1000;
 
+// An expansion that groups by one more term on every level makes all its names and atoms longer,
+// too: a thousand levels of it would fill the disk. Levels and terms are bounded together.
+constexpr std::size_t kMostTermsOfLevels = 60'000;
+
+bool is_too_deep(const INVOCATIONATOM& invocation) {
+  std::size_t terms = 0;
+  for (const ATOMT& actual : invocation.actuals.positive()) terms += actual.terms().size();
+  return invocation.level > kDeepestLevel || invocation.level * terms > kMostTermsOfLevels;
+}
+
 AGGREGATEPREDT with_body(const AGGREGATEPREDT& aggregate, const Body& body) {
   AGGREGATEPREDT changed = aggregate;
   changed.body = store(body);
@@ -112,7 +122,7 @@ class ClauseRewriter {
   }
 
   void schedule_nested(std::uint32_t key, INVOCATIONATOM invocation) {
-    if (invocation.level > kDeepestLevel) {
+    if (is_too_deep(invocation)) {
       standard_error() << "Template expansion does not terminate.\n";
       SafeExit(1);
     }

@@ -156,6 +156,14 @@ TEST_F(TemplatesTest, EndsAPlainExpansionWithoutEnd) {
   EXPECT_EQ(result.messages, "Template expansion does not terminate.\n");
 }
 
+TEST_F(TemplatesTest, EndsAGrowingExpansionBeforeItFillsTheDisk) {
+  const std::string_view program =
+      "#template t{f(1)}(1) { t(X) :- f(X), t{f(Y,*)}(X). } a(X) :- t{p(Y,*)}(X).";
+  const RewrittenProgram result = rewritten({program});
+  EXPECT_EQ(result.messages, "Template expansion does not terminate.\n");
+  EXPECT_LT(result.legend.size(), 50'000'000);
+}
+
 // t0 to t<length>, each invoking the one before it.
 std::string chain_of_templates(int length) {
   std::ostringstream program;
