@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "solver/failure.h"
+#include "solver/folding.h"
 #include "solver/model_reader.h"
 #include "solver/names.h"
 
@@ -46,13 +47,15 @@ bool read_helper(std::string_view atom, AnswerSet& answer) {
   return true;
 }
 
-// The usual line needs no look at its atoms: blanks become commas.
+// The usual line needs no look inside its atoms: blanks become commas.
 bool append_plain(std::string_view line, std::string& out) {
   if (line.find('"') != std::string_view::npos || needs_respelling(line)) return false;
   while (!line.empty()) {
     const std::size_t blank = std::min(line.find(' '), line.size());
     if (out.size() > 1) out += ", ";
+    const std::size_t begin = out.size();
     out += line.substr(0, blank);
+    unfold(out, begin);
     line.remove_prefix(std::min(blank + 1, line.size()));
   }
   return true;
@@ -77,11 +80,13 @@ void read_answer_set(std::string_view line, const ProgramParts& parts, AnswerSet
       if (atom.front() == '_' && read_helper(atom, answer)) return;
       if (!parts.facts.empty() && parts.facts.contains(std::string(atom))) return;
       if (answer.text.size() > 1) answer.text += ", ";
+      const std::size_t begin = answer.text.size();
       if (needs_respelling(atom)) {
         append_input_spelling(answer.text, atom);
       } else {
         answer.text += atom;
       }
+      unfold(answer.text, begin);
     });
   }
   answer.text += '}';

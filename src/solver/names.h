@@ -8,12 +8,15 @@
 //   ...   pieces of a long body          _q   the answers of the query      _w   costs, where a
 //   level is a variable _overflow  an integer that left 32 bits   _m, _r, _o   constants: the bound
 //   of results, of ranges, "check overflow"
-// Variables of ours are _V1, ...
+// Variables of ours are _V1, ..., and a prime in a name is ours, too: see Note [folded atoms].
 
 #include <string>
 #include <string_view>
 
 namespace dl {
+
+// Whether the character may stand inside a name.
+bool is_word(char c);
 
 // Appends the name as clingo's identifier. See Note [reserved names].
 void append_clingo_name(std::string& out, std::string_view name);

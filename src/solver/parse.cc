@@ -8,6 +8,7 @@
 #define YYSTYPE DL_STYPE    // the scanner's header knows the value type by this name alone
 #include "scanner.h"
 #include "solver/failure.h"
+#include "solver/folding.h"
 #include "solver/source_file.h"
 
 namespace dl {
@@ -43,8 +44,7 @@ struct Waiting {
 // mistake that is found later ends the clingo that was started, before it has said anything: it
 // reads all before it solves.
 bool is_plain(std::string_view text) {
-  return text.find('?') == std::string_view::npos && text.find(":~") == std::string_view::npos &&
-         text.find("#include") == std::string_view::npos;
+  return text.find('?') == std::string_view::npos && text.find(":~") == std::string_view::npos;
 }
 
 }    // namespace
@@ -65,8 +65,11 @@ void read_program(const std::vector<std::string>& files, Translator& translator,
       SourceFile source = read_source_file(next.path, next.place);
       if (!read.insert(source.identity).second) continue;
       translator.begin_file(next.path);
-      if (files.size() == 1 && is_plain(source.text)) before_plain();
-      StatementBuilder builder(translator);
+      // Folding, too, must know all of the program: see Note [folded atoms].
+      const bool is_all = files.size() == 1 && source.text.find("#include") == std::string::npos;
+      if (is_all && is_plain(source.text)) before_plain();
+      const Folding folding = is_all ? Folding(source.text) : Folding();
+      StatementBuilder builder(translator, folding);
       if (!parse_text(source.text, builder)) {
         throw Failure{at_place(next.path, builder.mistake_line(), builder.mistake())};
       }

@@ -15,7 +15,7 @@
 namespace dl {
 
 struct Signature {
-  std::string name;    // as the input spells it
+  std::string name;    // as predicate_of() gives it
   std::uint32_t arity = 0;
   bool strongly_negated = false;
 };

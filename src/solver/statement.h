@@ -38,6 +38,7 @@ struct Term {
   Slice arguments;    // in Statement::arguments; of the outermost compound alone
   std::uint32_t arity = 0;
   bool strongly_negated = false;
+  bool folded = false;      // see Note [folded atoms]; text and arity are what clingo reads
   std::string_view name;    // as the input spells it, of constants and compounds
 };
 

@@ -166,7 +166,13 @@ void StatementBuilder::add_literal(Literal literal) {
   statement_.body.push_back(literal);
 }
 
+void StatementBuilder::head(std::uint32_t atom) {
+  folding_.fold(statement_, atom);
+  statement_.heads.push_back(atom);
+}
+
 void StatementBuilder::atom_literal(std::uint32_t atom) {
+  folding_.fold(statement_, atom);
   Literal literal;
   literal.term = atom;
   literal.uses = statement_.terms[atom].uses;

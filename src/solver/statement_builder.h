@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "solver/folding.h"
 #include "solver/statement.h"
 #include "solver/token.h"
 
@@ -57,7 +58,9 @@ struct WrittenGuard {
 
 class StatementBuilder {
  public:
-  explicit StatementBuilder(StatementReceiver& receiver) : receiver_(receiver) {}
+  // Both must outlive the builder.
+  StatementBuilder(StatementReceiver& receiver, const Folding& folding)
+      : receiver_(receiver), folding_(folding) {}
 
   // For the scanner.
   std::uint32_t line() const { return line_; }
@@ -84,7 +87,7 @@ class StatementBuilder {
   void include(const Token& directive);
 
   // Literals.
-  void head(std::uint32_t atom) { statement_.heads.push_back(atom); }
+  void head(std::uint32_t atom);
   void negation() { negated_ = true; }
   void sign();
   std::uint32_t strongly_negated(std::uint32_t atom);
@@ -152,6 +155,7 @@ class StatementBuilder {
   }
 
   StatementReceiver& receiver_;
+  const Folding& folding_;
   Statement statement_;
   VariableNumbers numbers_;
   std::vector<Frame> frames_;

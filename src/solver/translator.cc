@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "solver/failure.h"
+#include "solver/folding.h"
 #include "solver/names.h"
 
 namespace dl {
@@ -54,7 +55,7 @@ std::string Translator::mark_heads(const Statement& statement) {
   kept_.assign(statement.variables.size(), 0);
   for (const std::uint32_t head : statement.heads) {
     const Term& atom = statement.terms[head];
-    parts_.signatures.add(atom.name, atom.arity, atom.strongly_negated);
+    parts_.signatures.add(predicate_of(statement, atom), atom.arity, atom.strongly_negated);
     for (std::uint32_t i = atom.uses.begin; i < atom.uses.end; ++i) {
       const VariableId variable = statement.uses[i];
       if (variable == kUnnamed) return unsafe_message("_");
@@ -252,7 +253,7 @@ void Translator::write_shown(Place end) {
   }
   if (parts_.variable_levels) write_line("#show _w/3.", end);
   for (const Signature& signature : parts_.signatures.all()) {
-    if (!options_.shows(signature.name, signature.strongly_negated)) continue;
+    if (!options_.shows(unfolded_predicate(signature.name), signature.strongly_negated)) continue;
     std::string line = signature.strongly_negated ? "#show -" : "#show ";
     append_clingo_name(line, signature.name);
     write_line(line + "/" + std::to_string(signature.arity) + ".", end);

@@ -4,6 +4,7 @@
 
 #include "harness.h"
 #include "solver/failure.h"
+#include "solver/folding.h"
 #include "solver/options.h"
 #include "solver/parse.h"
 #include "solver/translator.h"
@@ -30,9 +31,10 @@ std::string mistake_of_dl(const std::vector<std::string>& words, std::string_vie
   dl::Translation translation;
   dl::Translator translator(options, parts, translation);
   translator.begin_file("file");
-  dl::StatementBuilder builder(translator);
   std::string source(text);
   source.append(2, '\0');    // the scanner's end marks
+  const dl::Folding folding(source);
+  dl::StatementBuilder builder(translator, folding);
   if (!dl::parse_text(source, builder)) return builder.mistake();
   try {
     translator.end_program();
