@@ -3,7 +3,7 @@
 //
 // Note [folded atoms]
 // A generic atom has its relation and its name space in front: a_3(link,default,X,Y). clingo takes
-// a fifth longer to read facts with two arguments more. So where these two are constants in every
+// a quarter longer for facts with two arguments more. So where these two are constants in every
 // a_3 of the program, they become part of the predicate: a_3'link'default(X,Y). As no name of the
 // input holds a prime, nothing else is called so, and atoms of different constants never were the
 // same. Both forms have the same length: characters are replaced one for one, and a ")" right
