@@ -130,6 +130,7 @@ void ClingoProcess::start(const std::string& program, const std::vector<std::str
                                  program};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
   SpawnSetup setup(to_child[0], from_child[1], errors_);

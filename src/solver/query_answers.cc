@@ -53,8 +53,8 @@ std::strong_ordering compare(const std::string& left, const std::string& right) 
 }
 
 bool comes_before(const Values& left, const Values& right) {
-  return std::lexicographical_compare_three_way(left.begin(), left.end(), right.begin(),
-                                                right.end(), compare) < 0;
+  return std::is_lt(std::lexicographical_compare_three_way(left.begin(), left.end(), right.begin(),
+                                                           right.end(), compare));
 }
 
 }    // namespace

@@ -39,7 +39,7 @@ class ShellTest : public testing::Test {
 
  private:
   static std::filesystem::path empty_folder() {
-    const std::filesystem::path path = std::filesystem::temp_directory_path() / "zarel-empty";
+    std::filesystem::path path = std::filesystem::temp_directory_path() / "zarel-empty";
     std::filesystem::create_directories(path);
     return path;
   }

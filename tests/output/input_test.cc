@@ -15,7 +15,9 @@ namespace zarel {
 namespace {
 
 struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
+  void operator()(std::FILE* file) const {
+    std::fclose(file);    // NOLINT(cppcoreguidelines-owning-memory): this is its owner
+  }
 };
 using File = std::unique_ptr<std::FILE, CloseFile>;
 

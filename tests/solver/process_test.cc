@@ -66,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(Cases, Faults, testing::ValuesIn(kFaults),
 struct Streams {
   std::string_view name, arguments, out, err;
   int status;
-  friend void PrintTo(const Streams& test, std::ostream* out) { *out << test.name; }
+  friend void PrintTo(const Streams& test, std::ostream* to) { *to << test.name; }
 };
 constexpr std::string_view kBadDescriptor =
     "dl: cannot write to standard output: Bad file descriptor\n";
