@@ -265,9 +265,11 @@ TERMT ProgramBuilder::weight(Number whole, Number fraction) {
 }
 
 TERMT ProgramBuilder::flat_term(std::string_view text) {
-  std::uint32_t value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error == std::errc{}) return bounds_.integer(value);
+  if (text[0] >= '0' && text[0] <= '9') {
+    std::uint32_t value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return bounds_.integer(value);
+  }
   const NameId name = names().intern(text);
   return text[0] >= 'A' && text[0] <= 'Z' ? variable_term(name) : constant_term(name);
 }
@@ -279,8 +281,8 @@ void ProgramBuilder::flat_fact(const TokenText& text, const SourceLocation& loca
   for (std::string_view term = parts.next(); !term.empty(); term = parts.next()) {
     list = terms_.next(list, flat_term(term));
   }
-  head_atom(atom(name, list, frame_space()));
-  fact(location);
+  head_.add(atom(name, list, frame_space()));
+  rule(nullptr, location);
 }
 
 void ProgramBuilder::fact(const SourceLocation& location) {
