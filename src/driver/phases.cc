@@ -1,6 +1,9 @@
 #include "driver/phases.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <sstream>
+#include <system_error>
 
 #include "driver/diagnostics.h"
 #include "driver/input_file.h"
@@ -22,6 +25,19 @@
 namespace zarel {
 namespace {
 
+// Room for about as many clauses as the file can hold. Growing step by step, their list would touch
+// twice the memory.
+void make_room_for_clauses(const std::string& path) {
+  constexpr std::uintmax_t kShortClause = 16;    // bytes of text
+  constexpr std::uintmax_t kMost = 4'000'000;    // clauses; memory that is not touched costs little
+  std::error_code no_size;
+  const std::uintmax_t size = std::filesystem::file_size(path, no_size);
+  if (no_size) return;
+  const std::size_t wanted = CLAUSES().size() + std::min(size / kShortClause, kMost);
+  const std::size_t capacity = CLAUSES().capacity();
+  if (wanted > capacity) CLAUSES().reserve(std::max(wanted, 2 * capacity));
+}
+
 // Messages name the file as `shown_name`.
 void read_file(const std::string& path, const std::string& shown_name, ProgramBuilder& builder,
                std::ostream& verbatim) {
@@ -35,6 +51,7 @@ void read_file(const std::string& path, const std::string& shown_name, ProgramBu
   }
   if (report.OptionVerbosity != 0) standard_output() << "Reading \"" << path << "\"\n";
   report.parser_line = 1;
+  make_room_for_clauses(path);
   parse_file(file.handle(), builder, verbatim);
 }
 
