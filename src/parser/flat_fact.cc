@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <array>
 
+#include "parser/scanner_actions.h"
+
 namespace zarel {
 namespace {
-
-constexpr std::size_t kLongestNumber = 9;    // digits
-constexpr std::size_t kLongestWord = 1001;
 
 constexpr std::array<bool, 256> kIsInWord = [] {
   std::array<bool, 256> is_in_word{};
@@ -31,7 +30,7 @@ bool is_keyword(std::string_view word) {
 // The length of the plain string, of one line, that the text begins with; 0 without one.
 std::size_t length_of_string(std::string_view text) {
   const std::size_t end = text.find_first_of(std::string_view("\"\n\0", 3), 1);
-  if (end == std::string_view::npos || text[end] != '"' || end >= kLongestWord) return 0;
+  if (end == std::string_view::npos || text[end] != '"' || end >= kLongestIdentifier) return 0;
   return end + 1;
 }
 
@@ -46,7 +45,7 @@ std::size_t length_of_term(std::string_view text) {
   }
   if (text[0] == '_') return 0;
   while (length < text.size() && kIsInWord[static_cast<unsigned char>(text[length])]) ++length;
-  return length <= kLongestWord && !is_keyword(text.substr(0, length)) ? length : 0;
+  return length <= kLongestIdentifier && !is_keyword(text.substr(0, length)) ? length : 0;
 }
 
 bool has_at(std::string_view text, std::size_t place, char c) {
@@ -56,7 +55,7 @@ bool has_at(std::string_view text, std::size_t place, char c) {
 }    // namespace
 
 std::size_t length_of_flat_fact(std::string_view text, std::size_t word_length) {
-  if (!has_at(text, word_length, '(') || word_length > kLongestWord) return 0;
+  if (!has_at(text, word_length, '(') || word_length > kLongestIdentifier) return 0;
   std::size_t end = word_length;
   do {
     std::size_t begin = end + 1;

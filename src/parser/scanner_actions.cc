@@ -9,9 +9,6 @@
 namespace zarel {
 namespace {
 
-constexpr std::size_t kLongestIdentifier = 1001;
-constexpr std::size_t kLongestNumber = 9;    // digits
-
 std::uint16_t narrowed(int value) {
   constexpr int kLargest = std::numeric_limits<std::uint16_t>::max();
   return static_cast<std::uint16_t>(std::min(value, kLargest));

@@ -13,6 +13,9 @@
 
 namespace zarel {
 
+inline constexpr std::size_t kLongestIdentifier = 1001;    // characters; more are cut off
+inline constexpr std::size_t kLongestNumber = 9;           // digits; more are an error
+
 class ScannerActions {
  public:
   // A new file begins; verbatim sections go to `verbatim`.
