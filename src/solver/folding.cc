@@ -40,8 +40,8 @@ bool begins_with_constants(std::string_view text, std::size_t position) {
 }    // namespace
 
 // A look at the text is enough: it finds every use of a name, and what only looks like one, in a
-// comment or with a blank before its comma, keeps a predicate from being folded at worst. What follows a digit
-// is no name of its own: no statement has a name right behind a number.
+// comment or with a blank before its comma, keeps a predicate from being folded at worst. What
+// follows a digit is no name of its own: no statement has a name right behind a number.
 Folding::Folding(std::string_view program) : is_on_(true) {
   for (std::size_t begin = program.find(kGeneric); begin != std::string_view::npos;
        begin = program.find(kGeneric, begin + 1)) {
