@@ -7,11 +7,6 @@
 namespace dl_test {
 namespace {
 
-class Aggregates : public testing::TestWithParam<Case> {};
-TEST_P(Aggregates, GivesTheExpectedAnswers) {
-  expect_answers(GetParam());
-}
-
 constexpr Case kCases[] = {
     {"left_less", "q(1). q(5). a :- 1 < #count{X:q(X)}. b :- 2 < #count{X:q(X)}.",
      "{a, q(1), q(5)}\n"},
@@ -62,8 +57,7 @@ constexpr Case kCases[] = {
     {"arithmetic_inside", "p(1). p(2). a(N) :- N = #count{Z:p(X), Z = X + 1, Z > 2}.",
      "{p(1), p(2), a(1)}\n"},
 };
-INSTANTIATE_TEST_SUITE_P(Cases, Aggregates, testing::ValuesIn(kCases),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(Aggregates, Programs, testing::ValuesIn(kCases), case_name);
 
 constexpr ErrorCase kRefused[] = {
     {"times", "p(1).\na :- 1 < #times{X:p(X)}.", "p:2: #times is not supported"},
@@ -82,12 +76,7 @@ constexpr ErrorCase kRefused[] = {
     {"guard_not_bound", "a :- N < #count{X:p(X)}.",
      "p:1: unsafe rule: no positive literal of the body binds the variable N"},
 };
-class RefusedAggregates : public testing::TestWithParam<ErrorCase> {};
-TEST_P(RefusedAggregates, AreNamed) {
-  expect_error(GetParam());
-}
-INSTANTIATE_TEST_SUITE_P(Cases, RefusedAggregates, testing::ValuesIn(kRefused),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(RefusedAggregates, FaultyPrograms, testing::ValuesIn(kRefused), case_name);
 
 }    // namespace
 }    // namespace dl_test

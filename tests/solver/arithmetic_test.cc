@@ -7,11 +7,6 @@
 namespace dl_test {
 namespace {
 
-class Arithmetic : public testing::TestWithParam<Case> {};
-TEST_P(Arithmetic, GivesTheExpectedAnswers) {
-  expect_answers(GetParam());
-}
-
 constexpr Case kCases[] = {
     {"int_ranges_up_to_the_bound", "p(X) :- #int(X). #maxint = 3.", "{p(0), p(1), p(2), p(3)}\n"},
     {"int_tests", "q(2). q(7). q(a). p(X) :- q(X), #int(X). r(X) :- q(X), not #int(X).",
@@ -54,8 +49,7 @@ constexpr Case kCases[] = {
     {"sum_aggregate_up_to_the_greatest_integer", "q(2147483646). q(1). p(S) :- S = #sum{X:q(X)}.",
      "{q(2147483646), q(1), p(2147483647)}\n"},
 };
-INSTANTIATE_TEST_SUITE_P(Cases, Arithmetic, testing::ValuesIn(kCases),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(Arithmetic, Programs, testing::ValuesIn(kCases), case_name);
 
 constexpr ErrorCase kErrors[] = {
     {"int_without_a_bound", "q.\np(X) :- #int(X).",
@@ -88,12 +82,7 @@ constexpr ErrorCase kErrors[] = {
      "p:1: \"not\" before + is not supported"},
     {"wrong_number_of_arguments", "p :- q(X), +(X,1).", "p:1: + takes 3 arguments, not 2"},
 };
-class ArithmeticErrors : public testing::TestWithParam<ErrorCase> {};
-TEST_P(ArithmeticErrors, AreReported) {
-  expect_error(GetParam());
-}
-INSTANTIATE_TEST_SUITE_P(Cases, ArithmeticErrors, testing::ValuesIn(kErrors),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(ArithmeticErrors, FaultyPrograms, testing::ValuesIn(kErrors), case_name);
 
 }    // namespace
 }    // namespace dl_test

@@ -8,11 +8,6 @@
 namespace dl_test {
 namespace {
 
-class Costs : public testing::TestWithParam<Case> {};
-TEST_P(Costs, GivesTheExpectedAnswers) {
-  expect_answers(GetParam());
-}
-
 constexpr Case kCases[] = {
     {"weights", "a v b. :~ a. [2:1] :~ b. [3:1]",
      "Best model: {a}\nCost ([Weight:Level]): <[2:1]>\n"},
@@ -43,8 +38,7 @@ constexpr Case kCases[] = {
      "Best model: {p(1), p(2), p(3)}\nCost ([Weight:Level]): <[6442450941:1]>\n"},
     {"no_answer_set", "a. :- a. :~ a.", ""},
 };
-INSTANTIATE_TEST_SUITE_P(Cases, Costs, testing::ValuesIn(kCases),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(Costs, Programs, testing::ValuesIn(kCases), case_name);
 
 TEST(Costs, FollowTheirModelLineByLine) {
   const Outcome outcome = run("a. :~ a. [1:2] :~ a. [3:1]");
@@ -65,12 +59,7 @@ constexpr ErrorCase kErrors[] = {
     {"weight_too_great", ":~ a. [2147483648:1]",
      "p:1: number 2147483648 is greater than 2147483647"},
 };
-class CostErrors : public testing::TestWithParam<ErrorCase> {};
-TEST_P(CostErrors, AreReported) {
-  expect_error(GetParam());
-}
-INSTANTIATE_TEST_SUITE_P(Cases, CostErrors, testing::ValuesIn(kErrors),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(CostErrors, FaultyPrograms, testing::ValuesIn(kErrors), case_name);
 
 }    // namespace
 }    // namespace dl_test

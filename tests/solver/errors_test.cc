@@ -39,12 +39,7 @@ constexpr ErrorCase kErrors[] = {
     {"unknown_include", "a.\n#include \"none.txt\"\n",
      "p:2: cannot read \"none.txt\": No such file or directory"},
 };
-class Errors : public testing::TestWithParam<ErrorCase> {};
-TEST_P(Errors, AreReportedWithFileAndLine) {
-  expect_error(GetParam());
-}
-INSTANTIATE_TEST_SUITE_P(Cases, Errors, testing::ValuesIn(kErrors),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(Errors, FaultyPrograms, testing::ValuesIn(kErrors), case_name);
 
 TEST(Errors, NulBytesAreRefused) {
   const Outcome outcome = run(std::string_view("a.\nb\0.", 6));

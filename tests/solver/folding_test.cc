@@ -39,8 +39,7 @@ constexpr Form kForms[] = {
     {"other_predicates", "a_x(p,d). a_(p,d). a_1x(p,d). ba_1(X,Y) :- a_1(p,d), a_x(X,Y).",
      "a_x(p,d).\na_(p,d).\na_1x(p,d).\nba_1(X,Y):-a_1'p'd,a_x(X,Y).\n"},
 };
-INSTANTIATE_TEST_SUITE_P(Cases, Forms, testing::ValuesIn(kForms),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(Cases, Forms, testing::ValuesIn(kForms), case_name);
 
 // Every program is solved twice: as it is, and with uses that keep all its predicates unfolded.
 class BothForms : public testing::TestWithParam<Case> {};
@@ -79,8 +78,7 @@ constexpr Case kCases[] = {
     {"positive_filter", "a_2(p,d,1). -a_2(q,d,1). a_1(p,d).", "{a_2(p,d,1)}\n", "-pfilter=a_2"},
     {"no_facts", "a_1(p,d). -a_2(p,d,1). a_2(q,d,X) :- -a_2(p,d,X).", "{a_2(q,d,1)}\n", "-nofacts"},
 };
-INSTANTIATE_TEST_SUITE_P(Cases, BothForms, testing::ValuesIn(kCases),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(Cases, BothForms, testing::ValuesIn(kCases), case_name);
 
 TEST(Folding, LooksAtALargeProgramToItsEnd) {
   std::string program;

@@ -7,11 +7,6 @@
 namespace dl_test {
 namespace {
 
-class Names : public testing::TestWithParam<Case> {};
-TEST_P(Names, GivesTheExpectedAnswers) {
-  expect_answers(GetParam());
-}
-
 constexpr Case kCases[] = {
     {"constant_not", "p(not). q(X) :- p(X).", "{p(not), q(not)}\n"},
     {"predicate_not", "not(a). p :- not not(b), not(a).", "{not(a), p}\n"},
@@ -32,8 +27,7 @@ constexpr Case kCases[] = {
     {"names_like_helpers_of_ours", "h(a). overflow(1). w(1,1,1). q(1). p :- q(1).",
      "{p, h(a), overflow(1), w(1,1,1), q(1)}\n"},
 };
-INSTANTIATE_TEST_SUITE_P(Cases, Names, testing::ValuesIn(kCases),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(Names, Programs, testing::ValuesIn(kCases), case_name);
 
 TEST(Names, StringsKeepTheirLineEnds) {
   const Outcome outcome = run("p(\"a\nb\\nc\").\nq(X) :- p(X).\n");

@@ -83,12 +83,7 @@ constexpr ErrorCase kErrors[] = {
     {"clingo_missing", "a.", "dl: cannot run \"no-such-clingo\": No such file or directory",
      "-clingo=no-such-clingo"},
 };
-class OptionErrors : public testing::TestWithParam<ErrorCase> {};
-TEST_P(OptionErrors, AreReported) {
-  expect_error(GetParam());
-}
-INSTANTIATE_TEST_SUITE_P(Cases, OptionErrors, testing::ValuesIn(kErrors),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(OptionErrors, FaultyPrograms, testing::ValuesIn(kErrors), case_name);
 
 TEST(Options, AFileIsNeeded) {
   const Directory directory;

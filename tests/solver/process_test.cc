@@ -60,8 +60,7 @@ TEST_P(Faults, OfClingoAreErrors) {
   EXPECT_EQ(outcome.err, GetParam().err);
   EXPECT_EQ(outcome.status, 1);
 }
-INSTANTIATE_TEST_SUITE_P(Cases, Faults, testing::ValuesIn(kFaults),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(Cases, Faults, testing::ValuesIn(kFaults), case_name);
 
 struct Streams {
   std::string_view name, arguments, out, err;
@@ -104,8 +103,7 @@ TEST_P(StandardStreams, AreLookedAt) {
   EXPECT_EQ(outcome.err, GetParam().err);
   EXPECT_EQ(outcome.status, GetParam().status);
 }
-INSTANTIATE_TEST_SUITE_P(Cases, StandardStreams, testing::ValuesIn(kStreams),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(Cases, StandardStreams, testing::ValuesIn(kStreams), case_name);
 
 TEST(Process, PassesTheSearchOptionsOn) {
   const Outcome outcome = run_with(

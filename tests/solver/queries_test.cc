@@ -7,11 +7,6 @@
 namespace dl_test {
 namespace {
 
-class Queries : public testing::TestWithParam<Case> {};
-TEST_P(Queries, GivesTheExpectedAnswers) {
-  expect_answers(GetParam());
-}
-
 constexpr Case kCases[] = {
     {"ground_true", "a. a?", "true\n"},
     {"ground_false", "a v b. a?", "false\n"},
@@ -28,8 +23,7 @@ constexpr Case kCases[] = {
     {"negated_query", "a. not b, a?", "true\n"},
     {"strings_and_terms", "p(\"a, b\",f(x,\"(\")). p(X,Y)?", "\"a, b\", f(x,\"(\")\n"},
 };
-INSTANTIATE_TEST_SUITE_P(Cases, Queries, testing::ValuesIn(kCases),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(Queries, Programs, testing::ValuesIn(kCases), case_name);
 
 TEST(Queries, PrintIntegersByValueAndBeforeNames) {
   const Outcome outcome = run("p(10). p(9). p(b). p(a). p(100). p(X)?");
@@ -48,12 +42,7 @@ constexpr ErrorCase kErrors[] = {
     {"unsafe_query", "a.\nnot p(X)?",
      "p:2: unsafe rule: no positive literal of the body binds the variable X"},
 };
-class QueryErrors : public testing::TestWithParam<ErrorCase> {};
-TEST_P(QueryErrors, AreReported) {
-  expect_error(GetParam());
-}
-INSTANTIATE_TEST_SUITE_P(Cases, QueryErrors, testing::ValuesIn(kErrors),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(QueryErrors, FaultyPrograms, testing::ValuesIn(kErrors), case_name);
 
 }    // namespace
 }    // namespace dl_test

@@ -99,14 +99,16 @@ std::string sorted(std::string_view text) {
   return result;
 }
 
-void expect_answers(const Case& test) {
+TEST_P(Programs, GiveTheExpectedAnswers) {
+  const Case& test = GetParam();
   const Outcome outcome = run(test.program, std::string(test.options));
   EXPECT_EQ(sorted(outcome.out), sorted(test.out));
   EXPECT_EQ(outcome.err, "");
   EXPECT_EQ(outcome.status, 0);
 }
 
-void expect_error(const ErrorCase& test) {
+TEST_P(FaultyPrograms, AreReported) {
+  const ErrorCase& test = GetParam();
   const Outcome outcome = run(test.program, std::string(test.options));
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err, std::string(test.err) + "\n");

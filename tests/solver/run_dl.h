@@ -1,6 +1,7 @@
 #pragma once
 // run_dl.h - runs the built dl on a program, in a directory of its own.
 
+#include <gtest/gtest.h>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -57,7 +58,10 @@ struct ErrorCase {
   friend void PrintTo(const ErrorCase& test, std::ostream* stream) { *stream << test.name; }
 };
 
-void expect_answers(const Case& test);
-void expect_error(const ErrorCase& test);
+inline constexpr auto case_name = [](const auto& test) { return std::string(test.param.name); };
+
+// Run and compared in run_dl.cc; each file of tests instantiates them with tables of its own.
+class Programs : public testing::TestWithParam<Case> {};
+class FaultyPrograms : public testing::TestWithParam<ErrorCase> {};
 
 }    // namespace dl_test
