@@ -4,13 +4,14 @@
 #include <unordered_set>
 
 #include "driver/diagnostics.h"
+#include "model/characters.h"
 #include "model/function_term_table.h"
 
 namespace zarel {
 namespace {
 
 bool begins_variable(std::string_view text) {
-  return !text.empty() && text[0] >= 'A' && text[0] <= 'Z';
+  return !text.empty() && is_upper_case(text[0]);
 }
 
 }    // namespace

@@ -1,27 +1,9 @@
 #include "output/flat_atom.h"
 
-#include <algorithm>
-#include <array>
+#include "model/characters.h"
 
 namespace zarel {
 namespace {
-
-enum class Kind : unsigned char { kOther, kDigit, kLowerCase, kRest };
-
-constexpr std::array<Kind, 256> kinds_of_characters() {
-  std::array<Kind, 256> kinds{};
-  for (unsigned char c = '0'; c <= '9'; ++c) kinds[c] = Kind::kDigit;
-  for (unsigned char c = 'a'; c <= 'z'; ++c) kinds[c] = Kind::kLowerCase;
-  for (unsigned char c = 'A'; c <= 'Z'; ++c) kinds[c] = Kind::kRest;
-  kinds['_'] = Kind::kRest;
-  return kinds;
-}
-
-constexpr std::array<Kind, 256> kKinds = kinds_of_characters();
-
-Kind kind_of(char c) {
-  return kKinds[static_cast<unsigned char>(c)];
-}
 
 std::size_t end_of_string(std::string_view text, std::size_t begin) {
   const std::size_t quote = text.find('"', begin + 1);
@@ -32,21 +14,14 @@ std::size_t end_of_string(std::string_view text, std::size_t begin) {
 // with it.
 std::size_t end_of_term(std::string_view text, std::size_t begin) {
   if (begin == text.size()) return begin;
+  if (text[begin] == '"') return end_of_string(text, begin);
   std::size_t end = begin;
-  switch (kind_of(text[begin])) {
-    case Kind::kLowerCase:
-      while (end < text.size() && kind_of(text[end]) != Kind::kOther) ++end;
-      return end;
-    case Kind::kDigit:
-      while (end < text.size() && kind_of(text[end]) == Kind::kDigit) ++end;
-      return end;
-    default:
-      return text[begin] == '"' ? end_of_string(text, begin) : begin;
+  if (is_lower_case(text[begin])) {
+    while (end < text.size() && is_in_word(text[end])) ++end;
+  } else {
+    while (end < text.size() && is_digit(text[end])) ++end;
   }
-}
-
-bool has_at(std::string_view text, std::size_t place, char c) {
-  return place < text.size() && text[place] == c;
+  return end;
 }
 
 }    // namespace

@@ -3,23 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "model/characters.h"
 #include "parser/scanner_actions.h"
 
 namespace zarel {
 namespace {
-
-constexpr std::array<bool, 256> kIsInWord = [] {
-  std::array<bool, 256> is_in_word{};
-  for (unsigned char c = '0'; c <= '9'; ++c) is_in_word[c] = true;
-  for (unsigned char c = 'a'; c <= 'z'; ++c) is_in_word[c] = true;
-  for (unsigned char c = 'A'; c <= 'Z'; ++c) is_in_word[c] = true;
-  is_in_word['_'] = true;
-  return is_in_word;
-}();
-
-bool is_digit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 // Words that are no names, or not only.
 bool is_keyword(std::string_view word) {
@@ -44,12 +32,8 @@ std::size_t length_of_term(std::string_view text) {
     return length <= kLongestNumber ? length : 0;
   }
   if (text[0] == '_') return 0;
-  while (length < text.size() && kIsInWord[static_cast<unsigned char>(text[length])]) ++length;
+  while (length < text.size() && is_in_word(text[length])) ++length;
   return length <= kLongestIdentifier && !is_keyword(text.substr(0, length)) ? length : 0;
-}
-
-bool has_at(std::string_view text, std::size_t place, char c) {
-  return place < text.size() && text[place] == c;
 }
 
 }    // namespace
@@ -68,7 +52,7 @@ std::size_t length_of_flat_fact(std::string_view text, std::size_t word_length) 
 }
 
 std::string_view FlatFact::next() {
-  while (!rest_.empty() && !kIsInWord[static_cast<unsigned char>(rest_[0])] && rest_[0] != '"') {
+  while (!rest_.empty() && !is_in_word(rest_[0]) && rest_[0] != '"') {
     rest_.remove_prefix(1);
   }
   if (rest_.empty()) return rest_;
@@ -76,7 +60,7 @@ std::string_view FlatFact::next() {
   if (rest_[0] == '"') {
     length = rest_.find('"', 1) + 1;
   } else {
-    while (kIsInWord[static_cast<unsigned char>(rest_[length])]) ++length;
+    while (is_in_word(rest_[length])) ++length;
   }
   const std::string_view part = rest_.substr(0, length);
   rest_.remove_prefix(length);

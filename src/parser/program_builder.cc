@@ -7,6 +7,7 @@
 #include "driver/diagnostics.h"
 #include "frames/frame_rule.h"
 #include "functions/function_terms.h"
+#include "model/characters.h"
 #include "model/names.h"
 #include "model/namespaces.h"
 #include "model/printer.h"
@@ -265,13 +266,13 @@ TERMT ProgramBuilder::weight(Number whole, Number fraction) {
 }
 
 TERMT ProgramBuilder::flat_term(std::string_view text) {
-  if (text[0] >= '0' && text[0] <= '9') {
+  if (is_digit(text[0])) {
     std::uint32_t value = 0;
     std::from_chars(text.data(), text.data() + text.size(), value);
     return bounds_.integer(value);
   }
   const NameId name = names().intern(text);
-  return text[0] >= 'A' && text[0] <= 'Z' ? variable_term(name) : constant_term(name);
+  return is_upper_case(text[0]) ? variable_term(name) : constant_term(name);
 }
 
 void ProgramBuilder::flat_fact(const TokenText& text, const SourceLocation& location) {
@@ -381,7 +382,7 @@ void ProgramBuilder::formal_predicate(NameId name, Number arity) {
 
 void ProgramBuilder::global_predicate(NameId name) {
   GLOBALS().add(name);
-  definition_.globals.push_back(name);
+  definition_.globals.insert(name);
 }
 
 void ProgramBuilder::open_template(NameId name, Number output_arity) {
