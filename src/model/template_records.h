@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "model/atom.h"
@@ -26,8 +27,8 @@ struct DEFINITIONATOM {
   std::int32_t outputArity;
   std::vector<CLAUSET> rules;
   std::uint32_t sequence_number;
-  std::vector<NameId> globals = {};    // the names behind its own GLOBAL
-  NameId frame_space = {};             // the default one where it stands
+  std::unordered_set<NameId> globals = {};    // the names behind its own GLOBAL
+  NameId frame_space = {};                    // the default one where it stands
 };
 
 // What an actual predicate stands for; only linked templates look at it.

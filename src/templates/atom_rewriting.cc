@@ -84,11 +84,10 @@ Expansion::Expansion(const INVOCATIONATOM& invocation, const DEFINITIONATOM& def
       generated_(generated),
       binding_(binding),
       group_by_(getGroupBy(invocation)),
-      actuals_(modifyCon(invocation.actuals)) {
+      actuals_(modifyCon(invocation.actuals)),
+      patterns_(pattern_positions(actuals_, binding)) {
   for (std::size_t place = 0; place < binding.size(); ++place) {
-    const auto& [formal, bound] = binding[place];
-    formals_.emplace(formal, place);
-    patterns_.push_back(pattern_position(actuals_, bound, place));
+    formals_.emplace(binding[place].first, place);
   }
 }
 

@@ -42,8 +42,8 @@ class Expansion {
   const BindingList& binding_;
   std::vector<TERMT> group_by_;
   std::vector<ATOMT> actuals_;
-  std::unordered_map<std::string_view, std::size_t> formals_;
   std::vector<std::size_t> patterns_;    // by place: whose parameters the formal atoms follow
+  std::unordered_map<std::string_view, std::size_t> formals_;
   std::unordered_map<std::string, int> labels_;
 };
 

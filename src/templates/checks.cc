@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <ostream>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
 #include "driver/diagnostics.h"
 #include "model/program.h"
@@ -44,51 +47,95 @@ std::span<const ATOMT> head_of(const CLAUSET& clause) {
   return std::visit(HeadOf{}, clause.payload());
 }
 
-bool check_head(const DEFINITIONATOM& definition, const FORMALPRED& formal, const ATOMT& atom) {
-  if (!is_rewritten(atom)) return true;
-  const std::string_view name = body_name(atom).text;
-  if (name == formal.name) {
-    return fault(quoted(name) +
-                 " is a formal predicate and it cannot be in the head of rule in a template "
-                 "definition.");
+// Finds the first fault of a definition's rules: formal predicate by formal predicate, for each in
+// the order of the rules; a global predicate in a head counts to the first formal one. The rules
+// are gone through once for all of them.
+class RuleFault {
+ public:
+  explicit RuleFault(const DEFINITIONATOM& definition) : definition_(definition) {
+    for (std::size_t i = 0; i < definition.formals.size(); ++i) add(definition.formals[i], i);
   }
-  if (is_global(definition, name)) {
-    return fault(quoted(name) +
-                 " is a global predicate and it  cannot be in the head of rule in a template "
-                 "definition.");
+
+  void look_at(const CLAUSET& clause) {
+    for (const ATOMT& atom : head_of(clause)) look_at_head(atom);
+    look_at_body(std::visit(BodyOf{}, clause.payload()));
   }
-  return true;
-}
 
-bool check_arity(const FORMALPRED& formal, const ATOMT& atom) {
-  const std::size_t arity = atom.terms().size();
-  if (!is_rewritten(atom)) return true;
-  if (body_name(atom).text != formal.name || arity == static_cast<std::size_t>(formal.arity)) {
-    return true;
+  // Empty when there is none.
+  const std::string& message() const { return message_; }
+
+ private:
+  // The places of formal predicates of one name: of the first, and of the first with another arity.
+  using Places = std::vector<std::size_t>;
+
+  void add(const FORMALPRED& formal, std::size_t place) {
+    Places& places = places_[formal.name];
+    const bool is_new = std::none_of(places.begin(), places.end(), [&](std::size_t other) {
+      return definition_.formals[other].arity == formal.arity;
+    });
+    if (places.size() < 2 && is_new) places.push_back(place);
   }
-  return fault(quoted(formal.name) + " is a formal predicate with arity " +
-               std::to_string(formal.arity) + " now is defined with arity " +
-               std::to_string(arity) + ".");
-}
 
-bool check_arities(const FORMALPRED& formal, std::span<const Literal> body) {
-  return std::all_of(body.begin(), body.end(), [&](const Literal& literal) {
-    return literal.atom.is_aggregate()
-               ? check_arities(formal, literal.atom.aggregate().body.elements())
-               : check_arity(formal, literal.atom);
-  });
-}
+  const Places& places_of(std::string_view name) const {
+    static const Places kNone;
+    const auto found = places_.find(name);
+    return found == places_.end() ? kNone : found->second;
+  }
 
-bool check_rules(const DEFINITIONATOM& definition) {
-  for (const FORMALPRED& formal : definition.formals.positive()) {
-    for (const CLAUSET& clause : definition.rules) {
-      for (const ATOMT& atom : head_of(clause)) {
-        if (!check_head(definition, formal, atom)) return false;
-      }
-      if (!check_arities(formal, std::visit(BodyOf{}, clause.payload()))) return false;
+  void look_at_head(const ATOMT& atom) {
+    if (!is_rewritten(atom)) return;
+    const std::string_view name = body_name(atom).text;
+    const Places& places = places_of(name);
+    if (!places.empty()) {
+      found(places.front(), quoted(name) +
+                                " is a formal predicate and it cannot be in the head of rule in a "
+                                "template definition.");
+    }
+    if (is_global(definition_, name)) {
+      found(0, quoted(name) +
+                   " is a global predicate and it  cannot be in the head of rule in a "
+                   "template definition.");
     }
   }
-  return true;
+
+  void look_at_body(std::span<const Literal> body) {
+    for (const Literal& literal : body) {
+      if (literal.atom.is_aggregate()) {
+        look_at_body(literal.atom.aggregate().body.elements());
+      } else {
+        look_at_body(literal.atom);
+      }
+    }
+  }
+
+  void look_at_body(const ATOMT& atom) {
+    if (!is_rewritten(atom)) return;
+    const std::size_t arity = atom.terms().size();
+    for (const std::size_t place : places_of(body_name(atom).text)) {
+      const FORMALPRED& formal = definition_.formals[place];
+      if (arity == static_cast<std::size_t>(formal.arity)) continue;
+      found(place, quoted(formal.name) + " is a formal predicate with arity " +
+                       std::to_string(formal.arity) + " now is defined with arity " +
+                       std::to_string(arity) + ".");
+    }
+  }
+
+  void found(std::size_t place, std::string message) {
+    if (place >= place_) return;
+    place_ = place;
+    message_ = std::move(message);
+  }
+
+  const DEFINITIONATOM& definition_;
+  std::unordered_map<std::string_view, Places> places_;
+  std::size_t place_ = std::string::npos;    // of the formal predicate that has the fault
+  std::string message_;
+};
+
+bool check_rules(const DEFINITIONATOM& definition) {
+  RuleFault first(definition);
+  for (const CLAUSET& clause : definition.rules) first.look_at(clause);
+  return first.message().empty() || fault(first.message());
 }
 
 bool check_output_arity(const INVOCATIONATOM& invocation, const DEFINITIONATOM& definition) {

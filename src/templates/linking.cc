@@ -1,8 +1,11 @@
 #include "templates/linking.h"
 
 #include <algorithm>
+#include <map>
+#include <numeric>
 #include <unordered_map>
 
+#include "model/characters.h"
 #include "model/names.h"
 #include "model/program.h"
 #include "model/safety.h"
@@ -62,11 +65,21 @@ bool is_taken(const std::string& name) {
   return predicates.contains(name) || (linking().is_on && predicates.contains("-" + name));
 }
 
+using NameAndArity = std::pair<std::string, std::size_t>;
+
+// What the projection of an actual predicate has, but for its label.
+NameAndArity name_and_kept_arity(const ATOMT& actual) {
+  const std::span<const TERMT> terms = actual.terms();
+  const auto kept = std::count_if(terms.begin(), terms.end(),
+                                  [](const TERMT& term) { return term.kind != TermKind::kDollar; });
+  return {std::string(getNameWithoutPrefix(name_of(actual))), static_cast<std::size_t>(kept)};
+}
+
 // What a generated predicate can be called after: a name that the solver takes for a predicate's,
 // and that never makes a generic a_N.
 std::string_view linked_stem(std::string_view name) {
   const std::string_view plain = without_minus(name);
-  const bool is_plain_name = !plain.empty() && plain[0] >= 'a' && plain[0] <= 'z';
+  const bool is_plain_name = !plain.empty() && is_lower_case(plain[0]);
   return is_plain_name && plain != "a" ? plain : "relation";
 }
 
@@ -146,8 +159,7 @@ bool is_global(const DEFINITIONATOM& definition, std::string_view name) {
   const std::optional<NameId> id = names().find(name);
   if (!id) return false;
   if (!OptionLinkTemplates()) return GLOBALS().contains(*id);
-  return std::find(definition.globals.begin(), definition.globals.end(), *id) !=
-         definition.globals.end();
+  return definition.globals.contains(*id);
 }
 
 std::string_view unlabelled(std::string_view name) {
@@ -222,21 +234,21 @@ ATOMT bridged(const ATOMT& atom) {
   return atom.with_terms(terms, 0);
 }
 
-std::size_t pattern_position(std::span<const ATOMT> actuals, const ATOMT& bound,
-                             std::size_t position) {
-  if (OptionLinkTemplates()) return position;
-  const std::string_view wanted = name_of(bound);
-  const int label = getLabel(wanted);
-  const auto fits = [&](const ATOMT& actual) {
-    const std::span<const TERMT> terms = actual.terms();
-    const auto kept = std::count_if(terms.begin(), terms.end(), [](const TERMT& term) {
-      return term.kind != TermKind::kDollar;
-    });
-    return static_cast<std::size_t>(kept) == bound.terms().size() &&
-           getNameWithoutPrefix(getNameLabeledConst(name_of(actual), label)) == wanted;
-  };
-  const auto found = std::find_if(actuals.begin(), actuals.end(), fits);
-  return found == actuals.end() ? position : static_cast<std::size_t>(found - actuals.begin());
+std::vector<std::size_t> pattern_positions(std::span<const ATOMT> actuals,
+                                           const BindingList& binding) {
+  std::vector<std::size_t> positions(binding.size());
+  std::iota(positions.begin(), positions.end(), 0);
+  if (OptionLinkTemplates()) return positions;
+  std::map<NameAndArity, std::size_t> first_with;
+  for (std::size_t i = 0; i < actuals.size(); ++i) {
+    first_with.try_emplace(name_and_kept_arity(actuals[i]), i);
+  }
+  for (std::size_t& position : positions) {
+    const ATOMT& bound = binding[position].second;
+    const auto found = first_with.find({getNameWithoutLabel(name_of(bound)), bound.terms().size()});
+    if (found != first_with.end()) position = found->second;
+  }
+  return positions;
 }
 
 std::vector<TERMT> merged_terms(std::span<const TERMT> terms, std::span<const TERMT> pattern) {

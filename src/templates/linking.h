@@ -84,10 +84,10 @@ Literal global_source(const DEFINITIONATOM& definition, const ATOMT& atom, std::
 // each marker of an actual predicate, which no rule may have in its head.
 ATOMT bridged(const ATOMT& atom);
 
-// Which actual predicate's parameters an atom bound to the formal predicate at `position` follows:
-// the first that fits by name and arity. Linked, the one at the same position.
-std::size_t pattern_position(std::span<const ATOMT> actuals, const ATOMT& bound,
-                             std::size_t position);
+// By formal predicate: which actual predicate's parameters an atom bound to it follows. The first
+// that fits by name and arity; linked, the one at the same position.
+std::vector<std::size_t> pattern_positions(std::span<const ATOMT> actuals,
+                                           const BindingList& binding);
 
 // The arguments of a formal atom: getTerms, nothing when a side has none. Linked, always getTerms.
 std::vector<TERMT> merged_terms(std::span<const TERMT> terms, std::span<const TERMT> pattern);
