@@ -15,6 +15,12 @@ AnswerSetBuilder& answer_set_builder() {
   return builder;
 }
 
+std::string AnswerSetBuilder::take_back(TextRange token) {
+  std::string text(text_.view(token));
+  text_.drop_last(token);
+  return text;
+}
+
 void AnswerSetBuilder::begin_answer_set() {
   item_ = '{';
   has_atoms_ = false;

@@ -28,6 +28,8 @@ class AnswerSetBuilder {
  public:
   // Called by the scanner. See Note [text without blanks].
   TextRange add_token(std::string_view text) { return text_.add(text); }
+  // The text of the last token, which is dropped.
+  std::string take_back(TextRange token);
 
   void begin_answer_set();
   void set_negativeAtom(bool is_negative) { negativeAtom_ = is_negative; }

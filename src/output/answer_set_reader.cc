@@ -1,6 +1,5 @@
 #include "output/answer_set_reader.h"
 
-#include <climits>
 #include <new>
 #include <stdexcept>
 
@@ -52,12 +51,8 @@ int read_answer_sets(std::FILE* in) {
 }
 
 int read_answer_sets(std::string_view text) {
-  constexpr std::size_t kEndMarks = 2;    // the scanner puts them behind the text
   Reading reading;
-  if (text.size() > INT_MAX - kEndMarks) {
-    end_scanning("out of dynamic memory in yy_scan_bytes()");
-  }
-  output_yy_scan_bytes(text.data(), static_cast<int>(text.size()));
+  scan_text(text);
   return reading.run();
 }
 

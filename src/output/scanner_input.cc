@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <ostream>
 #include <string>
 #include <unistd.h>
 
 #include "driver/diagnostics.h"
 #include "output/answer_set_builder.h"
+#include "output_scanner.h"
 
 namespace zarel {
 namespace {
@@ -48,6 +50,14 @@ int read_piece(std::FILE* in, char* into, int room, int held) {
     total += count;
   }
   return total;
+}
+
+void scan_text(std::string_view text) {
+  constexpr std::size_t kEndMarks = 2;    // the scanner puts them behind the text
+  if (text.size() > INT_MAX - kEndMarks) {
+    end_scanning("out of dynamic memory in yy_scan_bytes()");
+  }
+  output_yy_scan_bytes(text.data(), static_cast<int>(text.size()));
 }
 
 void end_scanning(const char* message) {

@@ -2,6 +2,7 @@
 // scanner_input.h - what the generated scanner calls to read on, and to give up.
 
 #include <cstdio>
+#include <string_view>
 
 namespace zarel {
 
@@ -9,6 +10,9 @@ namespace zarel {
 // items are printed before. `held` is the length of the unfinished token in front of `into`.
 // Returns the number of bytes, 0 at the end of the input. A failed read ends the run.
 int read_piece(std::FILE* in, char* into, int room, int held);
+
+// Makes the text what the scanner reads on from. One too long for it ends the run.
+void scan_text(std::string_view text);
 
 // Prints what is complete, then the message as a line on standard_error(), and ends the run with
 // status 2.

@@ -81,6 +81,16 @@ TEST_F(ReaderState, KeepsZeroBytesInStringsOnly) {
   using std::string_view_literals::operator""sv;
   // Also in front of the last byte that the scanner's tables have, where they end.
   EXPECT_EQ(read("a\0b,\0\xff\"c\0d\""sv), "a\nb,\"c\0d\"\n"sv);
+  output_.str("");
+  EXPECT_EQ(read("{a_3(p,s,\"\0\n\0\0\")}\"c\0\"\0a"sv), "{p(\"\0\n\0\0\")@s}\n\"c\0\"\na\n"sv);
+}
+
+TEST_F(ReaderState, PassesALoneQuoteBeforeZeroBytesOver) {
+  using std::string_view_literals::operator""sv;
+  EXPECT_EQ(read("a \"\0b\n\0c d"sv), "a\nb\nc\nd\n");
+  EXPECT_EQ(report_state().parser_line, 2);
+  output_.str("");
+  EXPECT_EQ(read("a \"{a_2(p,s)\0, -"sv), "a\nline 2: syntax error.\n");
 }
 
 TEST_F(ReaderState, ReportsOutsideParsingWithoutALine) {
