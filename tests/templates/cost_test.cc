@@ -10,48 +10,37 @@ namespace {
 constexpr std::string_view kDefinition =
     "#template t{f(1)}(1) { g(X) :- f(X), f(Y), Y > X. t(X) :- f(X), not g(X). }\n";
 
-std::string numbered(std::string_view before, int number, std::string_view behind) {
-  return std::string(before).append(std::to_string(number)).append(behind);
+// The text as often, with the number of each in the place of its "#".
+std::string numbered(int count, std::string_view text) {
+  std::string all;
+  const std::size_t place = text.find('#');
+  for (int i = 0; i < count; ++i)
+    all += joined({text.substr(0, place), std::to_string(i), text.substr(place + 1)});
+  return all;
 }
 
-auto line_count(const std::string& text) {
-  return std::count(text.begin(), text.end(), '\n');
-}
-
-TEST_F(TemplatesTest, ExpandsManyDistinctInvocationsInAManyClauseProgram) {
-  constexpr int kInvocations = 10000;
-  constexpr int kFacts = 90000;
-  std::string program(kDefinition);
-  for (int i = 0; i < kFacts; ++i) program += numbered("fact(", i, ").\n");
-  for (int i = 0; i < kInvocations; ++i) program += numbered("r(X) :- t{q", i, "(*)}(X).\n");
-  const RewrittenProgram result = rewritten({program}, Templates::kLinked);
-  EXPECT_EQ(line_count(result.clauses), kFacts + kInvocations * 4);
-  EXPECT_EQ(line_count(result.legend), kInvocations * 2 + 2);
+void expect_lines(const RewrittenProgram& result, int clauses, int legend) {
+  EXPECT_EQ(std::count(result.clauses.begin(), result.clauses.end(), '\n'), clauses);
+  EXPECT_EQ(std::count(result.legend.begin(), result.legend.end(), '\n'), legend);
   EXPECT_EQ(result.clauses.find("t["), std::string::npos);
 }
 
-TEST_F(TemplatesTest, ReplacesManyInvocationsOfOneSignature) {
-  constexpr int kInvocations = 100000;
-  for (const Templates templates : {Templates::kPlain, Templates::kLinked}) {
-    std::string program(kDefinition);
-    for (int i = 0; i < kInvocations; ++i) {
-      program += numbered("r(X) :- t{q(*)}(X), t{q(*)}(", i, ").\n");
-    }
-    const RewrittenProgram result = rewritten({program}, templates);
-    EXPECT_EQ(line_count(result.clauses), kInvocations + 3);
-    EXPECT_EQ(line_count(result.legend), 2 * kInvocations + 3);
-    EXPECT_EQ(result.clauses.find("t["), std::string::npos);
-  }
+TEST_F(RewriteTest, ExpandsManyDistinctInvocationsInAManyClauseProgram) {
+  const std::string program = joined(
+      {kDefinition, numbered(90'000, "fact(#).\n"), numbered(10'000, "r(X) :- t{q#(*)}(X).\n")});
+  expect_lines(rewritten({program}, kLinked), 90'000 + 10'000 * 4, 10'000 * 2 + 2);
 }
 
-TEST_F(TemplatesTest, ReplacesManyInvocationsInOneAggregate) {
-  constexpr int kInvocations = 50000;
-  std::string program(kDefinition);
-  program += "r :- 1 < #count{X: t{q(*)}(X)";
-  for (int i = 0; i < kInvocations; ++i) program += numbered(", t{q(*)}(", i, ")");
-  const RewrittenProgram result = rewritten({program + "}."});
-  EXPECT_EQ(line_count(result.clauses), 4);
-  EXPECT_EQ(result.clauses.find("t["), std::string::npos);
+TEST_F(RewriteTest, ReplacesManyInvocationsOfOneSignature) {
+  const std::string uses = numbered(100'000, "r(X) :- t{q(*)}(X), t{q(*)}(#).\n");
+  for (const RewriteOptions& options : {kPlain, kLinked})
+    expect_lines(rewritten({joined({kDefinition, uses})}, options), 100'000 + 3, 2 * 100'000 + 3);
+}
+
+TEST_F(RewriteTest, ReplacesManyInvocationsInOneAggregate) {
+  const std::string uses = numbered(50'000, ", t{q(*)}(#)");
+  expect_lines(rewritten({joined({kDefinition, "r :- 1 < #count{X: t{q(*)}(X)", uses, "}."})}), 4,
+               50'000 + 4);
 }
 
 }    // namespace

@@ -1,45 +1,27 @@
 #pragma once
 // templates_fixture.h - programs with templates, and what they are rewritten to.
 
-#include <algorithm>
-#include <gtest/gtest.h>
-#include <initializer_list>
 #include <regex>
-#include <string>
-#include <string_view>
 
+#include "../output/reading_fixture.h"
 #include "../parser/rewrite_fixture.h"
+
+// The template that most programs invoke, in whole or up to its rules, and its usual invocation.
+#define T_OF_F "#template t{f(1)}(1) { "
+#define COPY T_OF_F "t(X) :- f(X). } "
+#define USE " } a(X) :- t{p(*)}(X)."
 
 namespace zarel {
 
-enum class Templates { kPlain, kLinked };
+inline const RewriteOptions kPlain;
+inline const RewriteOptions kLinked{.has_linked_templates = true};
 
-class TemplatesTest : public RewriteTest {
- protected:
-  // Rewrites the texts, each a file of its own, as one program.
-  static RewrittenProgram rewritten(std::initializer_list<std::string_view> texts,
-                                    Templates templates = Templates::kPlain) {
-    RewriteOptions options;
-    options.has_linked_templates = templates == Templates::kLinked;
-    return RewriteTest::rewritten(texts, options);
-  }
-};
-
-// The lines of a text, with blanks between them.
-inline std::string on_one_line(std::string text) {
-  if (text.ends_with('\n')) text.pop_back();
-  std::replace(text.begin(), text.end(), '\n', ' ');
-  return text;
-}
-
-// What stands in a legend's lines, without its frame; the whole when it does not have that.
-inline std::string legend_uses(const std::string& legend) {
-  static const std::regex frame(
-      "% BEGIN LEGENDA OF TEMPLATE INVOCATIONS\n([^]*)% END OF LEGENDA\n");
-  std::smatch lines;
-  if (!std::regex_match(legend, lines, frame)) return legend;
-  std::string uses = std::regex_replace(lines.str(1), std::regex("% (.*) at line \n"), "$1; ");
-  return uses.substr(0, uses.find_last_of(';'));
+// The uses, parted by "; ", as the legend tells them.
+inline std::string legend_of(std::string_view uses) {
+  const std::string lines =
+      std::regex_replace(std::string(uses), std::regex("; "), " at line \n% ");
+  return joined(
+      {"% BEGIN LEGENDA OF TEMPLATE INVOCATIONS\n% ", lines, " at line \n% END OF LEGENDA\n"});
 }
 
 // A program, and what it is rewritten to; no legend where that shows nothing new.
@@ -48,24 +30,16 @@ struct Rewriting {
   friend void PrintTo(const Rewriting& test, std::ostream* out) { *out << test.name; }
 };
 
-// A program, and how its run ends.
-struct Ending {
-  std::string_view name, program, messages, output = "";
-  friend void PrintTo(const Ending& test, std::ostream* out) { *out << test.name; }
-};
-
-inline constexpr auto case_name = [](const auto& test) { return std::string(test.param.name); };
-
-template <class Case>
-class TemplatesTable : public TemplatesTest, public testing::WithParamInterface<Case> {
+class TemplatesTable : public RewriteTest, public testing::WithParamInterface<Rewriting> {
  protected:
-  static void expect_rewriting(const Rewriting& expected, Templates templates) {
-    const RewrittenProgram result = rewritten({expected.program}, templates);
+  static void expect_rewriting(const RewriteOptions& options) {
+    const RewrittenProgram result = rewritten({GetParam().program}, options);
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.messages, "");
-    EXPECT_EQ(on_one_line(result.clauses), expected.clauses);
-    if (expected.legend.empty()) return;
-    EXPECT_EQ(legend_uses(result.legend), expected.legend);
+    EXPECT_EQ(std::regex_replace(result.clauses, std::regex("\n"), " "),
+              joined({GetParam().clauses, " "}));
+    if (GetParam().legend.empty()) return;
+    EXPECT_EQ(result.legend, legend_of(GetParam().legend));
   }
 };
 
