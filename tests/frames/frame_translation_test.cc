@@ -27,6 +27,11 @@ class Translation : public FramesTest {
     return text;
   }
 
+  static void expect_idb(const CLAUSET& auxiliary) {
+    const std::uint32_t predicate = auxiliary.rule().head()[0].predicate();
+    EXPECT_EQ(ATOMT::Predicates().type(predicate), PREDICATE_NAMETS::TYPE::kIdb);
+  }
+
   const FrameContext usual_{true, false, {3, 1, 0}};
   const FRAME object_ =
       frame("o", {says("-a", ARROW::kSingle, {frame("X")}),
@@ -43,8 +48,7 @@ TEST_F(Translation, KeepsStatementsInOrderAndThePlaceOfAuxiliaryRules) {
   EXPECT_EQ(written(CLAUSES()), AUXILIARY);
   EXPECT_EQ(CLAUSES()[0].location().line, 3U);
   EXPECT_EQ(globals(), "a_5 a_3 ");
-  const std::uint32_t auxiliary = CLAUSES()[0].rule().head()[0].predicate();
-  EXPECT_EQ(ATOMT::Predicates().type(auxiliary), PREDICATE_NAMETS::TYPE::kIdb);
+  expect_idb(CLAUSES()[0]);
 }
 
 TEST_F(Translation, LooksAtTheNotOfAFrameInBodiesOnly) {
@@ -54,19 +58,15 @@ TEST_F(Translation, LooksAtTheNotOfAFrameInBodiesOnly) {
   EXPECT_EQ(text(standardize(negated, FramePosition::kHead, usual_)), "faa1(X,Y,X)");
   EXPECT_EQ(FRAME::nextAuxAtom(), 2U);
   EXPECT_EQ(ATTRIBUTE::nextAuxAtom(), 2U);
-  const std::uint32_t auxiliary = CLAUSES()[1].rule().head()[0].predicate();
-  EXPECT_EQ(ATOMT::Predicates().type(auxiliary), PREDICATE_NAMETS::TYPE::kIdb);    // faa0
+  expect_idb(CLAUSES()[1]);    // faa0
 }
 
-TEST_F(Translation, RecordsNoNamesInTemplates) {
-  const FrameContext in_template{true, true, {}};
-  EXPECT_EQ(text(to_literals(object_, in_template)), "#0-a(o,f,X); not aaa0(Y,X); not #0c(o,f)");
+TEST_F(Translation, RecordsAttributesAsNamesButInTemplates) {
+  EXPECT_EQ(text(to_literals(object_, {true, true, {}})),
+            "#0-a(o,f,X); not aaa0(Y,X); not #0c(o,f)");
   EXPECT_EQ(globals(), "");
   EXPECT_EQ(written(CLAUSES()), "aaa0(Y,X) :- #0b(o,f,Y), #0b(o,f,X).\n");
-}
-
-TEST_F(Translation, RecordsAttributesWithoutHigherOrderNames) {
-  EXPECT_EQ(text(to_literals(object_, {false, false, {}})), "-a(f,o,X); not aaa0(Y,X); not c(f,o)");
+  EXPECT_EQ(text(to_literals(object_, {false, false, {}})), "-a(f,o,X); not aaa1(Y,X); not c(f,o)");
   EXPECT_EQ(globals(), "a b c ");
 }
 

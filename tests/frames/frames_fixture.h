@@ -15,7 +15,6 @@ namespace zarel {
 class FramesTest : public testing::Test {
  protected:
   FramesTest() { prepare_tables(); }
-  ~FramesTest() override { prepare_tables(); }
 
   static NameId space() { return names().intern("f"); }
   static FrameTerm term(std::string_view text) { return frame_term(names().intern(text)); }

@@ -57,7 +57,7 @@ std::string facts_of(const std::string& answer_set) {
 TEST_F(RewriteTest, ReadsPrintedFramesAsTheSameStatements) {
   std::mt19937 random(20080725);    // the same in every run
   for (int round = 0; round < 300; ++round) {
-    std::multiset<std::string> expected;
+    std::multiset<std::string> expected, found;
     std::string answer_set = "{";
     for (int i = 0; i <= round % 40; ++i) {
       const std::string next = statement(random);
@@ -65,7 +65,6 @@ TEST_F(RewriteTest, ReadsPrintedFramesAsTheSameStatements) {
       expected.insert(next + ".");
     }
     const std::string facts = facts_of(printed(answer_set + "}"));
-    std::multiset<std::string> found;
     std::istringstream clauses(rewritten({facts}).clauses);
     for (std::string line; std::getline(clauses, line);) found.insert(line);
     EXPECT_EQ(found, expected) << facts;
