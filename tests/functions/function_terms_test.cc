@@ -15,7 +15,6 @@ namespace {
 class FunctionTerms : public testing::Test {
  protected:
   FunctionTerms() { reset_tables(); }
-  ~FunctionTerms() override { reset_tables(); }
 
   static TERMT function(std::string_view functor, const std::vector<TERMT>& arguments) {
     return newFTERM(names().intern(functor), arguments);
