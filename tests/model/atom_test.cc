@@ -17,8 +17,7 @@ TEST_F(AtomTest, BuiltinsHoldTheFirstTenNumbers) {
     EXPECT_EQ(table.type(code), Type::kBuiltin);
   }
   EXPECT_EQ(shown, "==/2 !=/2 </2 >/2 <=/2 >=/2 #int/1 #succ/2 +/3 */3 ");
-  for (const std::uint32_t i : {0U, 1U, 0U})
-    EXPECT_EQ(atom(i == 0 ? "p" : "q").predicate(), 10 + i);
+  EXPECT_EQ(atom("p").predicate(), kBuiltinCount);
 }
 
 // An atom to enter; of type kInvocation, an invocation of the template of that name.
@@ -28,7 +27,7 @@ struct Entry {
   Type type = Type::kUnknown;
 
   void enter() const {
-    INVOCATIONATOM of = invocation(name, list());
+    INVOCATIONATOM of = invocation(name, Terms{});
     for (std::size_t i = 0; i < arity; ++i) of.actuals.add(newBuiltin(BUILTIN::kEqual, {}));
     const bool is_invocation = type == Type::kInvocation;
     static_cast<void>(is_invocation ? ATOMT(of) : ATOMT(name, Terms(arity, num(1)), type));
@@ -84,15 +83,6 @@ TEST_F(AtomTest, APredicateThatClashesWithItsFirstUseEndsTheRun) {
   }
 }
 
-TEST_F(AtomTest, ThePredicateTableKeepsTheFirstArity) {
-  const std::uint32_t p = atom("p", num(1)).predicate();
-  EXPECT_EQ(atom("p", num(1), num(2)).terms().size(), 2U);
-  EXPECT_EQ(ATOMT::Predicates().arity(p), 1U);
-  EXPECT_EQ(ATOMT::Predicates().find("p"), p);
-  newTERMT("q");    // a constant is no predicate
-  EXPECT_FALSE(ATOMT::Predicates().contains("q"));
-}
-
 TEST_F(AtomTest, AsterisksAreCountedExceptInBuiltinsAndInvocations) {
   const Terms terms{TERMT::asterisk(), num(1), TERMT::asterisk()};
   EXPECT_EQ(ATOMT("p", terms, Type::kUnknown).asterisk_count(), 2U);
@@ -101,40 +91,22 @@ TEST_F(AtomTest, AsterisksAreCountedExceptInBuiltinsAndInvocations) {
   EXPECT_EQ(ATOMT(invocation("t", terms)).asterisk_count(), 0U);
 }
 
-TEST_F(AtomTest, StrongNegationIsAPredicateOfItsOwn) {
-  const ATOMT negated = newNegativeATOMT("p", list(num(1)));
-  EXPECT_EQ(text_of(negated), "-p(1)");
-  EXPECT_EQ(ATOMT::Predicates().type(negated.predicate()), Type::kUnknown);
+TEST_F(AtomTest, EveryKindHasAPredicateOfItsOwnType) {
+  const auto expect = [](const ATOMT& of, std::string_view name, Type type, std::size_t arity,
+                         std::size_t terms) {
+    EXPECT_EQ(ATOMT::Predicates().name(of.predicate()), name);
+    EXPECT_EQ(ATOMT::Predicates().type(of.predicate()), type) << name;
+    EXPECT_EQ(ATOMT::Predicates().arity(of.predicate()), arity) << name;
+    EXPECT_EQ(of.terms().size(), terms) << name;
+  };
+  const ATOMT negated = newNegativeATOMT("p", Terms{num(1)});
+  expect(negated, "-p", Type::kUnknown, 1, 1);
   EXPECT_EQ(NegativeAtoms(), std::set<std::uint32_t>{negated.predicate()});
-  EXPECT_TRUE(isTrueNegated(negated) && isTrueNegated(atom("a-b")));
-  EXPECT_FALSE(isTrueNegated(atom("p")));
-}
-
-TEST_F(AtomTest, AggregatesOfOneFunctionShareAPredicateWithoutArguments) {
-  const ATOMT one = count(num(1), {}, false);
-  const std::uint32_t predicate = one.predicate();
-  EXPECT_EQ(predicate, count(num(2), {}, true).predicate());
-  EXPECT_EQ(ATOMT::Predicates().name(predicate), "#count");
-  EXPECT_EQ(ATOMT::Predicates().arity(predicate) + one.terms().size(), 0U);
-  EXPECT_EQ(ATOMT::Predicates().type(predicate), Type::kAggregate);
-}
-
-TEST_F(AtomTest, AnInvocationAtomHoldsCopiesOfWhatItStandsFor) {
-  INVOCATIONATOM of = invocation("t", list(num(1)), atom("p", num(1)), atom("q"));
-  const ATOMT marker(of);
-  of = {};
-  EXPECT_EQ(text_of(marker), "t[p(1), q] (1)");
-  EXPECT_EQ(ATOMT::Predicates().name(marker.predicate()), "@t");
-  EXPECT_EQ(ATOMT::Predicates().arity(marker.predicate()), 2U);
-  EXPECT_EQ(ATOMT::Predicates().type(marker.predicate()), Type::kInvocation);
-  EXPECT_EQ(marker.terms().size(), 1U);
-}
-
-TEST_F(AtomTest, AnExternalAtomIsAPredicateOverItsSecondList) {
-  const ATOMT external = ATOMT::external("f", list(num(1), num(2)), list(num(3)));
-  EXPECT_EQ(ATOMT::Predicates().type(external.predicate()), Type::kExternal);
-  EXPECT_EQ(ATOMT::Predicates().arity(external.predicate()), 1U);
-  EXPECT_EQ(external.terms().size(), 1U);
+  EXPECT_TRUE(isTrueNegated(negated) && isTrueNegated(atom("a-b")) && !isTrueNegated(atom("p")));
+  expect(count(num(1), {}, false), "#count", Type::kAggregate, 0, 0);
+  expect(ATOMT::external("f", Terms{num(1), num(2)}, Terms{num(3)}), "f", Type::kExternal, 1, 1);
+  expect(ATOMT(invocation("t", Terms{num(1)}, atom("p"), atom("q"))), "@t", Type::kInvocation, 2,
+         1);
 }
 
 }    // namespace

@@ -68,11 +68,6 @@ inline constexpr auto function_term = [](std::string_view placeholder) {
   return TERMT{TermKind::kFunctionTerm, newTERMT(placeholder).value};
 };
 template <class... Term>
-Terms list(const Term&... terms) {
-  return {terms...};
-}
-
-template <class... Term>
 ATOMT atom(std::string_view name, const Term&... terms) {
   return {name, Terms{terms...}, Type::kUnknown};
 }
@@ -90,7 +85,7 @@ inline ATOMT count(std::optional<TERMT> lower, std::optional<TERMT> upper, bool 
                    const Body& of = body(yes(atom("p")))) {
   AGGREGATEPREDT made{};
   made.function = AggregateFunction::kCount;
-  made.terms = program_storage().store(std::span<const TERMT>(list(newTERMT("X"))));
+  made.terms = program_storage().store(std::span<const TERMT>(Terms{newTERMT("X")}));
   made.body = store(of);
   return newAggregate(standardizeGuard(lower.value_or(TERMT::absent()), false),
                       standardizeGuard(upper.value_or(TERMT::absent()), false), made,
