@@ -1,7 +1,5 @@
 // Which atoms are shown, with which frame space, and how URIs are.
 
-#include "output/filters.h"
-
 #include "output/framespace_display.h"
 #include "reading_fixture.h"
 
@@ -18,8 +16,6 @@ constexpr std::string_view kSigned =
 
 constexpr Case kFilters[] = {
     {"none", kSigned, "{p(x), -p(x)@s, q, -q, r(x)}\n"},    // nor is the default space
-    {"all_of_p", kSigned, "{p(x), -p(x)@s}\n", filter_p},
-    {"positive_p", kSigned, "{p(x)}\n", filter_positive_p},
     {"all_of_p_and_positive_q", kSigned, "{p(x), -p(x)@s, q}\n", filter_both},
     {"the_first_atom_shown_has_no_comma", "{a_2(r,default), a_2(p,default)}", "{p}\n", filter_p},
     {"nothing_is_left", "{a_2(r,default), -a_3(p,default,x)}", "{}\n", filter_positive_p},
@@ -29,9 +25,7 @@ constexpr Case kFilters[] = {
     {"term_lists_are_not_filtered", "q, r", "q,r\n", filter_p},
     {"a_space_of_frames_without_arguments", "{a_2(p,sFlogic), a_2(q,sFlogic)}", "{p@sFlogic}\n",
      filter_p},
-    {"default_is_shown", "{a_2(p,default), a_3(p,default,x), a_2(p,ns1)}",
-     "{p@default, p(x)@default, p@ns1}\n", show_spaces},
-    {"but_never_on_frames", "{a_3(subClassOf,defaultFlogic,b,c), a_3(valueOf,defaultFlogic,o,a)}",
+    {"never_on_frames", "{a_3(subClassOf,defaultFlogic,b,c), a_3(valueOf,defaultFlogic,o,a)}",
      "{b::c, o[a]}\n", show_spaces},
 };
 INSTANTIATE_TEST_SUITE_P(Filters, Reader, testing::ValuesIn(kFilters), case_name);
@@ -42,7 +36,6 @@ const auto declare_prefixes = [] {
   vectorName().declare("two", "\"u#\"");
 };
 const auto use_prefixes = [] { declare_prefixes(), note_prefix_use(); };
-const auto show_uris = [] { use_prefixes(), display_settings().address = false; };
 
 constexpr std::string_view kUris = R"({a_4(p,default,"http://e.x/o#person","u#a")})";
 constexpr std::string_view kFullUris = "{p(\"http://e.x/o#person\",\"u#a\")}\n";
@@ -50,7 +43,6 @@ constexpr std::string_view kFullUris = "{p(\"http://e.x/o#person\",\"u#a\")}\n";
 constexpr Case kNamespaces[] = {
     {"shortened", kUris, "{p(ex:person,two:a)}\n", use_prefixes},
     {"not_when_no_prefix_was_used", kUris, kFullUris, declare_prefixes},
-    {"not_when_uris_are_asked_for", kUris, kFullUris, show_uris},
     {"not_when_none_is_declared", kUris, kFullUris, note_prefix_use},
     {"not_in_bare_predicates", R"({a_2("u#a","u#b")})", "{\"u#a\"@\"u#b\"}\n", use_prefixes},
     {"not_in_frames", R"({a_3(instanceOf,s,"u#a",c), a_3(instanceOf,sFlogic,"u#a",c)})",

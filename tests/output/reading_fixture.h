@@ -31,6 +31,8 @@ class ReadingTest : public Base {
 
   // Everything that reading the text prints, the messages last.
   std::string read(std::string_view text) {
+    output_.str("");
+    errors_.str("");
     status_ = read_answer_sets(text);
     return output_.str() + errors_.str();
   }
