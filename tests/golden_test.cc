@@ -1,16 +1,25 @@
-// golden_test.cc - runs every case under golden/ with the real programs and compares all that it
-// gives back.
+// golden_test.cc - runs every case under golden/, and every program of examples/ as its header
+// tells users to, with the real programs, and compares what they give back. With
+// ZAREL_REWRITE_GOLDEN=1 in the environment, what they give back becomes what is expected.
 //
 // A case is a folder. `why` says in a line what it guards; `args` is the command line behind
 // "zarel" (shell words); the other files are copied to where it runs. Expected are `stdout`,
 // `stderr` (both empty when there is no such file), `status` (0 when there is none), and `source`,
-// the file ".source", where the case has it. With ZAREL_REWRITE_GOLDEN=1 in the environment, what a
-// case gives back becomes what it expects.
+// the file ".source", where the case has it.
+//
+// An example NAME.zrl is run as "zarel -silent OPTIONS NAME.zrl", OPTIONS being the line of
+// NAME.options where there is one, and has to print NAME.expected. NAME.VARIANT.options with
+// NAME.VARIANT.expected run the same program with other options. The answer sets may come in any
+// order, the atoms in one may not: lines are sorted before they are compared. Templates of the
+// library are at ../templates, as they are for users.
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
+#include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -21,62 +30,100 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct CaseOutcome {
-  Outcome run;
-  std::string source;
-};
+bool is_rewriting() {
+  return std::getenv("ZAREL_REWRITE_GOLDEN") != nullptr;    // NOLINT(concurrency-mt-unsafe)
+}
 
-CaseOutcome run_case(const fs::path& golden_case) {
-  const WorkFolder folder(golden_case);
+// The first line, without its end.
+std::string first_line_of(const fs::path& path) {
+  const std::string text = text_of(path);
+  return text.substr(0, std::min(text.find('\n'), text.size()));
+}
+
+// The usual text stands in no file.
+void compare(const fs::path& expected, const std::string& text, const std::string& usual) {
+  if (!is_rewriting()) {
+    EXPECT_EQ(text, fs::exists(expected) ? text_of(expected) : usual);
+  } else if (text == usual) {
+    fs::remove(expected);
+  } else {
+    std::ofstream(expected, std::ios::binary) << text;
+  }
+}
+
+void check_case(const fs::path& golden) {
+  const WorkFolder folder;
+  fs::copy(golden, folder.path(), fs::copy_options::recursive);
   for (const char* name : {"stdout", "stderr", "status", "source", "why"}) {
     fs::remove(folder.path() / name);
   }
-  Outcome run = run_zarel(folder.path(), first_line_of(golden_case / "args"));
-  return {std::move(run), text_of(folder.path() / ".source")};
+  const Outcome outcome = folder.run("zarel " + first_line_of(golden / "args"));
+  compare(golden / "stdout", outcome.output, "");
+  compare(golden / "stderr", outcome.errors, "");
+  compare(golden / "status", std::to_string(outcome.status) + "\n", "0\n");
+  if (fs::exists(golden / "source")) compare(golden / "source", folder.read(".source"), "");
 }
 
-void write_expectation(const fs::path& path, const std::string& text, const std::string& usual) {
-  if (text == usual) {
-    fs::remove(path);
-  } else {
-    std::ofstream(path, std::ios::binary) << text;
+// A vector, not a text: a line that is printed twice has to be expected twice.
+std::vector<std::string> sorted_lines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  std::ranges::sort(lines);
+  return lines;
+}
+
+fs::path example_file(const std::string& name, const std::string& ending) {
+  return fs::path(EXAMPLES_FOLDER) / (name + ending);
+}
+
+// The name of a variant begins with that of its program.
+std::string program_of(const std::string& name) {
+  return name.substr(0, name.find('.'));
+}
+
+void check_example(const std::string& name) {
+  const WorkFolder folder;
+  fs::copy(EXAMPLES_FOLDER, folder.path() / "examples", fs::copy_options::recursive);
+  fs::copy(TEMPLATES_FOLDER, folder.path() / "templates", fs::copy_options::recursive);
+  const fs::path expected = example_file(name, ".expected");
+  const Outcome outcome =
+      folder.run("cd examples; zarel -silent " + first_line_of(example_file(name, ".options")) +
+                 " " + program_of(name) + ".zrl");
+  ASSERT_EQ(outcome, (Outcome{outcome.output, "", 0}));
+  if (is_rewriting()) std::ofstream(expected, std::ios::binary) << outcome.output;
+  ASSERT_TRUE(fs::exists(expected)) << name << " has no expected output";
+  EXPECT_EQ(sorted_lines(outcome.output), sorted_lines(text_of(expected)));
+}
+
+// Every name with options or an expectation, and every program that has neither.
+std::set<std::string> example_names() {
+  std::set<std::string> names;
+  std::set<std::string> programs;
+  for (const auto& entry : fs::directory_iterator(EXAMPLES_FOLDER)) {
+    const std::string ending = entry.path().extension().string();
+    const std::string stem = entry.path().stem().string();
+    if (ending == ".zrl") programs.insert(stem);
+    if (ending == ".options" || ending == ".expected") names.insert(stem);
   }
+  for (const std::string& name : names) programs.erase(program_of(name));
+  names.merge(programs);
+  return names;
 }
 
-class GoldenCase : public testing::Test {
+class Check : public testing::Test {
  public:
-  explicit GoldenCase(fs::path folder) : folder_(std::move(folder)) {}
-
-  void TestBody() override {
-    const CaseOutcome outcome = run_case(folder_);
-    if (is_rewriting()) return rewrite(outcome);
-    EXPECT_EQ(outcome.run.output, text_of(folder_ / "stdout"));
-    EXPECT_EQ(outcome.run.errors, text_of(folder_ / "stderr"));
-    EXPECT_EQ(outcome.run.status,
-              fs::exists(folder_ / "status") ? text_of(folder_ / "status") : "0\n");
-    if (!fs::exists(folder_ / "source")) return;
-    EXPECT_EQ(outcome.source, text_of(folder_ / "source"));
-  }
+  explicit Check(std::function<void()> body) : body_(std::move(body)) {}
+  void TestBody() override { body_(); }
 
  private:
-  void rewrite(const CaseOutcome& outcome) const {
-    write_expectation(folder_ / "stdout", outcome.run.output, "");
-    write_expectation(folder_ / "stderr", outcome.run.errors, "");
-    write_expectation(folder_ / "status", outcome.run.status, "0\n");
-    if (fs::exists(folder_ / "source")) write_expectation(folder_ / "source", outcome.source, "");
-  }
-
-  fs::path folder_;
+  std::function<void()> body_;
 };
 
-// AREA/NAME, from every folder that holds an `args`.
-std::vector<fs::path> golden_cases() {
-  std::vector<fs::path> cases;
-  for (const auto& entry : fs::recursive_directory_iterator(GOLDEN_FOLDER)) {
-    if (entry.path().filename() == "args") cases.push_back(entry.path().parent_path());
-  }
-  std::sort(cases.begin(), cases.end());
-  return cases;
+void register_check(const std::string& area, std::string name, const std::function<void()>& body) {
+  std::ranges::replace(name, '.', '_');
+  testing::RegisterTest(area.c_str(), name.c_str(), nullptr, nullptr, __FILE__, __LINE__,
+                        [body]() -> Check* { return new Check(body); });    // the framework's
 }
 
 }    // namespace
@@ -84,12 +131,16 @@ std::vector<fs::path> golden_cases() {
 
 int main(int argument_count, char** arguments) {
   testing::InitGoogleTest(&argument_count, arguments);
-  for (const std::filesystem::path& folder : zarel::golden_cases()) {
-    const std::string area = "Golden_" + folder.parent_path().filename().string();
-    testing::RegisterTest(area.c_str(), folder.filename().c_str(), nullptr, nullptr, __FILE__,
-                          __LINE__, [folder]() -> zarel::GoldenCase* {
-                            return new zarel::GoldenCase(folder);
-                          });    // the framework owns it
+  for (const std::string& name : zarel::example_names()) {
+    zarel::register_check("Examples", name, [name] { zarel::check_example(name); });
+  }
+  std::set<std::filesystem::path> cases;    // AREA/NAME, every folder that holds an `args`
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(GOLDEN_FOLDER)) {
+    if (entry.path().filename() == "args") cases.insert(entry.path().parent_path());
+  }
+  for (const std::filesystem::path& folder : cases) {
+    zarel::register_check("Golden_" + folder.parent_path().filename().string(),
+                          folder.filename().string(), [folder] { zarel::check_case(folder); });
   }
   return RUN_ALL_TESTS();
 }

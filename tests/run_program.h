@@ -2,13 +2,14 @@
 // run_program.h - runs the built programs as a user's shell does, in a folder of their own, and
 // hands back what they give. Who includes it defines ZAREL_FOLDER, the folder of the programs.
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <initializer_list>
+#include <gtest/gtest.h>
+#include <ostream>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <sys/wait.h>
 
 namespace zarel {
@@ -21,24 +22,25 @@ inline std::string text_of(const std::filesystem::path& path) {
   return std::move(text).str();
 }
 
-// The first line, without its end.
-inline std::string first_line_of(const std::filesystem::path& path) {
-  const std::string text = text_of(path);
-  return text.substr(0, std::min(text.find('\n'), text.size()));
-}
+struct Outcome {
+  std::string output;
+  std::string errors;
+  int status;    // as a shell gives it: 128 and more for a signal
+  bool operator==(const Outcome&) const = default;
+  friend void PrintTo(const Outcome& outcome, std::ostream* out) {
+    *out << outcome.output << "--- errors\n" << outcome.errors << "--- status " << outcome.status;
+  }
+};
 
-// A fresh folder that holds a copy of another one's content, gone with this object.
+// A fresh folder, gone with this object.
 class WorkFolder {
  public:
-  explicit WorkFolder(const std::filesystem::path& content) : WorkFolder() {
-    std::filesystem::copy(content, path_, std::filesystem::copy_options::recursive);
-  }
-  // The same with copies of several folders, side by side under their own names.
-  explicit WorkFolder(std::initializer_list<std::filesystem::path> folders) : WorkFolder() {
-    for (const std::filesystem::path& folder : folders) {
-      std::filesystem::copy(folder, path_ / folder.filename(),
-                            std::filesystem::copy_options::recursive);
+  WorkFolder() {
+    std::string name = (std::filesystem::temp_directory_path() / "zarel-test-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) {
+      throw std::filesystem::filesystem_error("no folder for a test", name, std::error_code());
     }
+    path_ = name;
   }
   WorkFolder(const WorkFolder&) = delete;
   WorkFolder& operator=(const WorkFolder&) = delete;
@@ -48,38 +50,38 @@ class WorkFolder {
   }
 
   const std::filesystem::path& path() const { return path_; }
-
- private:
-  WorkFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "zarel-test-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) {
-      throw std::filesystem::filesystem_error("no folder for a test", name, std::error_code());
-    }
-    path_ = name;
+  std::string read(const std::string& name) const { return text_of(path_ / name); }
+  void write(const std::string& name, std::string_view text) const {
+    std::ofstream(path_ / name, std::ios::binary) << text;
+  }
+  void write_script(const std::string& name, std::string_view commands) const {
+    write(name, "#!/bin/sh\n" + std::string(commands));
+    std::filesystem::permissions(path_ / name, std::filesystem::perms::owner_all);
   }
 
+  // Runs shell commands here, the programs being in the path; the status is that of the last one.
+  Outcome run(std::string_view commands) const {
+    const std::string all = "cd '" + path_.string() +
+                            "' && export PATH='" ZAREL_FOLDER "':\"$PATH\" && { " +
+                            std::string(commands) + " ; } > .stdout 2> .stderr < /dev/null";
+    const int status = std::system(all.c_str());    // NOLINT(cert-env33-c): as users run it
+    constexpr int kSignalBase = 128;
+    return {read(".stdout"), read(".stderr"),
+            WIFEXITED(status) ? WEXITSTATUS(status) : kSignalBase + WTERMSIG(status)};
+  }
+
+ private:
   std::filesystem::path path_;
 };
 
-struct Outcome {
-  std::string output;
-  std::string errors;
-  std::string status;    // a line
+// A row of a table: shell commands, and all that they give.
+struct ShellCase {
+  std::string_view name, commands, output, errors = "";
+  int status = 0;
+  Outcome outcome() const { return {std::string(output), std::string(errors), status}; }
+  friend void PrintTo(const ShellCase& test, std::ostream* out) { *out << test.name; }
 };
 
-// Runs "zarel" in `folder` with `args`, which are shell words.
-inline Outcome run_zarel(const std::filesystem::path& folder, const std::string& args) {
-  const std::string command = "cd '" + folder.string() +
-                              "' && PATH='" ZAREL_FOLDER "':\"$PATH\" && zarel " + args +
-                              " > .stdout 2> .stderr";
-  const int status = std::system(command.c_str());    // NOLINT(cert-env33-c): as users run it
-  return {text_of(folder / ".stdout"), text_of(folder / ".stderr"),
-          std::to_string(WEXITSTATUS(status)) + "\n"};
-}
-
-// True when what the programs give is to become what the tests expect.
-inline bool is_rewriting() {
-  return std::getenv("ZAREL_REWRITE_GOLDEN") != nullptr;    // NOLINT(concurrency-mt-unsafe)
-}
+inline constexpr auto case_name = [](const auto& test) { return std::string(test.param.name); };
 
 }    // namespace zarel

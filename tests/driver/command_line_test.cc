@@ -2,7 +2,7 @@
 
 #include <regex>
 
-#include "shell_fixture.h"
+#include "run_program.h"
 
 namespace zarel {
 namespace {
@@ -41,73 +41,63 @@ std::string behind_banner(const std::string& output) {
   return match.suffix();
 }
 
-struct Case {
-  std::string_view name, command, output, errors, status;
-  friend void PrintTo(const Case& test, std::ostream* out) { *out << test.name; }
-};
-
-class BehindTheBanner : public ShellTest, public testing::WithParamInterface<Case> {};
-
+class BehindTheBanner : public testing::TestWithParam<ShellCase> {};
 TEST_P(BehindTheBanner, ComesWhatTheArgumentsAskFor) {
-  write(".source", "old");
-  write(".legend", "old");
-  const Outcome outcome = run(std::string(GetParam().command));
-  EXPECT_EQ(behind_banner(outcome.output), GetParam().output);
-  EXPECT_EQ(outcome.errors, GetParam().errors);
-  EXPECT_EQ(outcome.status, GetParam().status);
-  EXPECT_EQ(text(".source") + text(".legend"), "");    // every run starts them anew
+  const WorkFolder folder;
+  folder.write(".source", "old");
+  folder.write(".legend", "old");
+  Outcome outcome = folder.run(GetParam().commands);
+  outcome.output = behind_banner(outcome.output);
+  EXPECT_EQ(outcome, GetParam().outcome());
+  EXPECT_EQ(folder.read(".source") + folder.read(".legend"), "");    // every run starts them anew
 }
 
 const std::string kLongUsage = std::string(kUsage).append(kHelp);
-const Case kCases[] = {
-    {"no_argument", "zarel", kMore, kUsage, "255\n"},
-    {"options_without_a_file", "zarel -preparsing -uri", kMore, kUsage, "255\n"},
-    {"help", "zarel -help", kLongUsage, "", "0\n"},
-    {"short_help", "zarel -h -nonsense", kLongUsage, "", "0\n"},
-    {"silent_help", "zarel -silent missing.zrl --help", kLongUsage, "", "0\n"},
-    {"unknown_option", "zarel -silent missing.zrl -vv -help", kMore, kUsage, "255\n"},
-    {"two_dashes_and_v", "zarel --v", kMore, kUsage, "255\n"},
-    {"two_dashes_and_h", "zarel --h", kMore, kUsage, "255\n"},
-    {"lone_dash", "zarel -silent - < /dev/null", kMore, kUsage, "255\n"},
-    {"more_than_the_exact_word", "zarel -silent=1", kMore, kUsage, "255\n"},
-    {"linked_templates_are_no_prefix", "zarel -linktemplates=1", kMore, kUsage, "255\n"},
+const ShellCase kCases[] = {
+    {"no_argument", "zarel", kMore, kUsage, 255},
+    {"options_without_a_file", "zarel -preparsing -uri", kMore, kUsage, 255},
+    {"help", "zarel -help", kLongUsage, ""},
+    {"short_help", "zarel -h -nonsense", kLongUsage, ""},
+    {"silent_help", "zarel -silent missing.zrl --help", kLongUsage, ""},
+    {"unknown_option", "zarel -silent missing.zrl -vv -help", kMore, kUsage, 255},
+    {"two_dashes_and_v", "zarel --v", kMore, kUsage, 255},
+    {"two_dashes_and_h", "zarel --h", kMore, kUsage, 255},
+    {"lone_dash", "zarel -silent - < /dev/null", kMore, kUsage, 255},
+    {"more_than_the_exact_word", "zarel -silent=1", kMore, kUsage, 255},
+    {"linked_templates_are_no_prefix", "zarel -linktemplates=1", kMore, kUsage, 255},
     {"both_spellings_of_linked_templates", "zarel -linktemplates --linktemplates", kMore, kUsage,
-     "255\n"},
-    {"open_list", "zarel -silent a.zrl '-solverparams={-n=3'", kMore, kUsage, "255\n"},
-    {"open_list_of_two_words", "zarel '-solverparams={-n=3' -help", kMore, kUsage, "255\n"},
-    {"list_that_is_closed_too_early", "zarel '-solverparams={a}b'", kMore, kUsage, "255\n"},
-    {"only_a_closing_brace", "zarel '}'", kMore, kUsage, "255\n"},
+     255},
+    {"open_list", "zarel -silent a.zrl '-solverparams={-n=3'", kMore, kUsage, 255},
+    {"open_list_of_two_words", "zarel '-solverparams={-n=3' -help", kMore, kUsage, 255},
+    {"list_that_is_closed_too_early", "zarel '-solverparams={a}b'", kMore, kUsage, 255},
+    {"only_a_closing_brace", "zarel '}'", kMore, kUsage, 255},
 };
-INSTANTIATE_TEST_SUITE_P(Cases, BehindTheBanner, testing::ValuesIn(kCases),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(Cases, BehindTheBanner, testing::ValuesIn(kCases), case_name);
 
-TEST_F(ShellTest, ShowsTheNameAsTheUserCalledTheProgram) {
-  const Outcome outcome = run("'" ZAREL "'");
-  EXPECT_TRUE(outcome.errors.starts_with("usage:  " ZAREL " {FRONTEND}")) << outcome.errors;
+TEST(CommandLine, ShowsTheNameAsTheUserCalledTheProgram) {
+  const Outcome outcome = WorkFolder().run("'" ZAREL_FOLDER "/zarel'");
+  EXPECT_TRUE(outcome.errors.starts_with("usage:  " ZAREL_FOLDER "/zarel {FRONTEND}"));
 }
 
-TEST_F(ShellTest, PutsTheBannerBeforeWhatReadingEchoes) {
-  write("input.zrl", "^a.\n");
-  EXPECT_EQ(behind_banner(run("zarel input.zrl -preparsing").output), "^a_1(a,default).\n");
-  EXPECT_EQ(behind_banner(run("echo '{}' | zarel -postparsing").output), "{}\n");
+TEST(CommandLine, PutsTheBannerBeforeWhatReadingEchoes) {
+  const WorkFolder folder;
+  EXPECT_EQ(behind_banner(folder.run("echo ^a. > input; zarel input -preparsing").output),
+            "^a_1(a,default).\n");
+  EXPECT_EQ(behind_banner(folder.run("echo '{}' | zarel -postparsing").output), "{}\n");
 }
 
-TEST_F(ShellTest, ShowsTheFirstThreeParagraphsOfTheLicenceForVerbose) {
-  std::string notice = behind_banner(run("zarel -silent --license missing.zrl").output);
-  EXPECT_EQ(behind_banner(run("zarel -license").output), notice);
-  std::string paragraphs;
-  for (int i = 0; i < 3; ++i) {
-    const std::size_t end = notice.find("\n\n");
-    ASSERT_NE(end, std::string::npos);
-    paragraphs += notice.substr(0, end + 1);
-    notice.erase(0, end + 2);
-  }
-  const Outcome verbose = run("zarel -v");
-  const std::string shown = behind_banner(verbose.output);
-  // The line end of the third paragraph, and one more.
-  EXPECT_TRUE(shown == paragraphs + "\n" || shown == paragraphs) << shown;
-  EXPECT_EQ(verbose.status, "0\n");
-  EXPECT_EQ(verbose.errors, "");
+TEST(CommandLine, ShowsTheFirstThreeParagraphsOfTheLicenceForVerbose) {
+  const WorkFolder folder;
+  const std::string notice =
+      behind_banner(folder.run("zarel -silent --license missing.zrl").output);
+  EXPECT_EQ(behind_banner(folder.run("zarel -license").output), notice);
+  std::size_t end = 0;
+  for (int i = 0; i < 3; ++i) end = notice.find("\n\n", end) + 2;
+  Outcome verbose = folder.run("zarel -v");
+  verbose.output = behind_banner(verbose.output);
+  const std::regex blank_line("\n\n");
+  const std::string paragraphs = std::regex_replace(notice.substr(0, end), blank_line, "\n");
+  EXPECT_EQ(verbose, (Outcome{paragraphs + "\n", "", 0}));
 }
 
 }    // namespace

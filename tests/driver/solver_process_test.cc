@@ -1,61 +1,30 @@
 // solver_process_test.cc - how the solver is found and called, and solvers that fail, die, hang or
 // talk too much.
 
-#include "shell_fixture.h"
+#include "run_program.h"
 
 namespace zarel {
 namespace {
 
-class SolverProcess : public ShellTest {
+// In "fake" stands a solver for the program in "input.zrl".
+class SolverProcess : public testing::Test, protected WorkFolder {
  protected:
   SolverProcess() { write("input.zrl", "a.\n"); }
+  Outcome run_fake(std::string_view commands) const {
+    write_script("fake", commands);
+    return run("zarel -silent -solver=./fake input.zrl");
+  }
 };
 
 TEST_F(SolverProcess, MayBeMissingOrNoProgram) {
-  std::filesystem::create_directory(folder() / "folder");
+  std::filesystem::create_directory(path() / "folder");
   for (const std::string solver : {"./missing", "./input.zrl", "./folder"}) {
     write(".output", "{a_1(old, default)}");
     const Outcome outcome = run("zarel -silent -solver=" + solver + " input.zrl");
-    EXPECT_EQ(outcome.output, "");
-    EXPECT_TRUE(contains(outcome.errors, solver)) << outcome.errors;    // the shell's words
-    EXPECT_FALSE(contains(outcome.errors, "impossible")) << outcome.errors;
-    EXPECT_EQ(outcome.status, "0\n");
+    EXPECT_NE(outcome.errors.find(solver), std::string::npos);    // the shell's words
+    EXPECT_EQ(outcome.errors.find("impossible"), std::string::npos) << outcome.errors;
+    EXPECT_EQ(outcome, (Outcome{"", outcome.errors, 0}));
   }
-}
-
-TEST_F(SolverProcess, SharesStandardErrorAndInput) {
-  write_script("fake", "cat >&2\n");
-  EXPECT_EQ(run("echo word | zarel -silent -solver=./fake input.zrl").errors, "word\n");
-}
-
-TEST_F(SolverProcess, SeesTheBannerWrittenBefore) {
-  write_script("fake", "cat stdout >&2\n");
-  EXPECT_TRUE(run("zarel -solver=./fake input.zrl").errors.starts_with("Zarel. "));
-}
-
-TEST_F(SolverProcess, IsFoundBesideTheProgramBehindTheSearchPath) {
-  std::filesystem::create_directory(folder() / "bin");
-  std::filesystem::create_directory(folder() / "other");
-  std::filesystem::copy_file(ZAREL, folder() / "bin" / "zarel");
-  link("bin/zarel", "linked");
-  write_script("bin/tool", "echo '{a_1(beside, default)}'\n");
-  write_script("other/tool", "echo '{a_1(path, default)}'\n");
-  const std::string call = "zarel -silent -solver=tool input.zrl";
-  EXPECT_EQ(run("bin/" + call).output, "{beside}\n");
-  EXPECT_EQ(run("(unset PATH; bin/" + call + ")").output, "{beside}\n");
-  EXPECT_EQ(run("(PATH=; bin/" + call + ")").output, "{beside}\n");
-  EXPECT_EQ(run("./linked -silent -solver=tool input.zrl").output, "{beside}\n");
-  EXPECT_EQ(run("PATH=\"$PWD/other:$PATH\"; bin/" + call).output, "{path}\n");
-}
-
-TEST_F(SolverProcess, MayHaveABlankInItsPathAndTakesALongCommand) {
-  std::filesystem::create_directory(folder() / "my tools");
-  write_script("my tools/fake", "echo \"$@\" >&2\n");
-  std::string words;
-  for (int i = 0; i < 2'000; ++i) words += " -option" + std::to_string(i);
-  const Outcome outcome =
-      run("zarel -silent '-solver=my tools/fake' '-solverparams={'" + words + " '}' input.zrl");
-  EXPECT_EQ(outcome.errors, ".source" + words + " -filter=a_1 -silent\n");
 }
 
 TEST_F(SolverProcess, IsCalledWithNothingThatTheProgramSays) {
@@ -70,17 +39,15 @@ TEST_F(SolverProcess, IsCalledWithNothingThatTheProgramSays) {
           "-solver=./fake -filter='$(touch canary)' \"$file\"; "
           "zarel -silent -linktemplates \"$file\"; done");
   EXPECT_EQ(outcome.errors, ".source -filter=a_1 -filter=a_2 -filter=a_5 -silent\n");
-  EXPECT_TRUE(contains(outcome.output, text + "(" + text + ")")) << outcome.output;
-  EXPECT_FALSE(std::filesystem::exists(folder() / "canary"));
+  EXPECT_NE(outcome.output.find(text + "(" + text + ")"), std::string::npos) << outcome.output;
+  EXPECT_FALSE(std::filesystem::exists(path() / "canary"));
 }
 
 TEST_F(SolverProcess, MayPrintAMillionAtoms) {
-  write_script(
-      "fake",
+  const Outcome outcome = run_fake(
       "echo '{a_2(p, default, 1)'\n"
-      "awk 'BEGIN { for (i = 0; i < 1000000; ++i) print \", a_2(p, default, \" i \")\" }'\n"
+      "seq -f ', a_2(p, default, %.0f)' 0 999999\n"
       "echo '}'\n");
-  const Outcome outcome = run("zarel -silent -solver=./fake input.zrl");
   EXPECT_TRUE(outcome.output.starts_with("{p(1), p(0), p(1), "));
   EXPECT_TRUE(outcome.output.ends_with(", p(999998), p(999999)}\n"));
   EXPECT_EQ(outcome.errors, "");
@@ -96,51 +63,64 @@ constexpr std::string_view kInterrupt =
 
 TEST_F(SolverProcess, EndsWithZarelWhenItHangsAndIsInterrupted) {
   write_script("fake", "echo > started; exec sleep 100\n");
-  EXPECT_EQ(run(std::string(kInterrupt)).output, "130\n");
+  EXPECT_EQ(run(kInterrupt).output, "130\n");
 }
 
 TEST_F(SolverProcess, IsInterruptedWithItsClingo) {
-  std::string places = "q(X,0)";
-  std::string holes = "p(0). p(100). ";
-  for (int i = 1; i < 14; ++i) {
-    places += " v q(X," + std::to_string(i) + ")";
-    holes += "p(" + std::to_string(i) + "). ";
-  }
-  write("input.zrl", holes + places + " :- p(X). :- q(X,Y), q(Z,Y), X < Z.");
+  write("input.zrl",
+        "p(1). p(2). p(3). p(4). p(5). p(6). p(7). p(8). p(9). p(10). p(11). p(12). p(13). "
+        "q(X,1) v q(X,2) v q(X,3) v q(X,4) v q(X,5) v q(X,6) v q(X,7) v q(X,8) v q(X,9) v "
+        "q(X,10) v q(X,11) v q(X,12) :- p(X). :- q(X,Y), q(Z,Y), X < Z.");
   write_script("clingo", "echo > started; exec clingo \"$@\"\n");
   write_script("fake", "exec dl \"$@\" -clingo=./clingo\n");
-  EXPECT_EQ(run(std::string(kInterrupt)).output, "130\n");
+  EXPECT_EQ(run(kInterrupt).output, "130\n");
 }
 
-struct Solver {
-  std::string_view name, commands, output, errors;
-  friend void PrintTo(const Solver& test, std::ostream* out) { *out << test.name; }
+constexpr ShellCase kCalls[] = {
+    {"shares_standard_error_and_input",
+     "echo 'cat >&2' > fake; chmod +x fake; echo word | zarel -silent -solver=./fake input.zrl", "",
+     "word\n"},
+    {"sees_the_banner_written_before",
+     "echo 'head -c 7 shown >&2' > fake; chmod +x fake; zarel -solver=./fake input.zrl > shown", "",
+     "Zarel. "},
+    {"is_found_beside_the_program_behind_the_search_path",
+     "mkdir bin other; cp \"$(command -v zarel)\" bin; ln -s bin/zarel linked\n"
+     "echo 'echo \"{a_1(beside, default)}\"' > bin/tool\n"
+     "echo 'echo \"{a_1(path, default)}\"' > other/tool; chmod +x */tool\n"
+     "call='zarel -silent -solver=tool input.zrl'; bin/$call; (unset PATH; bin/$call)\n"
+     "(PATH=; bin/$call); ./linked ${call#zarel}; PATH=\"$PWD/other:$PATH\"; bin/$call",
+     "{beside}\n{beside}\n{beside}\n{beside}\n{path}\n"},
+    {"may_have_a_blank_in_its_path_and_takes_a_long_command",
+     "mkdir 'my tools'; echo 'echo \"$@\" > said' > 'my tools/fake'; chmod +x my*/fake\n"
+     "words=$(seq -f -option%.0f -s ' ' 2000)\n"
+     "zarel -silent '-solver=my tools/fake' '-solverparams={' $words '}' input.zrl\n"
+     "test \"$(cat said)\" = \".source $words -filter=a_1 -silent\"",
+     ""},
 };
-
-class SolverGarbage : public SolverProcess, public testing::WithParamInterface<Solver> {};
-
-TEST_P(SolverGarbage, LeavesTheStatusAlone) {
-  write_script("fake", GetParam().commands);
-  const Outcome outcome = run("zarel -silent -solver=./fake input.zrl");
-  EXPECT_EQ(outcome.output, GetParam().output);
-  EXPECT_EQ(outcome.errors, GetParam().errors);
-  EXPECT_EQ(outcome.status, "0\n");
+class SolverCalls : public SolverProcess, public testing::WithParamInterface<ShellCase> {};
+TEST_P(SolverCalls, GiveTheExpectedOutcome) {
+  EXPECT_EQ(run(GetParam().commands), GetParam().outcome());
 }
+INSTANTIATE_TEST_SUITE_P(Cases, SolverCalls, testing::ValuesIn(kCalls), case_name);
 
+// What the solver does, and what Zarel makes of it.
 constexpr std::string_view kSyntax = "Internal parser invocation: syntax error.\n";
-constexpr Solver kSolvers[] = {
-    {"nothing", "exit 1", "", ""},
-    {"bytes_of_no_token", "printf '\\000\\001\\377#;. {}\\r\\n'", "{}\n", ""},
+constexpr ShellCase kGarbage[] = {
+    {"nothing", "exit 1", ""},
+    {"bytes_of_no_token", "printf '\\000\\001\\377#;. {}\\r\\n'", "{}\n"},
     {"open_brace", "printf '{'", "", kSyntax},
     {"capital_word", "echo '{} Usage'", "{}\n", kSyntax},
     {"half_an_atom", "printf '{} {a_1(a, default'", "{}\n", kSyntax},
     {"half_an_answer_set", "printf '{a_1(a, b)} {a_1(a, b), '; kill -KILL $$", "{a@b}\n",
      "Killed\nInternal parser invocation: syntax error.\n"},
-    {"unfinished_string", "printf '{a_1(\"x, default)}'", "{x}\n", ""},
-    {"words_without_commas", "echo 'one two {}'", "one\ntwo\n{}\n", ""},
+    {"unfinished_string", "printf '{a_1(\"x, default)}'", "{x}\n"},
+    {"words_without_commas", "echo 'one two {}'", "one\ntwo\n{}\n"},
 };
-INSTANTIATE_TEST_SUITE_P(Cases, SolverGarbage, testing::ValuesIn(kSolvers),
-                         [](const auto& test) { return std::string(test.param.name); });
+class SolverGarbage : public SolverProcess, public testing::WithParamInterface<ShellCase> {};
+TEST_P(SolverGarbage, LeavesTheStatusAlone) {
+  EXPECT_EQ(run_fake(GetParam().commands), GetParam().outcome());
+}
+INSTANTIATE_TEST_SUITE_P(Cases, SolverGarbage, testing::ValuesIn(kGarbage), case_name);
 
 }    // namespace
 }    // namespace zarel
