@@ -22,37 +22,11 @@ constexpr Rewriting kCases[] = {
      COPY "a(X) :- t{p(*,$)}(X). @m. a(X) :- t{p(*,$)}(X). @. b(X) :- t{p(*,$)}(X).",
      "a_2(a,default,X) :- t_2(X). a_2(a,m,X) :- t_0(X). a_2(b,default,X) :- t_2(X). p_1(Var0) :- "
      "a_3(p,m,Var0,_). t_0(X) :- p_1(X). p_3(Var0) :- a_3(p,default,Var0,_). t_2(X) :- p_3(X)."},
-    {"patterns_are_told_apart",
-     COPY "a(X) :- t{q(X,*)}(X), t{q(*,$)}(X), t{q(b,*)}(X), t{q(1,*)}(X), t{q(c,*)}(X).",
-     "a_2(a,default,X) :- t_6(X,X), t_4(X), t_2(b,X), t_0(1,X), t_2(c,X). q_1(Group0,Var0) :- "
-     "a_3(q,default,Group0,Var0). t_0(Group0,X) :- q_1(Group0,X). q_3(Group0,Var0) :- "
-     "a_3(q,default,Group0,Var0). t_2(Group0,X) :- q_3(Group0,X). q_5(Var0) :- "
-     "a_3(q,default,Var0,_). t_4(X) :- q_5(X). q_7(Group0,Var0) :- a_3(q,default,Group0,Var0). "
-     "t_6(Group0,X) :- q_7(Group0,X).",
-     "q_1(Group0,Var0) : q(1,*); t_0(1,X) : t[q(1,*)] (X); q_3(Group0,Var0) : q(b,*); t_2(b,X) : "
-     "t[q(b,*)] (X); t_2(c,X) : t[q(c,*)] (X); q_5(Var0) : q(*,$); t_4(X) : t[q(*,$)] (X); "
-     "q_7(Group0,Var0) : q(X,*); t_6(X,X) : t[q(X,*)] (X)"},
-    {"bridges_read_the_relation",
-     "@m. #template t{f(1),k(1)}(1) GLOBAL g { t(X) :- f(X), k(X), g(X), -g(X), not g, not "
-     "-g(X,_). } @. a(X,D) :- t{p(*,D),q(*)}(X).",
-     "a_3(a,default,X,D) :- t_0(D,X). p_1(Var0,Group0) :- a_3(p,default,Var0,Group0). q_2(Var0) "
-     ":- a_2(q,default,Var0). g_0(Group0,X) :- a_2(g,m,X), p_1(_,Group0). -g_0(Group0,X) :- "
-     "-a_2(g,m,X), p_1(_,Group0). g_0(Group0) :- a_1(g,m), p_1(_,Group0). -g_0(Group0,X,Var0) :- "
-     "-a_3(g,m,X,Var0), p_1(_,Group0). t_0(Group0,X) :- p_1(X,Group0), q_2(X), g_0(Group0,X), "
-     "-g_0(Group0,X), not g_0(Group0), not -g_0(Group0,X,_)."},
     {"globals_belong_to_their_definition",
      "#template t{f(1)}(1) GLOBAL g { t(X) :- f(X), g(X). } #template u{g(1)}(1) { u(X) :- g(X). "
      "} #template w{f(1)}(1) { g(X) :- f(X). w(X) :- g(X). } a(X) :- u{p(*)}(X), w{p(*)}(X).",
      "a_2(a,default,X) :- u_2(X), w_0(X). p_1(Var0) :- a_2(p,default,Var0). g_0(X) :- p_1(X). "
      "w_0(X) :- g_0(X). p_3(Var0) :- a_2(p,default,Var0). u_2(X) :- p_3(X)."},
-    {"safety_literals_are_projections",
-     "#template t{f(1),k(1)}(1) { h(a). h(X) :- k(X), not f(X). :- h(X). :~ h(X). [X:3] t(X) :- "
-     "f(X), h(X). t(X) :- X = #count{Y:f(Y), not h(Y)}. } a(X,D) :- t{p_z(*,D,$),q(*)}(X).",
-     "a_3(a,default,X,D) :- t_0(D,X). p_z_1(Var0,Group0) :- a_4(p_z,default,Var0,Group0,_). "
-     "q_2(Var0) :- a_2(q,default,Var0). h_0(Group0,a) :- p_z_1(_,Group0). h_0(Group0,X) :- "
-     "q_2(X), p_z_1(_,Group0), not p_z_1(X,Group0). :- h_0(Group0,X), p_z_1(_,Group0). :~ "
-     "h_0(Group0,X), p_z_1(_,Group0). [X:3] t_0(Group0,X) :- p_z_1(X,Group0), h_0(Group0,X). "
-     "t_0(Group0,X) :- X = #count{Y:p_z_1(Y,Group0), not h_0(Group0,Y)}, p_z_1(_,Group0)."},
     {"formal_atoms_without_arguments_keep_group_by_terms",
      "#template t{f(0)}(1) { t(X) :- f, h(X). } a(X) :- t{p(X)}(X).",
      "a_2(a,default,X) :- t_0(X,X). p_1(Group0) :- a_2(p,default,Group0). t_0(Group0,X) :- "
@@ -84,27 +58,6 @@ constexpr Rewriting kCases[] = {
      T_OF_F "-p(X) :- f(X). t(X) :- -p(X). } a(X) :- t{p(*)}(X), t{-p(*)}(X).",
      "a_2(a,default,X) :- t_2(X), t_0(X). p_1(Var0) :- -a_2(p,default,Var0). -p_0(X) :- p_1(X). "
      "t_0(X) :- -p_0(X). p_3(Var0) :- a_2(p,default,Var0). -p_2(X) :- p_3(X). t_2(X) :- -p_2(X)."},
-    {"frames_are_statements_about_objects",
-     T_OF_F "t(X) :- f(X), o[a->X]@m. o[b->X] :- f(X). h v o[c->X,d->X] :- f(X), not -o[b->X,c]. } "
-            "a(X) :- t{p(*)}(X), t{q(*)}(X).",
-     "a_5(valueOf,defaultFlogic,o,c,X,\"->\") :- faa0(X,X). "
-     "a_5(valueOf,defaultFlogic,o,d,X,\"->\") :- faa0(X,X). faa1(X) :- "
-     "-a_5(valueOf,defaultFlogic,o,b,X,\"->\"), -a_3(valueOf,defaultFlogic,o,c). a_2(a,default,X) "
-     ":- t_2(X), t_0(X). q_1(Var0) :- a_2(q,default,Var0). t_0(X) :- q_1(X), "
-     "a_5(valueOf,mFlogic,o,a,X,\"->\"). a_5(valueOf,defaultFlogic,o,b,X,\"->\") :- q_1(X). h_0 v "
-     "faa0(X,X) :- q_1(X), not faa1(X). p_3(Var0) :- a_2(p,default,Var0). t_2(X) :- p_3(X), "
-     "a_5(valueOf,mFlogic,o,a,X,\"->\"). a_5(valueOf,defaultFlogic,o,b,X,\"->\") :- p_3(X). h_1 v "
-     "faa0(X,X) :- p_3(X), not faa1(X)."},
-    {"recursion_closes",
-     "#template t{e(2)}(2) { t(X,Y) :- e(X,Y). t(X,Y) :- e(X,Z), t{e(*,*)}(Z,Y). } a(X,Y) :- "
-     "t{r(*,$,*)}(X,Y). a(X,Y) :- t{r(*,*,b)}(X,Y).",
-     "a_3(a,default,X,Y) :- t_2(X,Y). a_3(a,default,X,Y) :- t_0(b,X,Y). r_1(Var0,Var1,Group0) :- "
-     "a_4(r,default,Var0,Var1,Group0). t_0(Group0,X,Y) :- r_1(X,Y,Group0). t_0(Group0,X,Y) :- "
-     "r_1(X,Z,Group0), t_0(Group0,Z,Y). r_3(Var0,Var1) :- a_4(r,default,Var0,_,Var1). t_2(X,Y) :- "
-     "r_3(X,Y). t_2(X,Y) :- r_3(X,Z), t_2(Z,Y).",
-     "r_1(Var0,Var1,Group0) : r(*,*,b); t_0(b,X,Y) : t[r(*,*,b)] (X,Y); t_0(Group0,Z,Y) : "
-     "t[r(*,*,Group0)] (Z,Y); r_3(Var0,Var1) : r(*,$,*); t_2(X,Y) : t[r(*,$,*)] (X,Y); t_2(Z,Y) : "
-     "t[r(*,$,*)] (Z,Y)"},
     {"recursion_over_a_local_predicate_handed_on_closes",
      T_OF_F "h(X) :- f(X). t(X) :- u{h(*)}(X). } #template u{f(1)}(1) { u(X) :- f(X). u(X) :- "
             "u{f(*)}(X). } a(X,D) :- t{p(*,D)}(X).",
