@@ -9,6 +9,7 @@ namespace zarel {
 namespace {
 
 using Frame = FramesTest;
+using enum ARROW;
 
 std::string variables_of(const FRAME& frame) {
   std::vector<TERMT> variables;
@@ -26,9 +27,9 @@ std::string printed(const Parts&... parts) {
 }
 
 TEST_F(Frame, RulesPrintALineForEachStatementOfTheHead) {
-  const FRAME nested = frame("v", {says("-b", ARROW::kSet, {frame("1"), frame("w", {says("c")})})});
-  const FRAME_HEAD head({frame("o", {says("a", ARROW::kSingle, {nested}), says("d")}), frame("p")});
-  const FRAME_BODY body({frame("X", {says("not a", ARROW::kSingle, {frame("Y")})}),
+  const FRAME nested = frame("v", {says("-b", kSet, {frame("1"), frame("w", {says("c")})})});
+  const FRAME_HEAD head({frame("o", {says("a", kSingle, {nested}), says("d")}), frame("p")});
+  const FRAME_BODY body({frame("X", {says("not a", kSingle, {frame("Y")})}),
                          frame("q", {says("not c")}), frame("r")});
   EXPECT_EQ(printed(head), "a(o,v).\n-b(v,1).\n-b(v,w).\nc(w).\nd(o).\n");
   EXPECT_EQ(printed(body), ":- not a(X,Y), not c(q).\n");
@@ -43,10 +44,10 @@ TEST_F(Frame, RulesPrintALineForEachStatementOfTheHead) {
 
 TEST_F(Frame, VariablesStandInOrderWithRepeats) {
   const ATTRIBUTE nested =
-      says("-A", ARROW::kSet, {frame("V", {says("b", ARROW::kSingle, {frame("-X")})}), frame("V")});
+      says("-A", kSet, {frame("V", {says("b", kSingle, {frame("-X")})}), frame("V")});
   EXPECT_EQ(variables_of(frame("-X", {nested, says("Y"), says("not Z"), says("a")})),
             "X,A,V,X,V,Y,Z");
-  EXPECT_EQ(variables_of(frame("-x", {says("\"X\"", ARROW::kSet, {frame("12"), frame("_")})})), "");
+  EXPECT_EQ(variables_of(frame("-x", {says("\"X\"", kSet, {frame("12"), frame("_")})})), "");
   const FrameTerm subject = term("S");
   std::vector<TERMT> variables;
   says("-A").getVariables(variables, nullptr);
@@ -61,15 +62,15 @@ TEST_F(Frame, VariablesStandInOrderWithRepeats) {
 TEST_F(Frame, AnswersWhatItHolds) {
   const FRAME simple = frame("o"), one = frame("-o", {says("a")});
   const FRAME two = frame("o", {says("a"), says("not b")});
-  const FRAME nested = frame("o", {says("a", ARROW::kSingle, {frame("v", {says("not -b")})})});
+  const FRAME nested = frame("o", {says("a", kSingle, {frame("v", {says("not -b")})})});
   EXPECT_TRUE(simple.isSimple() && says("a").isSimple());
   EXPECT_FALSE(nested.isSimple() || nested.getAttributes()[0].isSimple());
   EXPECT_TRUE(two.hasNegation() && !nested.hasNegation());    // that of the value is not its own
   EXPECT_TRUE(nested.has_nested_negation() && nested.has_true_negation());
   EXPECT_FALSE(one.has_true_negation());
-  EXPECT_TRUE(one.isAtomic() && frame("o", {says("a", ARROW::kSet, {simple})}).isAtomic());
+  EXPECT_TRUE(one.isAtomic() && frame("o", {says("a", kSet, {simple})}).isAtomic());
   EXPECT_FALSE(simple.isAtomic() || nested.isAtomic() || two.isAtomic());
-  EXPECT_FALSE(frame("o", {says("a", ARROW::kSet, {simple, simple})}).isAtomic());
+  EXPECT_FALSE(frame("o", {says("a", kSet, {simple, simple})}).isAtomic());
 }
 
 TEST_F(Frame, CopiesDoNotChangeWithTheirOriginal) {
