@@ -18,6 +18,7 @@
 #include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
+#include <optional>
 #include <set>
 #include <sstream>
 #include <string>
@@ -40,10 +41,11 @@ std::string first_line_of(const fs::path& path) {
   return text.substr(0, std::min(text.find('\n'), text.size()));
 }
 
-// The usual text stands in no file.
-void compare(const fs::path& expected, const std::string& text, const std::string& usual) {
+// The usual text, where there is one, stands in no file.
+void compare(const fs::path& expected, const std::string& text,
+             const std::optional<std::string>& usual) {
   if (!is_rewriting()) {
-    EXPECT_EQ(text, fs::exists(expected) ? text_of(expected) : usual);
+    EXPECT_EQ(text, fs::exists(expected) ? text_of(expected) : usual.value_or(""));
   } else if (text == usual) {
     fs::remove(expected);
   } else {
@@ -61,7 +63,8 @@ void check_case(const fs::path& golden) {
   compare(golden / "stdout", outcome.output, "");
   compare(golden / "stderr", outcome.errors, "");
   compare(golden / "status", std::to_string(outcome.status) + "\n", "0\n");
-  if (fs::exists(golden / "source")) compare(golden / "source", folder.read(".source"), "");
+  if (fs::exists(golden / "source"))
+    compare(golden / "source", folder.read(".source"), std::nullopt);
 }
 
 // A vector, not a text: a line that is printed twice has to be expected twice.
