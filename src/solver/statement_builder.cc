@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <functional>
+#include <span>
 #include <utility>
 
 #include "solver/names.h"
@@ -171,8 +172,19 @@ void StatementBuilder::head(std::uint32_t atom) {
   statement_.heads.push_back(atom);
 }
 
+// clingo reads "_" in a negated atom as "for none", but refuses it as unsafe behind "not -".
+void StatementBuilder::project(std::uint32_t atom) {
+  Term& term = statement_.terms[atom];
+  const auto uses = std::span(statement_.uses).subspan(term.uses.begin, term.uses.size());
+  if (std::ranges::find(uses, kUnnamed) == uses.end()) return;
+  const std::uint32_t begin = text_size();
+  statement_.text += receiver_.projection(statement_, term, line_);
+  term.text = {begin, text_size()};
+}
+
 void StatementBuilder::atom_literal(std::uint32_t atom) {
   folding_.fold(statement_, atom);
+  if (negated_ && statement_.terms[atom].strongly_negated) project(atom);
   Literal literal;
   literal.term = atom;
   literal.uses = statement_.terms[atom].uses;

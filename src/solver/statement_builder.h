@@ -26,6 +26,10 @@ class StatementReceiver {
   virtual std::string integer_bound(std::int64_t bound) = 0;
   virtual std::string include(std::string_view name, std::uint32_t line) = 0;
   virtual void needs_bound(std::uint32_t line, std::string_view what) = 0;
+  // Takes an atom of an unfinished statement and gives the text of one that holds for the same
+  // named variables, whatever "_" stands for.
+  virtual std::string projection(const Statement& statement, const Term& atom,
+                                 std::uint32_t line) = 0;
 };
 
 // Finds the number that a variable has in the current statement; clearing it costs nothing.
@@ -145,6 +149,7 @@ class StatementBuilder {
   VariableId add_variable(std::string_view name);
   void assignment(Builtin kind, std::initializer_list<std::uint32_t> terms);
   void add_builtin(Builtin kind, Slice arguments, std::uint32_t uses_begin);
+  void project(std::uint32_t atom);
   void add_literal(Literal literal);
   void check_arity(Builtin kind, std::uint32_t count);
   void add_guards(Guard left, Guard right);

@@ -181,6 +181,23 @@ void Translator::needs_bound(std::uint32_t line, std::string_view what) {
   bound_place_ = place(line);
 }
 
+// A helper, written at once, that has the atom as its only body.
+std::string Translator::projection(const Statement& statement, const Term& atom,
+                                   std::uint32_t line) {
+  std::string helper = "_some" + std::to_string(++projections_);
+  char separator = '(';
+  for (std::uint32_t i = atom.uses.begin; i < atom.uses.end; ++i) {
+    const VariableId variable = statement.uses[i];
+    if (variable == kUnnamed) continue;
+    helper += std::exchange(separator, ',');
+    helper += statement.slice(statement.variables[variable]);
+  }
+  if (separator == ',') helper += ')';
+  (((out_.text += helper) += ":-") += statement.slice(atom.text)) += '.';
+  out_.end_line(place(line));
+  return helper;
+}
+
 void Translator::write_line(const std::string& line, Place place) {
   out_.text += line;
   out_.end_line(place);

@@ -35,6 +35,7 @@ class Translator : public StatementReceiver {
   std::string integer_bound(std::int64_t bound) override;
   std::string include(std::string_view name, std::uint32_t line) override;
   void needs_bound(std::uint32_t line, std::string_view what) override;
+  std::string projection(const Statement& statement, const Term& atom, std::uint32_t line) override;
 
  private:
   Place place(std::uint32_t line) const;
@@ -55,6 +56,7 @@ class Translator : public StatementReceiver {
   std::vector<char> kept_;
   std::vector<Include> includes_;
   bool uses_integers_ = false;
+  std::uint32_t projections_ = 0;
   std::string bound_user_;    // what needs a bound, and where; empty if nothing does
   Place bound_place_{};
 };

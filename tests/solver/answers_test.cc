@@ -17,6 +17,10 @@ constexpr Case kAnswers[] = {
     {"constraint", "a v b. :- a.", "{b}\n"},
     {"arrow_both_ways", "a. b <- a. c:-b.", "{a, b, c}\n"},
     {"arities_are_different_predicates", "p(a). p(a,b). q(X) :- p(X).", "{p(a), p(a,b), q(a)}\n"},
+    {"anonymous_variables_under_both_negations",
+     "n(a). n(b). -p(a,f(1)). -p(c,c). q(X) :- n(X), not -p(X,f(_)). r :- not -p(_,_). "
+     "s(X) :- -p(X,X), not -p(b,_). c(N) :- N = #count{X:n(X), not -p(X,_)}.",
+     "{n(a), n(b), -p(a,f(1)), -p(c,c), q(b), s(c), c(1)}\n"},
     {"anonymous_variables", "p(a,1). p(a,2). q(X) :- p(X,_). r :- not p(b,_).",
      "{q(a), r, p(a,1), p(a,2)}\n"},
     {"function_terms", "p(f(a,g(1))). q(X,Y) :- p(f(X,Y)).", "{p(f(a,g(1))), q(a,g(1))}\n"},

@@ -100,6 +100,8 @@ constexpr Case kBothForms[] = {
     {"spellings", "a_2(not,v,\"a(',b \\\"). a_2(p,d,not) :- a_2(not,v,X), not a_2(p,e,X).",
      "{a_2(not,v,\"a(',b \\\"), a_2(p,d,not)}\n"},
     {"strong_negation", "a_1(p,d). -a_1(p,d) :- a_1(p,d).", ""},
+    {"both_negations", "a_2(n,d,1). -a_3(p,d,2,1). a_2(q,d,X) :- a_2(n,d,X), not -a_3(p,d,X,_).",
+     "{a_2(n,d,1), a_2(q,d,1), -a_3(p,d,2,1)}\n"},
     {"disjunction", "a_2(p,d,1) v -a_2(p,d,2). a_2(q,d,X) :- a_2(p,d,X).",
      "{a_2(p,d,1), a_2(q,d,1)}\n{-a_2(p,d,2)}\n"},
     {"aggregate",
