@@ -24,6 +24,12 @@ std::int64_t value_of(std::string_view digits) {
   return error == std::errc() && end == digits.data() + digits.size() ? value : kMaxInteger + 1;
 }
 
+// clingo takes a leading zero for a number of its own and the digits after it for another.
+std::string_view without_leading_zeros(std::string_view text) {
+  while (text.size() > 1 && text.front() == '0') text.remove_prefix(1);
+  return text;
+}
+
 Builtin mirrored(int op) {
   switch (op) {
     case kLess:
@@ -127,9 +133,10 @@ void StatementBuilder::weak_constraint(const Token& weight, const Token& level) 
   }
   if (failed_) return;
   // The receiver looks weight and level up as terms, so that variables among them are known to it.
-  const std::string_view weight_text = weight.length == 0 ? std::string_view() : weight.view();
-  const std::string_view level_text = level.length == 0 ? std::string_view() : level.view();
-  finish(receiver_.weak_constraint(statement_, weight_text, level_text));
+  const auto text = [](const Token& measure) {
+    return measure.length == 0 ? std::string_view() : without_leading_zeros(measure.view());
+  };
+  finish(receiver_.weak_constraint(statement_, text(weight), text(level)));
 }
 
 void StatementBuilder::integer_bound(const Token& number) {
@@ -417,9 +424,7 @@ std::uint32_t StatementBuilder::number(const Token& digits) {
   note_line(digits);
   separate();
   const std::uint32_t begin = text_size();
-  // clingo takes a leading zero for a number of its own and the digits after it for another.
-  std::string_view value = digits.view();
-  while (value.size() > 1 && value.front() == '0') value.remove_prefix(1);
+  const std::string_view value = without_leading_zeros(digits.view());
   if (value.size() >= 10 && value_of(value) > kMaxInteger) {
     fail(digits.line, "number " + std::string(value) + " is greater than 2147483647");
   }

@@ -35,6 +35,8 @@ constexpr Case kCosts[] = {
     {"weights", "a v b. :~ a. [2:1] :~ b. [3:1]",
      "Best model: {a}\nCost ([Weight:Level]): <[2:1]>\n"},
     {"default_weight_and_level", "a. :~ a. ", "Best model: {a}\nCost ([Weight:Level]): <[1:1]>\n"},
+    {"leading_zeros", "a. :~ a. [007:02] :~ a. [00:02]",
+     "Best model: {a}\nCost ([Weight:Level]): <[7:2]>\n"},
     {"weight_or_level_is_missing", "a. :~ a. [7:] :~ a. [:4]",
      "Best model: {a}\nCost ([Weight:Level]): <[1:4]>\n\"[7:1]\"\n"},
     {"once_for_each_instance", "p(a,1). p(b,1). p(b,2). :~ p(X,Y). [Y:2] :~ p(X,_). [1:1]",
