@@ -28,6 +28,8 @@ constexpr Case kSyntax[] = {
     {"negated_average", "a :- not 1 < #avg{X:p(X)}.", "p:1: \"not\" before #avg is not supported"},
     {"left_guard_missing", "a :- = #count{X:p(X)}.", kNoGuard},
     {"right_guard_missing", "a :- b, #count{X:p(X)} <= .", kNoGuard},
+    {"guards_that_descend", "a :- 3 > #count{X:p(X)} > 1.",
+     "p:1: two guards of an aggregate must both be < or <="},
     {"second_guard_missing", "a :- 1 < #count{X:p(X)} <= , b.", kNoGuard},
 };
 INSTANTIATE_TEST_SUITE_P(Syntax, FaultyPrograms, testing::ValuesIn(kSyntax), case_name);

@@ -38,6 +38,10 @@ constexpr Fault kFaults[] = {
     {"global_in_a_head", "#template t{f(1)}(1) GLOBAL h, g { t(X) :- f(X). g(a)." USE,
      "'g' is a global predicate and it  cannot be in the head of rule in a template definition."},
     {"negated_formal_with_another_arity", T_OF_F "t(X) :- f(X). :- -f." USE, kFormalWithoutTerms},
+    {"formals_of_one_name",
+     "#template t{e(1), f(1), f(1), f(2)}(1) { t(X) :- f(X). } r(X) :- t{p(*), p(*), p(*), "
+     "p(*)}(X).",
+     "'f' is a formal predicate with arity 2 now is defined with arity 1."},
     {"formal_with_another_arity_in_an_aggregate", T_OF_F "t(X) :- X = #count{Y:f(Y,Y)}." USE,
      "'f' is a formal predicate with arity 1 now is defined with arity 2."},
     {"faults_go_formal_by_formal",
