@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -76,16 +77,16 @@ class RuleFault {
     if (places.size() < 2 && is_new) places.push_back(place);
   }
 
-  const Places& places_of(std::string_view name) const {
-    static const Places kNone;
+  std::span<const std::size_t> places_of(std::string_view name) const {
     const auto found = places_.find(name);
-    return found == places_.end() ? kNone : found->second;
+    if (found == places_.end()) return {};
+    return found->second;
   }
 
   void look_at_head(const ATOMT& atom) {
     if (!is_rewritten(atom)) return;
     const std::string_view name = body_name(atom).text;
-    const Places& places = places_of(name);
+    const std::span<const std::size_t> places = places_of(name);
     if (!places.empty()) {
       found(places.front(), quoted(name) +
                                 " is a formal predicate and it cannot be in the head of rule in a "
