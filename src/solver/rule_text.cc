@@ -12,6 +12,18 @@ constexpr std::size_t kPiece = 8;
 
 }    // namespace
 
+std::string helper_atom(const Statement& statement, std::string name,
+                        std::span<const VariableId> variables) {
+  char separator = '(';
+  for (const VariableId variable : variables) {
+    if (variable == kUnnamed) continue;
+    name += std::exchange(separator, ',');
+    name += statement.slice(statement.variables[variable]);
+  }
+  if (separator == ',') name += ')';
+  return name;
+}
+
 std::string unsafe_message(std::string_view variable) {
   std::string text = "unsafe rule: no positive literal of the body binds the variable ";
   text += variable;
@@ -40,14 +52,7 @@ class RuleWriter::Pieces {
   // The helper atom after step `position`: its arguments are what later steps use.
   std::string helper(std::uint32_t number, std::uint32_t position) {
     std::erase_if(live_, [&](VariableId variable) { return last_use_[variable] <= position; });
-    std::string atom = "_h" + std::to_string(number);
-    char separator = '(';
-    for (const VariableId variable : live_) {
-      atom += std::exchange(separator, ',');
-      atom += body_.statement.slice(body_.statement.variables[variable]);
-    }
-    if (!live_.empty()) atom += ')';
-    return atom;
+    return helper_atom(body_.statement, "_h" + std::to_string(number), live_);
   }
 
  private:

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -75,6 +76,10 @@ class RuleWriter {
   std::string_view ranging_;
   std::uint32_t helpers_ = 0;
 };
+
+// A helper atom of that name over these variables, without kUnnamed among them.
+std::string helper_atom(const Statement& statement, std::string name,
+                        std::span<const VariableId> variables);
 
 // The message for a variable that nothing binds.
 std::string unsafe_message(std::string_view variable);

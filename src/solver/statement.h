@@ -4,6 +4,7 @@
 // each.
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -104,6 +105,9 @@ struct Statement {
 
   std::string_view slice(Slice s) const { return std::string_view(text).substr(s.begin, s.size()); }
   std::string_view term_text(std::uint32_t term) const { return slice(terms[term].text); }
+  std::span<const VariableId> uses_of(const Term& term) const {
+    return std::span(uses).subspan(term.uses.begin, term.uses.size());
+  }
   const Term& argument(const Literal& literal, std::uint32_t position) const {
     return terms[arguments[literal.arguments.begin + position]];
   }

@@ -182,7 +182,7 @@ void StatementBuilder::head(std::uint32_t atom) {
 // clingo reads "_" in a negated atom as "for none", but refuses it as unsafe behind "not -".
 void StatementBuilder::project(std::uint32_t atom) {
   Term& term = statement_.terms[atom];
-  const auto uses = std::span(statement_.uses).subspan(term.uses.begin, term.uses.size());
+  const std::span<const VariableId> uses = statement_.uses_of(term);
   if (std::ranges::find(uses, kUnnamed) == uses.end()) return;
   const std::uint32_t begin = text_size();
   statement_.text += receiver_.projection(statement_, term, line_);

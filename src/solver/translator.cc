@@ -145,15 +145,13 @@ std::string Translator::query(const Statement& statement) {
   std::string mistake = prepare(statement);
   if (!mistake.empty()) return mistake;
   parts_.query = Query{{}, place(statement.line)};
-  out_.text += "_q";
-  char separator = '(';
-  for (std::size_t i = 0; i < kept_.size(); ++i) {
-    if (!kept_[i]) continue;
-    parts_.query->variables.emplace_back(statement.slice(statement.variables[i]));
-    out_.text += std::exchange(separator, ',');
-    out_.text += parts_.query->variables.back();
+  std::vector<VariableId> variables;
+  for (VariableId variable = 0; variable < kept_.size(); ++variable) {
+    if (!kept_[variable]) continue;
+    variables.push_back(variable);
+    parts_.query->variables.emplace_back(statement.slice(statement.variables[variable]));
   }
-  if (separator == ',') out_.text += ')';
+  out_.text += helper_atom(statement, "_q", variables);
   ((out_.text += ":-") += writer_.body()) += '.';
   out_.end_line(place(statement.line));
   return {};
@@ -184,15 +182,8 @@ void Translator::needs_bound(std::uint32_t line, std::string_view what) {
 // A helper, written at once, that has the atom as its only body.
 std::string Translator::projection(const Statement& statement, const Term& atom,
                                    std::uint32_t line) {
-  std::string helper = "_some" + std::to_string(++projections_);
-  char separator = '(';
-  for (std::uint32_t i = atom.uses.begin; i < atom.uses.end; ++i) {
-    const VariableId variable = statement.uses[i];
-    if (variable == kUnnamed) continue;
-    helper += std::exchange(separator, ',');
-    helper += statement.slice(statement.variables[variable]);
-  }
-  if (separator == ',') helper += ')';
+  std::string helper =
+      helper_atom(statement, "_some" + std::to_string(++projections_), statement.uses_of(atom));
   (((out_.text += helper) += ":-") += statement.slice(atom.text)) += '.';
   out_.end_line(place(line));
   return helper;

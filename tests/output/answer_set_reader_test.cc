@@ -75,6 +75,8 @@ TEST_F(ReaderState, KeepsZeroBytesInStringsOnlyAndPassesALoneQuoteBeforeThemOver
   // Also in front of the last byte that the scanner's tables have, where they end.
   EXPECT_EQ(read("a\0b,\0\xff\"c\0d\""sv), "a\nb,\"c\0d\"\n"sv);
   EXPECT_EQ(read("{a_3(p,s,\"\0\n\0\0\")}\"c\0\"\0a"sv), "{p(\"\0\n\0\0\")@s}\n\"c\0\"\na\n"sv);
+  const std::string zeros = joined({"\"", std::string(1'000'000, '\0'), "\""});
+  EXPECT_TRUE(read(zeros) == zeros + "\n");
   report_state().parser_line = 1;
   EXPECT_EQ(read("a \"\0b\n\0c d"sv), "a\nb\nc\nd\n");
   EXPECT_EQ(report_state().parser_line, 2);
