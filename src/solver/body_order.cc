@@ -161,7 +161,8 @@ bool BodyOrder::inside_is_safe(const Aggregate& aggregate) {
   for (std::uint32_t i = aggregate.arguments.begin; i < aggregate.arguments.end; ++i) {
     const Term& term = statement_.terms[statement_.arguments[i]];
     if (inside.is_bound(term)) continue;
-    unbound_ = statement_.slice(term.text);
+    unbound_ = term.kind == TermKind::kVariable ? statement_.spelling(term.variable)
+                                                : statement_.slice(term.text);
     return false;
   }
   return true;
@@ -247,7 +248,7 @@ void BodyOrder::note_stuck() {
     for (std::uint32_t u = literal.uses.begin; u < literal.uses.end; ++u) {
       const VariableId variable = statement_.uses[u];
       if (variable != kUnnamed && bound_[variable]) continue;
-      unbound_ = variable == kUnnamed ? "_" : statement_.slice(statement_.variables[variable]);
+      unbound_ = variable == kUnnamed ? "_" : statement_.spelling(variable);
       return;
     }
     if (literal.kind != kAggregate) continue;
@@ -255,7 +256,7 @@ void BodyOrder::note_stuck() {
     for (std::uint32_t u = inner.begin; u < inner.end; ++u) {
       const VariableId variable = statement_.uses[u];
       if (variable == kUnnamed || bound_[variable] || !outer_[variable]) continue;
-      unbound_ = statement_.slice(statement_.variables[variable]);
+      unbound_ = statement_.spelling(variable);
       return;
     }
   }

@@ -41,15 +41,14 @@ std::string_view first_line(std::string_view text) {
 // of a large program.
 std::vector<std::string> ClingoRun::arguments() const {
   std::vector<std::string> words{"--verbose=0", "--warn=none", "--fast-exit"};
-  const bool optimizes = !parts_.weak_constraints.empty();
-  if (optimizes) words.emplace_back("--opt-mode=optN");
-  if (optimizes || parts_.query) words.emplace_back("--quiet=1,0,2");
-  if (parts_.query) {
+  if (parts_.has_weak_constraints) words.emplace_back("--opt-mode=optN");
+  if (parts_.has_weak_constraints || parts_.has_query) words.emplace_back("--quiet=1,0,2");
+  if (parts_.has_query) {
     words.emplace_back(options_.reasoning == Reasoning::kBrave ? "--enum-mode=brave"
                                                                : "--enum-mode=cautious");
   }
   if (options_.threads > 1) words.push_back("--parallel-mode=" + std::to_string(options_.threads));
-  words.push_back("--models=" + std::to_string(parts_.query ? 0 : options_.answer_sets));
+  words.push_back("--models=" + std::to_string(parts_.has_query ? 0 : options_.answer_sets));
   words.emplace_back("-");
   return words;
 }

@@ -20,8 +20,9 @@ class ClingoRun {
   ClingoRun(const Options& options, const ProgramParts& parts, const LineMap& lines)
       : options_(options), parts_(parts), lines_(lines) {}
 
-  // Starts clingo, and from now on gives it the translation while that is made: see Note [reading
-  // along]. The run must outlive the translation of the program.
+  // Starts clingo, and from now on gives it the translation while that is made: reading takes it
+  // longer than translating takes us. A mistake that is found later ends it before it has said
+  // anything, as it reads all before it solves. The run must outlive the translation.
   void read_along(Translation& translation);
 
   // Gives clingo what it does not have yet, prints the answers as they come, and returns dl's exit

@@ -12,6 +12,7 @@
 #include "solver/failure.h"
 #include "solver/options.h"
 #include "solver/parse.h"
+#include "solver/survey.h"
 #include "solver/translator.h"
 
 namespace {
@@ -35,13 +36,16 @@ int run(const std::vector<std::string_view>& arguments) {
     return print(options.help ? dl::help_text() : dl::version_text());
   }
   dl::watch_interruptions(static_cast<unsigned>(options.seconds));
+  dl::Survey survey;
+  dl::InputFiles input = dl::survey_program(options.files, survey);
   dl::ProgramParts parts;
+  parts.has_query = survey.has_query();
+  parts.has_weak_constraints = survey.has_weak_constraints();
   dl::Translation translation;
   dl::Translator translator(options, parts, translation);
   dl::ClingoRun clingo(options, parts, translation.lines);
-  dl::read_program(options.files, translator, [&] {
-    if (!options.translate_only) clingo.read_along(translation);
-  });
+  if (!options.translate_only && !input.has_mistake) clingo.read_along(translation);
+  dl::translate_program(input, options.fold ? survey.folding() : dl::Folding(), translator);
   translator.end_program();
   if (options.translate_only) return print(translation.text);
   return clingo.solve(translation.text);

@@ -7,33 +7,33 @@
 // a_3 of the program, they become part of the predicate: a_3'link'default(X,Y). As no name of the
 // input holds a prime, nothing else is called so, and atoms of different constants never were the
 // same. Both forms have the same length: characters are replaced one for one, and a ")" right
-// behind the constants falls away.
+// behind the constants falls away. One atom in the wrong form would be an atom that nothing
+// derives, so all of the program is parsed before the first one is written.
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 
 #include "solver/statement.h"
 
 namespace dl {
 
-class Folding {
+class Folding {    // folds nothing until it begins
  public:
-  Folding() = default;    // folds nothing
-  // Folds the predicates of this text, the whole program, of which every use allows it. The text
-  // must outlive the folding.
-  explicit Folding(std::string_view program);
+  // Looks at an atom of the program: one that cannot be folded keeps its predicate as it is.
+  void see(const Term& atom);
+  // All atoms have been seen: from now on fold() folds.
+  void begin() { is_on_ = true; }
 
   // Folds the atom, which has its sign already, if its predicate is folded.
   void fold(Statement& statement, std::uint32_t atom) const;
 
  private:
-  bool folds(std::string_view name) const;
-
   bool is_on_ = false;
-  std::unordered_set<std::string_view> kept_;    // generic predicates that stay as they are
+  std::set<std::string, std::less<>> kept_;    // generic predicates that stay as they are
 };
 
 // The predicate under which clingo knows the atom, spelled as in the input if it is not folded;

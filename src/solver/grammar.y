@@ -24,6 +24,7 @@ static void dl_error(void*, dl::StatementBuilder* build, const char* message) { 
 
 %token END 0 "end of file"
 %token <token> NAME "name" VARIABLE "variable" STRING "string" NUMBER "number" NUMBERED_NAME "numbered name"
+%token <token> FLAT_COMPOUND "atom"
 %token <token> ANONYMOUS "_" OR_WORD "v" NOT "not" IMPLIES ":-" WEAK ":~" INCLUDE "#include" MAXINT "#maxint"
 %token EQUAL "==" UNEQUAL "!=" LESS_EQUAL "<=" GREATER_EQUAL ">="
 %token INTEGERS "#int" SUCC "#succ" FUNCTION_BUILTIN "#function_builtin"
@@ -181,6 +182,7 @@ bare
 
 compound
   : open arguments ')'                                  { $$ = build->close_compound(); }
+  | FLAT_COMPOUND[c]                                    { $$ = build->flat_compound($c); }
   ;
 
 open

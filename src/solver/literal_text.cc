@@ -229,16 +229,14 @@ std::string overflow_of(const OrderedBody& body, const Step& step) {
 }
 
 std::string_view ranging_variable(const OrderedBody& body, const Step& step) {
-  if (step.mode == StepMode::kRange)
-    return body.statement.slice(body.statement.variables[step.target]);
+  if (step.mode == StepMode::kRange) return body.statement.spelling(step.target);
   const Literal& literal = body.literals[step.literal];
   if (literal.kind != kAggregate) return {};
   const Aggregate& aggregate = body.statement.aggregates[literal.aggregate];
   BodyOrder order(body.statement, body.outer);
   order.order(aggregate.body, body.bound);
   for (const Step& inner : order.steps()) {
-    if (inner.mode == StepMode::kRange)
-      return body.statement.slice(body.statement.variables[inner.target]);
+    if (inner.mode == StepMode::kRange) return body.statement.spelling(inner.target);
   }
   return {};
 }

@@ -5,10 +5,6 @@
 namespace dl {
 namespace {
 
-bool is_lower(char c) {
-  return c >= 'a' && c <= 'z';
-}
-
 // Appends the string that starts at `position` without clingo's escapes; returns the position after
 // it.
 std::size_t append_string(std::string& out, std::string_view printed, std::size_t position) {
@@ -41,10 +37,6 @@ std::size_t append_word(std::string& out, std::string_view printed, std::size_t 
 }
 
 }    // namespace
-
-bool is_word(char c) {
-  return is_lower(c) || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
-}
 
 void append_clingo_name(std::string& out, std::string_view name) {
   if (name.front() == '#') {

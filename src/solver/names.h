@@ -15,8 +15,15 @@
 
 namespace dl {
 
+// Whether a name that begins with the character is a constant.
+constexpr bool is_lower(char c) {
+  return c >= 'a' && c <= 'z';
+}
+
 // Whether the character may stand inside a name.
-bool is_word(char c);
+constexpr bool is_word(char c) {
+  return is_lower(c) || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
 
 // Appends the name as clingo's identifier. See Note [reserved names].
 void append_clingo_name(std::string& out, std::string_view name);

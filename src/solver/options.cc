@@ -26,6 +26,7 @@ constexpr Flag kFlags[] = {
     {"cautious", [](Options& options) { options.reasoning = Reasoning::kCautious; }},
     {"FC", [](Options& options) { options.reasoning = Reasoning::kCautious; }},
     {"translate", [](Options& options) { options.translate_only = true; }},
+    {"nofold", [](Options& options) { options.fold = false; }},
     {"help", [](Options& options) { options.help = true; }},
     {"h", [](Options& options) { options.help = true; }},
     {"version", [](Options& options) { options.version = true; }},
@@ -130,6 +131,7 @@ std::string_view help_text() {
          "  -threads=K     search with K threads\n"
          "  -time=K        end the search after K seconds and show what was found\n"
          "  -translate     print the program for clingo and stop\n"
+         "  -nofold        leave relation names among the arguments of atoms a_N\n"
          "  -clingo=PATH   the clingo to run\n"
          "  -silent        accepted; dl prints no banner\n"
          "  -help, -version\n";

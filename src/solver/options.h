@@ -23,6 +23,7 @@ struct Options {
   Reasoning reasoning = Reasoning::kCautious;
   bool leave_out_facts = false;
   bool translate_only = false;
+  bool fold = true;    // see Note [folded atoms]
   bool help = false;
   bool version = false;
 

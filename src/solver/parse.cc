@@ -7,6 +7,7 @@
 #include "grammar.h"
 #define YYSTYPE DL_STYPE    // the scanner's header knows the value type by this name alone
 #include "scanner.h"
+void dl_leave_text(yyscan_t scanner);    // at the end of scanner.l
 #include "solver/failure.h"
 #include "solver/folding.h"
 #include "solver/source_file.h"
@@ -21,7 +22,10 @@ class Scanner {
     dl_lex_init_extra(&builder, &state_);
     dl__scan_buffer(text.data(), text.size(), state_);
   }
-  ~Scanner() { dl_lex_destroy(state_); }
+  ~Scanner() {
+    dl_leave_text(state_);
+    dl_lex_destroy(state_);
+  }
   Scanner(const Scanner&) = delete;
   Scanner& operator=(const Scanner&) = delete;
   yyscan_t state() const { return state_; }
@@ -36,17 +40,6 @@ struct Waiting {
   std::string place;
 };
 
-// Note [reading along]
-// clingo takes longer to read the translation than we take to make it, so it reads while we
-// translate. But its command line tells of queries and weak constraints, which may stand in the
-// last line. So clingo is started early for a plain program only: one file whose text, comments and
-// strings too, has nothing that could begin or end one of those, nor include another file. A
-// mistake that is found later ends the clingo that was started, before it has said anything: it
-// reads all before it solves.
-bool is_plain(std::string_view text) {
-  return text.find('?') == std::string_view::npos && text.find(":~") == std::string_view::npos;
-}
-
 }    // namespace
 
 bool parse_text(std::string& text, StatementBuilder& builder) {
@@ -54,30 +47,38 @@ bool parse_text(std::string& text, StatementBuilder& builder) {
   return dl_parse(scanner.state(), &builder) == 0 && !builder.has_failed();
 }
 
-void read_program(const std::vector<std::string>& files, Translator& translator,
-                  const std::function<void()>& before_plain) {
+InputFiles survey_program(const std::vector<std::string>& paths, Survey& survey) {
+  InputFiles input;
+  const Folding unfolded;
   std::set<std::pair<std::uint64_t, std::uint64_t>> read;
-  for (const std::string& file : files) {
-    std::deque<Waiting> waiting{{file, "dl: "}};
+  for (const std::string& path : paths) {
+    std::deque<Waiting> waiting{{path, "dl: "}};
     while (!waiting.empty()) {
       const Waiting next = std::move(waiting.front());
       waiting.pop_front();
       SourceFile source = read_source_file(next.path, next.place);
       if (!read.insert(source.identity).second) continue;
-      translator.begin_file(next.path);
-      // Folding, too, must know all of the program: see Note [folded atoms].
-      const bool is_all = files.size() == 1 && source.text.find("#include") == std::string::npos;
-      if (is_all && is_plain(source.text)) before_plain();
-      const Folding folding = is_all ? Folding(source.text) : Folding();
-      StatementBuilder builder(translator, folding);
-      if (!parse_text(source.text, builder)) {
-        throw Failure{at_place(next.path, builder.mistake_line(), builder.mistake())};
-      }
-      for (const Translator::Include& include : translator.take_includes()) {
-        waiting.push_back({resolve_include(next.path, include.name),
-                           at_place(next.path, include.place.line, "")});
+      std::string& text = input.files.emplace_back(next.path, std::move(source.text)).text;
+      StatementBuilder builder(survey, unfolded);
+      input.has_mistake = !parse_text(text, builder);
+      if (input.has_mistake) return input;
+      for (const Include& include : survey.take_includes()) {
+        waiting.push_back(
+            {resolve_include(next.path, include.name), at_place(next.path, include.line, "")});
       }
     }
+  }
+  return input;
+}
+
+void translate_program(InputFiles& input, const Folding& folding, Translator& translator) {
+  for (InputFile& file : input.files) {
+    translator.begin_file(file.path);
+    StatementBuilder builder(translator, folding);
+    if (!parse_text(file.text, builder)) {
+      throw Failure{at_place(file.path, builder.mistake_line(), builder.mistake())};
+    }
+    file.text = std::string();
   }
 }
 

@@ -51,6 +51,8 @@ struct Query {
 // What the translation of a whole program leaves behind.
 struct ProgramParts {
   std::vector<std::string> files;    // by Place::file
+  bool has_query = false;            // these two are known before the first statement is translated
+  bool has_weak_constraints = false;
   Signatures signatures;
   std::vector<WeakConstraint> weak_constraints;
   std::optional<Query> query;

@@ -90,7 +90,7 @@ std::string RuleWriter::prepare(const Statement& statement, Place place,
   }
   for (std::size_t variable = 0; variable < kept.size(); ++variable) {
     if (kept[variable] && !order.bound()[variable]) {
-      return unsafe_message(statement.slice(statement.variables[variable]));
+      return unsafe_message(statement.spelling(static_cast<VariableId>(variable)));
     }
   }
   write_steps({statement, statement.body, outer, order.bound()}, order.steps(), kept, place);
@@ -129,7 +129,7 @@ std::string RuleWriter::prepare_atoms(const Statement& statement, const std::vec
     }
   }
   const auto unsafe = [&](std::size_t variable) {
-    return unsafe_message(statement.slice(statement.variables[variable]));
+    return unsafe_message(statement.spelling(static_cast<VariableId>(variable)));
   };
   for (const Literal& literal : statement.body) {
     if (!body_.empty()) body_ += ',';

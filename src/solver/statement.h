@@ -34,9 +34,9 @@ enum class TermKind : std::uint8_t {
 struct Term {
   TermKind kind = TermKind::kConstant;
   VariableId variable = kUnnamed;
-  Slice text;         // as clingo writes it
-  Slice uses;         // its variables, in Statement::uses
-  Slice arguments;    // in Statement::arguments; of the outermost compound alone
+  Slice text;                     // as clingo writes it
+  Slice uses;                     // its variables, in Statement::uses
+  std::uint32_t constants = 0;    // of a compound: how many arguments in front are constants
   std::uint32_t arity = 0;
   bool strongly_negated = false;
   bool folded = false;      // see Note [folded atoms]; text and arity are what clingo reads
@@ -104,6 +104,12 @@ struct Statement {
   bool atoms_only = true;    // the body holds no builtin and no aggregate
 
   std::string_view slice(Slice s) const { return std::string_view(text).substr(s.begin, s.size()); }
+  // Whether the variable stands for a "_" of the input.
+  bool is_unnamed(VariableId variable) const { return text[variables[variable].begin] == '_'; }
+  // The variable as the input spells it.
+  std::string_view spelling(VariableId variable) const {
+    return is_unnamed(variable) ? "_" : slice(variables[variable]);
+  }
   std::string_view term_text(std::uint32_t term) const { return slice(terms[term].text); }
   std::span<const VariableId> uses_of(const Term& term) const {
     return std::span(uses).subspan(term.uses.begin, term.uses.size());

@@ -390,26 +390,33 @@ std::uint32_t StatementBuilder::variable(const Token& name) {
   return term;
 }
 
-// A weak constraint costs once for each instance of its body, and an anonymous variable is a
-// variable of the body like any other. clingo would project it away, so in positive literals it
-// gets a name.
 std::uint32_t StatementBuilder::anonymous(const Token& token) {
   note_line(token);
   separate();
   const std::uint32_t begin = text_size();
-  const bool named = weak_ && !negated_ && !in_aggregate_;
-  if (!named) {
+  const VariableId variable = add_anonymous();
+  const TermKind kind = variable == kUnnamed ? TermKind::kAnonymous : TermKind::kVariable;
+  const std::uint32_t term = add_term(kind, begin, uses_size() - 1);
+  statement_.terms[term].variable = variable;
+  return term;
+}
+
+// A weak constraint costs once for each instance of its body, and an anonymous variable is a
+// variable of the body like any other. clingo would project it away, so in positive literals it
+// gets a name. So does an operand of a builtin, which is looked at like any other operand.
+VariableId StatementBuilder::add_anonymous() {
+  const bool is_operand = frames_.empty() || frames_.back().name.empty();
+  if (!is_operand && (!weak_ || negated_ || in_aggregate_)) {
     statement_.text += '_';
     statement_.uses.push_back(kUnnamed);
-    return add_term(TermKind::kAnonymous, begin, uses_size() - 1);
+    return kUnnamed;
   }
+  const std::uint32_t begin = text_size();
   statement_.text += "_V" + std::to_string(++fresh_variables_);
   const auto id = static_cast<VariableId>(statement_.variables.size());
   statement_.variables.push_back({begin, text_size()});
   statement_.uses.push_back(id);
-  const std::uint32_t term = add_term(TermKind::kVariable, begin, uses_size() - 1);
-  statement_.terms[term].variable = id;
-  return term;
+  return id;
 }
 
 std::uint32_t StatementBuilder::string(const Token& quoted) {
@@ -424,12 +431,16 @@ std::uint32_t StatementBuilder::number(const Token& digits) {
   note_line(digits);
   separate();
   const std::uint32_t begin = text_size();
-  const std::string_view value = without_leading_zeros(digits.view());
+  append_number(digits.view(), digits.line);
+  return add_term(TermKind::kInteger, begin, uses_size());
+}
+
+void StatementBuilder::append_number(std::string_view digits, std::uint32_t line) {
+  const std::string_view value = without_leading_zeros(digits);
   if (value.size() >= 10 && value_of(value) > kMaxInteger) {
-    fail(digits.line, "number " + std::string(value) + " is greater than 2147483647");
+    fail(line, "number " + std::string(value) + " is greater than 2147483647");
   }
   statement_.text += value;
-  return add_term(TermKind::kInteger, begin, uses_size());
 }
 
 std::uint32_t StatementBuilder::bound_term(const Token& token) {
@@ -445,7 +456,7 @@ void StatementBuilder::push_frame(std::uint32_t text_begin, std::string_view nam
   if (frames_.size() == kMaxNesting) {
     fail(line_, "a term is nested deeper than " + std::to_string(kMaxNesting) + " levels");
   }
-  frames_.push_back({text_begin, uses_size(), arguments_size(), 0, name});
+  frames_.push_back({text_begin, uses_size(), arguments_size(), 0, 0, name});
 }
 
 StatementBuilder::Frame StatementBuilder::close_frame() {
@@ -470,13 +481,49 @@ std::uint32_t StatementBuilder::close_compound() {
   Term& term = statement_.terms[index];
   term.name = frame.name;
   term.arity = frame.count;
-  term.arguments = {frame.arguments_begin, arguments_size()};
+  term.constants = frame.constants;
   return index;
+}
+
+// Note [flat compounds]
+// Most atoms are a name and names, variables and numbers in parentheses, without a blank. The
+// scanner gives such an atom as one token, which is taken apart here: a third of the time that its
+// pieces would take as tokens.
+std::uint32_t StatementBuilder::flat_compound(const Token& token) {
+  const std::string_view text = token.view();
+  std::size_t end = text.find('(');
+  open_compound({token.text, static_cast<std::uint32_t>(end), token.line});
+  while (end + 1 < text.size()) {
+    const std::size_t begin = end + 1;
+    end = begin;
+    while (is_word(text[end])) ++end;
+    flat_argument(text.substr(begin, end - begin), token.line);
+  }
+  return close_compound();
+}
+
+void StatementBuilder::flat_argument(std::string_view word, std::uint32_t line) {
+  separate();
+  if (is_lower(word.front())) {
+    Frame& frame = frames_.back();
+    if (frame.constants + 1 == frame.count) ++frame.constants;
+    append_clingo_name(statement_.text, word);
+  } else if (word.front() == '_') {
+    add_anonymous();
+  } else if (word.front() <= '9') {
+    append_number(word, line);
+  } else {
+    add_variable(word);
+  }
 }
 
 // Only the arguments of the outermost parentheses are looked at one by one, so only they are
 // listed.
 void StatementBuilder::argument(std::uint32_t term) {
+  if (frames_.empty()) return;
+  Frame& frame = frames_.back();
+  const bool is_constant = statement_.terms[term].kind == TermKind::kConstant;
+  if (is_constant && frame.constants + 1 == frame.count) ++frame.constants;
   if (frames_.size() == 1) statement_.arguments.push_back(term);
 }
 

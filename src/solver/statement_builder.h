@@ -125,6 +125,7 @@ class StatementBuilder {
   std::uint32_t bound_term(const Token& token);
   void open_compound(const Token& name);
   std::uint32_t close_compound();
+  std::uint32_t flat_compound(const Token& token);
   void argument(std::uint32_t term);
 
  private:
@@ -134,6 +135,7 @@ class StatementBuilder {
     std::uint32_t uses_begin;
     std::uint32_t arguments_begin;
     std::uint32_t count;
+    std::uint32_t constants;    // how many of the first arguments are constants
     std::string_view name;
   };
 
@@ -147,6 +149,9 @@ class StatementBuilder {
   Frame close_frame();
   void push_frame(std::uint32_t text_begin, std::string_view name);
   VariableId add_variable(std::string_view name);
+  VariableId add_anonymous();
+  void flat_argument(std::string_view word, std::uint32_t line);
+  void append_number(std::string_view digits, std::uint32_t line);
   void assignment(Builtin kind, std::initializer_list<std::uint32_t> terms);
   void add_builtin(Builtin kind, Slice arguments, std::uint32_t uses_begin);
   void project(std::uint32_t atom);

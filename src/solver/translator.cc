@@ -42,10 +42,6 @@ void Translator::begin_file(std::string_view name) {
   parts_.files.emplace_back(name);
 }
 
-std::vector<Translator::Include> Translator::take_includes() {
-  return std::exchange(includes_, {});
-}
-
 Place Translator::place(std::uint32_t line) const {
   return {static_cast<std::uint32_t>(parts_.files.size() - 1), line};
 }
@@ -77,8 +73,7 @@ void Translator::append_heads(const Statement& statement) {
 std::string Translator::fact(const Statement& statement) {
   std::string mistake = mark_heads(statement);
   if (!mistake.empty()) return mistake;
-  if (!statement.variables.empty())
-    return unsafe_message(statement.slice(statement.variables.front()));
+  if (!statement.variables.empty()) return unsafe_message(statement.spelling(0));
   append_heads(statement);
   out_.text += '.';
   if (options_.leave_out_facts && statement.heads.size() == 1) {
@@ -147,7 +142,7 @@ std::string Translator::query(const Statement& statement) {
   parts_.query = Query{{}, place(statement.line)};
   std::vector<VariableId> variables;
   for (VariableId variable = 0; variable < kept_.size(); ++variable) {
-    if (!kept_[variable]) continue;
+    if (!kept_[variable] || statement.is_unnamed(variable)) continue;
     variables.push_back(variable);
     parts_.query->variables.emplace_back(statement.slice(statement.variables[variable]));
   }
@@ -164,11 +159,6 @@ std::string Translator::integer_bound(std::int64_t bound) {
     return "#maxint is already " + std::to_string(*parts_.bound);
   }
   parts_.bound = bound;
-  return {};
-}
-
-std::string Translator::include(std::string_view name, std::uint32_t line) {
-  includes_.push_back({std::string(name), place(line)});
   return {};
 }
 

@@ -17,14 +17,7 @@ class Translator : public StatementReceiver {
  public:
   Translator(const Options& options, ProgramParts& parts, Translation& out);
 
-  // A file to be read later, and the place of the line that includes it.
-  struct Include {
-    std::string name;
-    Place place;
-  };
-
   void begin_file(std::string_view name);    // statements come from this file now
-  std::vector<Include> take_includes();      // those found since the last call
   void end_program();    // writes what could not be written before; throws Failure
 
   std::string fact(const Statement& statement) override;
@@ -33,7 +26,7 @@ class Translator : public StatementReceiver {
                               std::string_view level) override;
   std::string query(const Statement& statement) override;
   std::string integer_bound(std::int64_t bound) override;
-  std::string include(std::string_view name, std::uint32_t line) override;
+  std::string include(std::string_view, std::uint32_t) override { return {}; }
   void needs_bound(std::uint32_t line, std::string_view what) override;
   std::string projection(const Statement& statement, const Term& atom, std::uint32_t line) override;
 
@@ -54,7 +47,6 @@ class Translator : public StatementReceiver {
 
   RuleWriter writer_;
   std::vector<char> kept_;
-  std::vector<Include> includes_;
   bool uses_integers_ = false;
   std::uint32_t projections_ = 0;
   std::string bound_user_;    // what needs a bound, and where; empty if nothing does

@@ -7,6 +7,7 @@
 #include "solver/folding.h"
 #include "solver/options.h"
 #include "solver/parse.h"
+#include "solver/survey.h"
 #include "solver/translator.h"
 
 namespace fuzz {
@@ -27,13 +28,17 @@ dl::Options dl_options(const std::vector<std::string>& words) {
 std::string mistake_of_dl(const std::vector<std::string>& words, std::string_view text) {
   if (text.find('\0') != std::string_view::npos) return "NUL byte in the input";
   const dl::Options options = dl_options(words);
+  std::string source(text);
+  source.append(2, '\0');    // the scanner's end marks
+  dl::Survey survey;
+  const dl::Folding unfolded;
+  dl::StatementBuilder first_builder(survey, unfolded);
+  dl::parse_text(source, first_builder);
   dl::ProgramParts parts;
   dl::Translation translation;
   dl::Translator translator(options, parts, translation);
   translator.begin_file("file");
-  std::string source(text);
-  source.append(2, '\0');    // the scanner's end marks
-  const dl::Folding folding(source);
+  const dl::Folding folding = options.fold ? survey.folding() : dl::Folding();
   dl::StatementBuilder builder(translator, folding);
   if (!dl::parse_text(source, builder)) return builder.mistake();
   try {

@@ -129,7 +129,8 @@ std::string outcome_while_clingo_reads(std::string_view last_lines, std::string_
 }
 
 TEST(Process, ClingoReadsAlongAndIsEndedByALaterMistake) {
-  EXPECT_EQ(outcome_while_clingo_reads("a b."), "p:100001: syntax error, unexpected name\n1 gone");
+  EXPECT_EQ(outcome_while_clingo_reads("a :- not p(X)."),
+            "p:100001: unsafe rule: no positive literal of the body binds the variable X\n1 gone");
   EXPECT_EQ(outcome_while_clingo_reads("a(#maxint)."),
             "p:100001: #maxint needs a bound on integers, #maxint or -N=\n1 gone");
   EXPECT_EQ(outcome_while_clingo_reads("a(1).", "-filter=a"), "{a(1)}\n0 gone");
@@ -137,13 +138,15 @@ TEST(Process, ClingoReadsAlongAndIsEndedByALaterMistake) {
             "p:100001: syntax error, unexpected name\n1 not started");
 }
 
-// The last line decides how clingo is called, or there is more to read.
-TEST(Process, ClingoWaitsForAProgramThatIsNotPlain) {
-  for (const std::string_view lines : {":~ p(1).\na b.", "p(X)?\na b.", "#include <q>\na b."}) {
-    EXPECT_EQ(outcome_while_clingo_reads(lines),
-              "p:100002: syntax error, unexpected name\n1 not started");
-  }
+TEST(Process, ClingoIsNotStartedForWhatCannotBeParsed) {
+  EXPECT_EQ(outcome_while_clingo_reads("a b."),
+            "p:100001: syntax error, unexpected name\n1 not started");
+}
+
+TEST(Process, ClingoIsToldOfQueriesAndWeakConstraintsInTheLastLine) {
   EXPECT_EQ(outcome_while_clingo_reads("p(1), p(0)?"), "true\n0 gone");
+  EXPECT_EQ(outcome_while_clingo_reads("a v b. :~ a. [2:1]", "-filter=a,b"),
+            "Best model: {b}\nCost ([Weight:Level]): <[0:1]>\n0 gone");
 }
 
 // Starts dl on the hard program in the background, ends it with the signal, and tells what it

@@ -11,6 +11,10 @@ Outcome run(std::string_view program, std::string_view options) {
   return folder.run("dl p " + std::string(options));
 }
 
+std::string translation(std::string_view program, std::string_view options) {
+  return run(program, "-translate " + std::string(options)).output;
+}
+
 namespace {
 
 std::vector<std::string> split(std::string_view text, std::string_view separator) {

@@ -18,6 +18,9 @@ using zarel::WorkFolder;
 // Runs dl on a program in the file "p" with the options.
 Outcome run(std::string_view program, std::string_view options = "");
 
+// The text that clingo is given.
+std::string translation(std::string_view program, std::string_view options = "");
+
 // The text with sorted lines and, in each answer set, sorted atoms, as clingo chooses both orders;
 // for comparisons only, since separators are added.
 enum class Lines { kSorted, kInOrder };
