@@ -14,35 +14,14 @@
 #include <unistd.h>
 
 #include "solver/failure.h"
+#include "solver/interruption.h"
 
 extern char** environ;
 
 namespace dl {
 namespace {
 
-constexpr unsigned kGraceSeconds = 2;    // between asking clingo to end and ending it
 constexpr std::size_t kKeptErrors = std::size_t{1} << 16;
-
-// A signal handler has no other way to know these.
-volatile std::sig_atomic_t child_pid = 0;
-volatile std::sig_atomic_t caught_signal = 0;
-volatile std::sig_atomic_t time_is_up = 0;
-volatile std::sig_atomic_t times_asked = 0;
-
-// The first signal asks clingo to end, which lets it finish its line; the alarm that follows ends
-// it.
-void on_signal(int signal) {
-  const int saved_errno = errno;
-  if (signal != SIGALRM) {
-    caught_signal = signal;
-  } else if (times_asked == 0) {
-    time_is_up = 1;
-  }
-  if (child_pid > 0) ::kill(static_cast<pid_t>(child_pid), times_asked == 0 ? SIGTERM : SIGKILL);
-  times_asked = 1;
-  ::alarm(kGraceSeconds);
-  errno = saved_errno;
-}
 
 [[noreturn]] void fail(const char* what) {
   throw Failure{std::string("dl: ") + what + ": " + std::strerror(errno)};
@@ -88,25 +67,8 @@ class SpawnSetup {
 
 }    // namespace
 
-void watch_interruptions(unsigned seconds) {
-  struct sigaction action {};
-  action.sa_handler = on_signal;
-  sigemptyset(&action.sa_mask);
-  for (const int signal : {SIGINT, SIGTERM, SIGALRM}) ::sigaction(signal, &action, nullptr);
+ClingoProcess::ClingoProcess() {
   std::signal(SIGPIPE, SIG_IGN);    // a write that fails is looked at where it is made
-  if (seconds > 0) ::alarm(seconds);
-}
-
-Interruption interruption() {
-  if (caught_signal != 0) return Interruption::kSignal;
-  return time_is_up != 0 ? Interruption::kTime : Interruption::kNone;
-}
-
-void die_of_signal() {
-  const int signal = caught_signal;
-  std::signal(signal, SIG_DFL);
-  std::raise(signal);
-  std::_Exit(128 + signal);
 }
 
 // Note [bound to the life of dl]
@@ -145,9 +107,7 @@ void ClingoProcess::start(const std::string& program, const std::vector<std::str
     fail("cannot start a process");
   }
   pid_ = pid;
-  child_pid = pid;
-  // The time may have run out before there was anyone to tell.
-  if (interruption() != Interruption::kNone) ::kill(pid_, SIGTERM);
+  begin_search(pid);
 }
 
 ClingoProcess::~ClingoProcess() {
@@ -155,7 +115,7 @@ ClingoProcess::~ClingoProcess() {
   close_if_open(output_);
   close_if_open(errors_);
   if (pid_ <= 0) return;
-  child_pid = 0;
+  end_search();
   ::kill(pid_, SIGKILL);
   while (::waitpid(pid_, nullptr, 0) < 0 && errno == EINTR) {
   }
@@ -190,7 +150,7 @@ ProcessEnd ClingoProcess::end() {
   while (::waitpid(pid_, &status, 0) < 0) {
     if (errno != EINTR) fail("cannot wait for clingo");
   }
-  child_pid = 0;
+  end_search();
   pid_ = -1;
   end.signalled = WIFSIGNALED(status);
   end.code = end.signalled ? WTERMSIG(status) : WEXITSTATUS(status);

@@ -18,7 +18,7 @@ struct ProcessEnd {
 
 class ClingoProcess {
  public:
-  ClingoProcess() = default;
+  ClingoProcess();     // SIGPIPE is ignored from now on, by all of dl
   ~ClingoProcess();    // kills it if it still runs
   ClingoProcess(const ClingoProcess&) = delete;
   ClingoProcess& operator=(const ClingoProcess&) = delete;
@@ -39,16 +39,6 @@ class ClingoProcess {
   int output_ = -1;
   int errors_ = -1;
 };
-
-// What asked the search to end, if anything did.
-enum class Interruption { kNone, kTime, kSignal };
-
-// From now on SIGINT and SIGTERM end clingo before they end dl, and so does the time limit (0:
-// none), counted from here.
-void watch_interruptions(unsigned seconds);
-Interruption interruption();
-// Ends dl as the signal would have ended it. Call only after interruption() was kSignal.
-[[noreturn]] void die_of_signal();
 
 // Exit status of a child that could not run the program; the text is on its standard error.
 constexpr int kCannotRun = 127;

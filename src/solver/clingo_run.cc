@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "solver/failure.h"
+#include "solver/interruption.h"
 #include "solver/query_answers.h"
 
 namespace dl {
@@ -79,8 +80,8 @@ void ClingoRun::read_line(std::string_view line) {
   } else if (kind != LineKind::kCosts) {
     if (kind != LineKind::kOther) status_ = kind;
   } else if (!parts_.variable_levels) {
-    // Costs that come before the next answer set are its own: only optimal ones are printed, and
-    // they have the same.
+    // Costs that come before the next answer set are its own: only optimal ones are printed, which
+    // have the same, or the one that was best so far.
     if (!parts_.query) costs_ = read_costs(line, parts_);
   }
 }
@@ -88,7 +89,7 @@ void ClingoRun::read_line(std::string_view line) {
 // Note [held back]
 // While it optimizes, clingo prints the optimal answer sets only; but when it is interrupted, it
 // prints the best one so far, too. So an answer set waits until the next one, or the final line,
-// proves it optimal.
+// proves it optimal; or until a cut search has nothing better, which is said.
 void ClingoRun::read_answer(std::string_view line) {
   if (parts_.query) {
     consequences_ = line;
@@ -129,25 +130,30 @@ void ClingoRun::flush() {
 // Only what the exit status, the final line and the whole output agree on is a finished search.
 int ClingoRun::judge(bool complete_lines) {
   const ProcessEnd end = process_.end();
-  const Interruption reason = interruption();
-  if (reason == Interruption::kSignal) die_of_signal();
+  const bool is_cut = interruption() != Interruption::kNone;
   const bool finished =
       !end.signalled && complete_lines &&
       (end.code == kSomeFound || end.code == kNoneExists || end.code == kAllFound) &&
       (status_ == LineKind::kSatisfiable || status_ == LineKind::kUnsatisfiable ||
        status_ == LineKind::kOptimumFound);
   const bool optimal = parts_.weak_constraints.empty() || status_ == LineKind::kOptimumFound;
-  if (!finished && reason != Interruption::kTime) fail(end);
-  if (finished || optimal) print_held();
-  if (parts_.query &&
-      (finished || (options_.reasoning == Reasoning::kBrave && optimal && has_consequences_))) {
-    print_query();
-  }
+  if (!finished && !is_cut) fail(end);
+  const bool is_unproven = has_held_ && !finished && !optimal;
+  print_held();
+  if (parts_.query && (finished || (optimal && has_brave_answer()))) print_query();
   flush();
   if (finished) return kSuccess;
-  std::cerr << "dl: the search was cut after " << options_.seconds
-            << " s; there may be more answers\n";
+  std::cerr << interruption_text()
+            << (is_unproven ? "; the best answer set so far is not proven to be optimal\n"
+                            : "; there may be more answers\n");
   return kCut;
+}
+
+// Whether a search that was cut has shown something that holds; what it has not found yet may hold,
+// too.
+bool ClingoRun::has_brave_answer() const {
+  return options_.reasoning == Reasoning::kBrave && has_consequences_ &&
+         (!parts_.query->variables.empty() || query_holds(consequences_));
 }
 
 void ClingoRun::print_query() {

@@ -26,8 +26,8 @@ class ClingoRun {
   void read_along(Translation& translation);
 
   // Gives clingo what it does not have yet, prints the answers as they come, and returns dl's exit
-  // status. The text is taken away once clingo has it. Throws Failure when the search failed; an
-  // interrupted dl ends here.
+  // status. The text is taken away once clingo has it. Throws Failure when the search failed. One
+  // that was interrupted shows what was found.
   int solve(std::string& program);
 
  private:
@@ -35,6 +35,7 @@ class ClingoRun {
   void read_line(std::string_view line);
   void read_answer(std::string_view line);
   void print_held();
+  bool has_brave_answer() const;
   void print_query();
   void flush();
   int judge(bool complete_lines);

@@ -10,6 +10,7 @@
 #include "solver/clingo_process.h"
 #include "solver/clingo_run.h"
 #include "solver/failure.h"
+#include "solver/interruption.h"
 #include "solver/options.h"
 #include "solver/parse.h"
 #include "solver/survey.h"

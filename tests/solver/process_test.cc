@@ -4,6 +4,8 @@
 #include <csignal>
 
 #include "run_dl.h"
+#include "solver/clingo_process.h"
+#include "solver/failure.h"
 
 namespace dl_test {
 namespace {
@@ -71,10 +73,24 @@ const Script kScripts[] = {
      "{a}\n", 2, "-time=1"},
     {"does_not_listen", "cat >/dev/null; trap '' TERM; echo a; while :; do sleep 0.1; done", kCut,
      "{a}\n", 2, "-time=1"},
-    {"has_proved_nothing_in_time",
-     "cat >/dev/null; trap 'echo a; echo SATISFIABLE; exit 11' TERM; echo 'Optimization: 1'; "
+    {"shows_its_best_in_time",
+     "cat >/dev/null; trap 'echo b; echo SATISFIABLE; exit 11' TERM; echo 'Optimization: 3'; "
+     "echo 'Optimization: 1'; while :; do sleep 0.1; done",
+     "dl: the search was cut after 1 s; the best answer set so far is not proven to be optimal\n",
+     "Best model: {b}\nCost ([Weight:Level]): <[1:1]>\n", 2, "-time=1", "a v b. :~ a. [3:1] :~ b."},
+    {"shows_its_best_when_interrupted",
+     "cat >/dev/null; trap 'echo b; echo SATISFIABLE; exit 11' TERM; echo 'Optimization: 1'; "
+     "kill -INT $PPID; while :; do sleep 0.1; done",
+     "dl: the search was interrupted; the best answer set so far is not proven to be optimal\n",
+     "Best model: {b}\nCost ([Weight:Level]): <[1:1]>\n", 2, "", "b. :~ b."},
+    {"has_proved_its_best_in_time",
+     "cat >/dev/null; trap 'echo b; echo OPTIMUM FOUND; exit 11' TERM; echo 'Optimization: 1'; "
      "while :; do sleep 0.1; done",
-     kCut, "", 2, "-time=1", "a. :~ a."},
+     kCut, "Best model: {b}\nCost ([Weight:Level]): <[1:1]>\n", 2, "-time=1", "b. :~ b."},
+    {"has_no_brave_answer_in_time",
+     "cat >/dev/null; trap 'echo a; echo SATISFIABLE; exit 11' TERM; while :; do sleep 0.1; done",
+     kCut, "", 2, "-time=1 -brave", "a v b. b?"},
+    {"outlives_its_output", "cat >/dev/null; exec sleep 100 >&-", kCut, "", 2, "-time=1"},
 };
 INSTANTIATE_TEST_SUITE_P(Cases, Scripts, testing::ValuesIn(kScripts), case_name);
 
@@ -93,6 +109,15 @@ constexpr ShellCase kStreams[] = {
     {"closed_input_and_output", "echo a. >p; dl p <&- >&-", "", kBadDescriptor, 1},
     {"closed_input_and_errors", "echo a. >p; dl p <&- 2>&-", "{a}\n", "", 0},
     {"all_closed", "echo a. >p; dl p <&- >&- 2>&-", "", "", 1},
+    {"no_environment", "echo a. >p; env -i $(command -v dl) p", "{a}\n"},
+    // Who opens a pipe for writing waits until dl reads from it.
+    {"signals_while_reading",
+     "mkfifo f; for s in INT TERM; do dl f & exec 3>f; kill -$s $!; wait $!; echo $?; exec 3>&-; "
+     "done; dl f -time=1",
+     "2\n2\n",
+     "dl: the search was interrupted\ndl: the search was interrupted\n"
+     "dl: the search was cut after 1 s\n",
+     2},
     {"no_program", "echo a. >p; dl p -clingo=./p", "",
      "dl: cannot run \"./p\": Permission denied\n", 1},
     // Nothing of the command line and of the program ever meets a shell.
@@ -106,6 +131,17 @@ constexpr ShellCase kStreams[] = {
      "{p(\"$(touch canary)\"), p(\"`touch canary`';touch canary;\")}\n", "", 2},
 };
 INSTANTIATE_TEST_SUITE_P(Streams, Commands, testing::ValuesIn(kStreams), case_name);
+
+TEST(Process, NothingToWaitForIsAFailure) {
+  std::string message;
+  try {
+    dl::ClingoProcess().end();
+  } catch (const dl::Failure& failure) {
+    message = failure.message;
+  }
+  std::signal(SIGPIPE, SIG_DFL);    // as the programs of other tests expect it
+  EXPECT_EQ(message, "dl: cannot wait for clingo: No child processes");
+}
 
 TEST(Process, TimeLimitCutsTheSearch) {
   const auto begin = std::chrono::steady_clock::now();
@@ -149,6 +185,21 @@ TEST(Process, ClingoIsToldOfQueriesAndWeakConstraintsInTheLastLine) {
             "Best model: {b}\nCost ([Weight:Level]): <[0:1]>\n0 gone");
 }
 
+// What is better than {n} takes minutes to exclude.
+TEST(Process, TimeLimitLeavesTheBestAnswerSetSoFar) {
+  std::string program(kHard);
+  program.insert(program.find("(X).") + 3, ", h");
+  program += "h v n. :~ n. [2:3] ";
+  const std::string_view end =
+      "dl: the search was cut after 2 s; the best answer set so far is not proven to be optimal\n";
+  EXPECT_EQ(run(program + ":~ not h. [1:1]", "-time=2"),
+            (Outcome{"Best model: {n}\nCost ([Weight:Level]): <[2:3]>\n\"[1:1]\"\n",
+                     std::string(end), 2}));
+  EXPECT_EQ(run(program + ":~ n, X = 4. [X:X]", "-time=2"),
+            (Outcome{"Best model: {n}\nCost ([Weight:Level]): <[4:4]>\n\"[2:3]\"\n",
+                     std::string(end), 2}));
+}
+
 // Starts dl on the hard program in the background, ends it with the signal, and tells what it
 // printed, its status, and whether its clingo is alive; dead but not yet buried by init is dead.
 std::string outcome_of_signal(const std::string& signal) {
@@ -168,12 +219,15 @@ std::string outcome_of_signal(const std::string& signal) {
 }
 
 TEST(Process, SignalsEndClingoAndDl) {
-  EXPECT_EQ(outcome_of_signal("TERM"), "143\n");
-  EXPECT_EQ(outcome_of_signal("INT"), "130\n");
+  for (const std::string signal : {"TERM", "INT"}) {
+    EXPECT_EQ(outcome_of_signal(signal),
+              "dl: the search was interrupted; there may be more answers\n2\n");
+  }
 }
 
 TEST(Process, ClingoDoesNotOutliveAKilledDl) {
   EXPECT_EQ(outcome_of_signal("KILL"), "137\n");
+  EXPECT_EQ(outcome_of_signal("HUP"), "129\n");
 }
 
 }    // namespace
