@@ -69,6 +69,7 @@ class SpawnSetup {
 
 ClingoProcess::ClingoProcess() {
   std::signal(SIGPIPE, SIG_IGN);    // a write that fails is looked at where it is made
+  std::signal(SIGCHLD, SIG_DFL);    // who ignores it cannot wait for a child
 }
 
 // Note [bound to the life of dl]

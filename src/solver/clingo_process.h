@@ -18,7 +18,7 @@ struct ProcessEnd {
 
 class ClingoProcess {
  public:
-  ClingoProcess();     // SIGPIPE is ignored from now on, by all of dl
+  ClingoProcess();     // SIGPIPE and SIGCHLD are from now on as it needs them, for all of dl
   ~ClingoProcess();    // kills it if it still runs
   ClingoProcess(const ClingoProcess&) = delete;
   ClingoProcess& operator=(const ClingoProcess&) = delete;

@@ -109,6 +109,7 @@ constexpr ShellCase kStreams[] = {
     {"closed_input_and_output", "echo a. >p; dl p <&- >&-", "", kBadDescriptor, 1},
     {"closed_input_and_errors", "echo a. >p; dl p <&- 2>&-", "{a}\n", "", 0},
     {"all_closed", "echo a. >p; dl p <&- >&- 2>&-", "", "", 1},
+    {"all_signals_ignored", "echo a. >p; env --ignore-signal dl p", "{a}\n"},
     {"no_environment", "echo a. >p; env -i $(command -v dl) p", "{a}\n"},
     // Who opens a pipe for writing waits until dl reads from it.
     {"signals_while_reading",
