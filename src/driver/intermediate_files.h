@@ -1,6 +1,7 @@
 #pragma once
 // intermediate_files.h - ".source" and ".legend", which a run leaves in the working directory.
 
+#include <cstdint>
 #include <fstream>
 #include <memory>
 #include <string>
@@ -26,13 +27,25 @@ class IntermediateFiles {
   // Opens ".source" to add the program to it, and writes the include lines.
   void begin_program();
 
-  // Writes the clauses and queries of the program to both files, and to `shown` where there is one,
-  // and joins the files.
-  void write_program(std::ostream* shown);
+  // Writes the clauses and queries of the program to both files, and joins the files.
+  void write_program();
+
+  // Writes the clauses and queries to `out`. Call only after write_program().
+  void show_program(std::ostream& out) const;
 
  private:
+  // The part of a file that holds a part of the program.
+  struct Part {
+    std::uintmax_t begin = 0;
+    std::uintmax_t length = 0;
+  };
+  static bool copy_part(const char* name, Part part, std::ostream& out);
+  bool write_legend();
+
   std::ofstream verbatim_;
   std::ofstream source_;
+  Part clauses_;      // of ".source"
+  Part generated_;    // of ".legend", the queries included
 };
 
 // Empties ".output", so that the answers of an earlier run never pass for those of this one. False

@@ -88,8 +88,11 @@ int run(std::span<char* const> arguments) {
   expand_templates(*files.legend());
   files.begin_program();
   if (options.OptionSafetyCheck) check_safety();
-  files.write_program(options.is_preparsing ? &standard_output() : nullptr);
-  if (options.is_preparsing) return 0;
+  files.write_program();
+  if (options.is_preparsing) {
+    files.show_program(standard_output());
+    return 0;
+  }
 
   const bool is_new = empty_output();
   run_solver(solver_command(options));

@@ -7,10 +7,11 @@ namespace {
 
 constexpr std::size_t kPiece = std::size_t{64} * 1024;    // bytes handed to a stream at once
 
-void write_piece(std::ostream& out, std::ostream* copy, Text& text) {
+std::size_t write_piece(std::ostream& out, Text& text) {
+  const std::size_t length = text.size();
   out << text.view();
-  if (copy != nullptr) *copy << text.view();
   text.clear();
+  return length;
 }
 
 std::size_t written_count() {
@@ -19,21 +20,24 @@ std::size_t written_count() {
 
 }    // namespace
 
-void write_clauses(std::ostream& out, std::span<const CLAUSET> clauses, std::ostream* copy) {
+std::size_t write_clauses(std::ostream& out, std::span<const CLAUSET> clauses) {
   Text text;
+  std::size_t length = 0;
   for (const CLAUSET& clause : clauses) {
     append_text(text, clause);
     text += '\n';
-    if (text.size() >= kPiece) write_piece(out, copy, text);
+    if (text.size() >= kPiece) length += write_piece(out, text);
   }
-  write_piece(out, copy, text);
+  return length + write_piece(out, text);
 }
 
-void write_queries(std::ostream& out) {
+std::size_t write_queries(std::ostream& out) {
+  Text text;
   for (const Body& query : QUERIES()) {
-    print_list(out, query, ", ");
-    out << "?\n";
+    append_list(text, query, ", ");
+    text += "?\n";
   }
+  return write_piece(out, text);
 }
 
 std::span<const CLAUSET> written_clauses() {

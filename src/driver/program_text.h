@@ -1,6 +1,7 @@
 #pragma once
 // program_text.h - clauses and queries as lines of text.
 
+#include <cstddef>
 #include <ostream>
 #include <span>
 
@@ -9,12 +10,11 @@
 
 namespace zarel {
 
-// Every clause on a line of its own. With a copy, the same text goes there too: it is made once.
-void write_clauses(std::ostream& out, std::span<const CLAUSET> clauses,
-                   std::ostream* copy = nullptr);
+// Every clause on a line of its own. Returns the length of the text.
+std::size_t write_clauses(std::ostream& out, std::span<const CLAUSET> clauses);
 
-// Every query of the program: its literals, "?", a line end.
-void write_queries(std::ostream& out);
+// Every query of the program: its literals, "?", a line end. Returns the length of the text.
+std::size_t write_queries(std::ostream& out);
 
 // The clauses that the user's statements became, and those that template expansion added behind
 // them.

@@ -10,7 +10,7 @@ namespace {
 constexpr std::string_view kBegin =
     "end() { \"$@\" 2> said; set -- $?; tail -n 1 said >&2; return $1; }\n"
     "full() { ln -s /dev/full $1; zarel -silent -solver=./uncalled $2; }\n"
-    "echo a. > few; echo 'a?' > query; echo 'ASITIS %*a.*%' > verbatim\n"
+    "echo a. > few; echo 'a?' > query; echo 'ASITIS %*a.*% b.' > verbatim\n"
     "seq -f 'p(%.0f).' 0 19999 > many; (echo 'q(X,Y) :- p(X), p(Y).'; head -n 150 many) > pairs\n";
 
 class Faults : public testing::TestWithParam<ShellCase> {};
@@ -47,6 +47,16 @@ constexpr ShellCase kSourceAndLegend[] = {
     {"verbatim_section", "full .source verbatim", "", kNotWritten, 1},
     {"query", "full .legend query", "", kNotWritten, 1},
     {"empty_legend", "full .legend few", "", kNotWritten, 1},
+    // Nothing is shown of a program that is not all there.
+    {"shown_clauses", "ln -s /dev/full .source; zarel -silent -preparsing many", "", kNotWritten,
+     1},
+    {"shown_behind_a_verbatim_section",
+     "ln -s /dev/full .source; zarel -silent -preparsing verbatim", "", kNotWritten, 1},
+    {"shown_query", "ln -s /dev/full .legend; zarel -silent -preparsing query", "", kNotWritten, 1},
+    {"shown_with_a_name_that_is_lost",
+     "cat many > lost; echo 'p(X)? q(Y,X).' >> lost; zarel -silent -preparsing lost", "", "", 1},
+    {"shown_but_not_kept", "ln -s /dev/null .source; zarel -silent -preparsing verbatim",
+     "a_1(b,default).\n"},
 };
 constexpr ShellCase kSolverOutput[] = {
     {"folder", "mkdir .output; end zarel -silent -solver=./solver few", "", kNotRead},
