@@ -1,7 +1,5 @@
 #include "driver/input_file.h"
 
-#include <unistd.h>
-
 namespace zarel {
 
 // What was only read has nothing to lose: the result of closing says nothing.
@@ -10,10 +8,19 @@ void InputFile::Closer::operator()(std::FILE* file) const {
       std::fclose(file));    // NOLINT(cppcoreguidelines-owning-memory): this is its owner
 }
 
-// Reading nothing shows whether there could be anything to read, and leaves the file as it is.
-InputFile::InputFile(const std::string& path) : file_(std::fopen(path.c_str(), "rb")) {
-  char nothing = '\0';
-  if (is_open() && ::read(::fileno(handle()), &nothing, 0) < 0) file_.reset();
+// Only a read tells whether a file can be read: a directory opens, and so do some files of the
+// system.
+InputFile::InputFile(const std::string& path) : file_(std::fopen(path.c_str(), "rbe")) {
+  if (!is_open()) return;
+  const int first = std::getc(handle());
+  if (first == EOF && std::ferror(handle()) != 0) {
+    file_.reset();
+  } else if (first != EOF) {
+    static_cast<void>(std::ungetc(first, handle()));    // one character always fits
+  }
 }
+
+InputFile::InputFile(int descriptor)
+    : file_(descriptor < 0 ? nullptr : ::fdopen(descriptor, "rb")) {}
 
 }    // namespace zarel

@@ -9,8 +9,11 @@ namespace zarel {
 
 class InputFile {
  public:
-  // Opens the file. One that opens but cannot be read (a directory) counts as not open.
+  // Opens the file and waits for its first character. One whose first read fails (a directory)
+  // counts as not open.
   explicit InputFile(const std::string& path);
+  // Takes an open file of which nothing was read, or -1 for none.
+  explicit InputFile(int descriptor);
   bool is_open() const { return file_ != nullptr; }
   std::FILE* handle() const { return file_.get(); }    // null when it is not open
 

@@ -56,7 +56,7 @@ void set_display(const Options& options) {
 }
 
 void read_solver_output(bool is_new) {
-  const InputFile output(kOutputName);
+  const InputFile output(::open(kOutputName, O_RDONLY | O_CLOEXEC));
   if (!is_new || !output.is_open()) {
     output_yyerror("can't open input");
     return;

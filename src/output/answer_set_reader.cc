@@ -46,6 +46,7 @@ class Reading {
 
 int read_answer_sets(std::FILE* in) {
   Reading reading;
+  begin_input();
   output_yyrestart(in);
   return reading.run();
 }

@@ -10,8 +10,9 @@ namespace zarel {
 // which nothing was read through its buffer, and prints each to standard_output() once it is
 // complete, as display_settings() say. Advances report_state().parser_line by the lines read; the
 // caller sets it before. Returns 0; after a "syntax error" 1 and after "memory exhausted" 2,
-// reported with output_yyerror, what was complete before having been printed. A failure of the
-// scanner prints its line and throws the run's end with status 2.
+// reported with output_yyerror, what was complete before having been printed. An input that cannot
+// be read at all is reported as "can't open input" and throws the run's end with status 0. A later
+// failure of the scanner prints its line and throws the run's end with status 2.
 int read_answer_sets(std::FILE* in);
 
 // The same for text in memory.

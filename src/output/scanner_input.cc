@@ -9,6 +9,7 @@
 
 #include "driver/diagnostics.h"
 #include "output/answer_set_builder.h"
+#include "output/answer_set_reader.h"
 #include "output_scanner.h"
 
 namespace zarel {
@@ -19,12 +20,22 @@ namespace {
 // take quadratic time.
 constexpr int kLongToken = 64 * 1024;
 
+bool was_read = false;    // the input, once at least
+
+// Whether a file can be read shows when it is.
+[[noreturn]] void end_unread() {
+  output_yyerror("can't open input");
+  SafeExit(0);
+}
+
 int read_some(std::FILE* in, char* into, int room) {
   ssize_t count = -1;
   do {
     count = ::read(fileno(in), into, static_cast<std::size_t>(room));
   } while (count < 0 && errno == EINTR);
+  if (count < 0 && !was_read) end_unread();
   if (count < 0) end_scanning("input in flex scanner failed");
+  was_read = true;
   return static_cast<int>(count);
 }
 
@@ -39,6 +50,10 @@ std::string with_established_names(std::string text) {
 }
 
 }    // namespace
+
+void begin_input() {
+  was_read = false;
+}
 
 int read_piece(std::FILE* in, char* into, int room, int held) {
   answer_set_builder().print_completed();
