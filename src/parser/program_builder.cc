@@ -1,6 +1,7 @@
 #include "parser/program_builder.h"
 
 #include <charconv>
+#include <limits>
 #include <ostream>
 #include <string>
 
@@ -21,8 +22,6 @@
 namespace zarel {
 namespace {
 
-constexpr std::uint32_t kLargestWeight =
-    4294967;    // the largest that an unsigned 32-bit value holds scaled
 constexpr std::uint32_t kFractionDigits = 3;
 
 constexpr std::string_view kSyntaxError = "syntax error";    // as the parser itself reports it
@@ -44,7 +43,7 @@ std::uint32_t scaled_fraction(Number fraction) {
 
 TERMT scaled_weight(std::uint32_t whole, std::uint32_t fraction) {
   const std::uint64_t scaled = std::uint64_t{whole} * kWeightScale + fraction;
-  if (scaled > std::uint64_t{kLargestWeight} * kWeightScale) {
+  if (scaled > std::numeric_limits<std::uint32_t>::max()) {
     report_counted_error("weak constraint weight out of range");
   }
   return TERMT::integer(static_cast<std::int32_t>(static_cast<std::uint32_t>(scaled)));
