@@ -222,10 +222,17 @@ closed_head
   ;
 
 head
+  : disjunct
+  | open_head disjunct
+  ;
+
+open_head
+  : head or            { build.next_disjunct(place(@$)); }
+  ;
+
+disjunct
   : atom               { build.head_atom($atom); }
   | frame              { build.head_frame($frame); }
-  | head or atom       { build.head_atom($atom); }
-  | head or frame      { build.head_frame($frame); }
   ;
 
 or

@@ -232,26 +232,21 @@ FRAME ProgramBuilder::negated(FRAME frame) {
 
 void ProgramBuilder::head_frame(const FRAME& frame) {
   if (frame.has_nested_negation()) report_counted_error("You cannot have negation in head");
-  head_items_.emplace_back(frame);
+  head_frame_ = frame;
+}
+
+// Before what follows is read: its predicates are recorded behind those of the frame.
+void ProgramBuilder::next_disjunct(const SourceLocation& location) {
+  if (!head_frame_) return;
+  const auto literals = standardize(*head_frame_, FramePosition::kHead, context(location));
+  for (const Literal& literal : literals) head_.add(literal.atom);
+  head_frame_.reset();
 }
 
 // A frame alone stays one until the body is known: each of its statements then heads a clause of
 // its own.
 void ProgramBuilder::close_head(const SourceLocation& location) {
-  if (head_items_.size() == 1 && std::holds_alternative<FRAME>(head_items_[0])) {
-    head_frame_ = std::get<FRAME>(head_items_[0]);
-    return;
-  }
-  for (const auto& item : head_items_) {
-    if (const ATOMT* const atom = std::get_if<ATOMT>(&item)) {
-      head_.add(*atom);
-    } else {
-      const FRAME& frame = std::get<FRAME>(item);
-      for (const Literal& literal : standardize(frame, FramePosition::kHead, context(location))) {
-        head_.add(literal.atom);
-      }
-    }
-  }
+  if (head_.size() != 0) next_disjunct(location);
 }
 
 TERMT ProgramBuilder::weight(Number whole) {
@@ -434,7 +429,6 @@ void ProgramBuilder::end_statement() {
   has_invocation_ = false;
   terms_.clear();
   frames_.clear();
-  head_items_.clear();
   head_.clear();
   head_frame_.reset();
   bodies_in_use_ = 0;

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <deque>
 #include <optional>
-#include <variant>
 #include <vector>
 
 #include "frames/frame_translation.h"
@@ -93,9 +92,11 @@ class ProgramBuilder {
   FrameBuilder& frames() { return frames_; }
   FRAME negated(FRAME frame);
 
-  // The disjuncts of a head, and its end. "not" inside a frame there is reported and counted.
-  void head_atom(const ATOMT& atom) { head_items_.emplace_back(atom); }
+  // The disjuncts of a head, what stands between two of them, and its end. "not" inside a frame
+  // there is reported and counted.
+  void head_atom(const ATOMT& atom) { head_.add(atom); }
   void head_frame(const FRAME& frame);
+  void next_disjunct(const SourceLocation& location);
   void close_head(const SourceLocation& location);
 
   // The parts of a weak constraint's cost.
@@ -153,9 +154,8 @@ class ProgramBuilder {
   ListStack<TERMT> terms_;
   QualifiedConstants qualified_constants_;
   FrameBuilder frames_;
-  std::vector<std::variant<ATOMT, FRAME>> head_items_;
   Head head_;                          // of a rule that is not headed by one frame alone
-  std::optional<FRAME> head_frame_;    // of one that is
+  std::optional<FRAME> head_frame_;    // of one that is, or so far
   std::deque<Body> bodies_;            // reused from statement to statement
   std::size_t bodies_in_use_ = 0;
   std::deque<AGGREGATEPREDT> aggregates_;
