@@ -194,6 +194,7 @@ parameter
   : operand
   | ID                 { $$ = build.constant_term($ID); }
   | name_pair          { $$ = build.qualified_term($name_pair); }
+  | OR                 { $$ = build.constant_term(build.disjunction_name()); }
   | STAR               { $$ = build.asterisk_term(); }
   | DOLLAR             { $$ = build.dollar_term(); }
   ;
@@ -212,6 +213,7 @@ output_term
   : operand
   | ID                 { $$ = build.constant_term($ID); }
   | name_pair          { $$ = build.qualified_term($name_pair); }
+  | OR                 { $$ = build.constant_term(build.disjunction_name()); }
   | ANONYMOUS          { $$ = build.anonymous_term(); }
   ;
 

@@ -58,6 +58,10 @@ constexpr Rewriting kCases[] = {
      T_OF_F "-p(X) :- f(X). t(X) :- -p(X). } a(X) :- t{p(*)}(X), t{-p(*)}(X).",
      "a_2(a,default,X) :- t_2(X), t_0(X). p_1(Var0) :- -a_2(p,default,Var0). -p_0(X) :- p_1(X). "
      "t_0(X) :- -p_0(X). p_3(Var0) :- a_2(p,default,Var0). -p_2(X) :- p_3(X). t_2(X) :- -p_2(X)."},
+    {"the_word_v_is_a_term_of_an_invocation", COPY "a :- t{v(v,*)}(v).",
+     "a_1(a,default) :- t_0(v,v). v_1(Group0,Var0) :- a_3(v,default,Group0,Var0). t_0(Group0,X) :- "
+     "v_1(Group0,X).",
+     "v_1(Group0,Var0) : v(v,*); t_0(v,v) : t[v(v,*)] (v)"},
     {"recursion_over_a_local_predicate_handed_on_closes",
      T_OF_F "h(X) :- f(X). t(X) :- u{h(*)}(X). } #template u{f(1)}(1) { u(X) :- f(X). u(X) :- "
             "u{f(*)}(X). } a(X,D) :- t{p(*,D)}(X).",
