@@ -3,13 +3,10 @@
 #include "templates/linking.h"
 
 namespace zarel {
-namespace {
 
-bool is_marker(const TERMT& term) {
-  return term.kind == TermKind::kAsterisk || term.kind == TermKind::kDollar;
+bool is_marker(const TERMT& parameter) {
+  return parameter.kind == TermKind::kAsterisk || parameter.kind == TermKind::kDollar;
 }
-
-}    // namespace
 
 std::vector<TERMT> getGroupBy(const INVOCATIONATOM& invocation) {
   std::vector<TERMT> group_by;

@@ -94,7 +94,8 @@ std::string linked_key(const INVOCATIONATOM& invocation) {
     append_number(key, origin.shape.predicate());
     append_number(key, origin.frame_space ? to_index(*origin.frame_space) + std::uint64_t{1} : 0);
     for (const TERMT& term : origin.shape.terms()) {
-      append_number(key, static_cast<std::uint64_t>(term.kind));
+      const TermKind kind = is_marker(term) ? term.kind : TermKind::kVariable;
+      append_number(key, static_cast<std::uint64_t>(kind));
     }
   }
   return key;
@@ -227,9 +228,9 @@ ATOMT bridged(const ATOMT& atom) {
   const StoredList<TERMT> terms = program_storage().store(atom.terms());
   int places = 0;
   for (TERMT& term : terms.elements()) {
-    const bool is_open = term.kind == TermKind::kAsterisk || term.kind == TermKind::kDollar ||
-                         term.kind == TermKind::kAnonymous;
-    if (is_open) term = place_variable(atom.terms(), places++);
+    if (is_marker(term) || term.kind == TermKind::kAnonymous) {
+      term = place_variable(atom.terms(), places++);
+    }
   }
   return atom.with_terms(terms, 0);
 }

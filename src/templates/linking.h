@@ -34,7 +34,8 @@ void reset_linking();
 bool are_frames_local();
 
 // What names the expansion of an invocation of the program, and of one in a template body: its
-// signature. Linked, a number for template, actual predicates, frame spaces and parameter kinds.
+// signature. Linked, a number for template, actual predicates, frame spaces and parameter kinds;
+// what groups, a variable, a constant or a number, is one kind.
 std::uint32_t expansion_of(const INVOCATIONATOM& invocation);
 std::uint32_t nested_expansion_of(const INVOCATIONATOM& invocation, const BindingList& binding);
 
