@@ -1,6 +1,7 @@
 #include "templates/expansion.h"
 
 #include <ostream>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -69,18 +70,29 @@ class ClauseRewriter {
   }
 
   WeakConstraint rewritten(const WeakConstraint& weak) {
-    return {safe_body(weak.body()), {weak.weight(), weak.level()}};
+    Body body = rewritten_body(weak.body());
+    const TCONJUNCTION<Literal> safety = needed_safety(weak.body(), body);
+    for (const Literal& literal : safety.positive()) {
+      const auto [entry, is_new] = groups_.try_emplace(literal.atom.predicate(), literal.atom);
+      if (is_new) entry->second = group_atom(literal.atom);
+      body.add({entry->second, false});
+    }
+    return {body, {weak.weight(), weak.level()}};
   }
 
   Body safe_body(std::span<const Literal> written) {
     Body body = rewritten_body(written);
-    if (expansion_.group_by().empty() || !needs_safety(written)) return body;
+    const TCONJUNCTION<Literal> safety = needed_safety(written, body);
+    for (const Literal& literal : safety.positive()) body.add(literal);
+    return body;
+  }
+
+  TCONJUNCTION<Literal> needed_safety(std::span<const Literal> written, const Body& body) {
+    if (expansion_.group_by().empty() || !needs_safety(written)) return {};
     if (safety_.empty()) {
       safety_ = safety_atoms(expansion_.invocation(), expansion_.binding(), expansion_.group_by());
     }
-    const TCONJUNCTION<Literal> needed = modifyRule(safety_, body);
-    for (const Literal& literal : needed.positive()) body.add(literal);
-    return body;
+    return modifyRule(safety_, body);
   }
 
   Body rewritten_body(std::span<const Literal> written) {
@@ -133,8 +145,9 @@ class ClauseRewriter {
   Expansion& expansion_;
   const DoneList& done_;
   std::ostream& legend_;
-  SourceLocation location_{};    // of the clause
-  std::vector<ATOMT> safety_;    // made when the first clause needs them
+  SourceLocation location_{};                          // of the clause
+  std::vector<ATOMT> safety_;                          // made when the first clause needs them
+  std::unordered_map<std::uint32_t, ATOMT> groups_;    // of weak constraints, by the safety atom's
   // Its invocations whose expansion is done, each with the generated predicate.
   std::vector<std::pair<INVOCATIONATOM, std::string>> closed_;
 };

@@ -9,6 +9,7 @@
 #include "model/names.h"
 #include "model/program.h"
 #include "model/safety.h"
+#include "templates/generated_program.h"
 #include "templates/group_terms.h"
 #include "templates/projections.h"
 #include "templates/safety_literals.h"
@@ -288,6 +289,21 @@ std::vector<ATOMT> safety_atoms(const INVOCATIONATOM& invocation, const BindingL
                                 std::span<const TERMT> group_by) {
   return OptionLinkTemplates() ? bridge_bindings(binding, group_by)
                                : returnAtomsSafe(binding, invocation);
+}
+
+ATOMT group_atom(const ATOMT& safety) {
+  if (!OptionLinkTemplates()) return safety;
+  std::vector<TERMT> group;
+  for (const TERMT& term : safety.terms()) {
+    if (term.kind != TermKind::kAnonymous) group.push_back(term);
+  }
+  if (group.size() == safety.terms().size()) return safety;
+  const std::string stem = "group";
+  const ATOMT atom(local_name(stem, free_label(stem)), group, Type::kUnknown);
+  Body body;
+  body.add({safety, false});
+  add_generated_rule(atom, body, {});
+  return atom;
 }
 
 std::string_view safety_name(const ATOMT& atom) {

@@ -28,9 +28,9 @@ constexpr Rewriting kCases[] = {
      "a_2(a,default,X) :- u_2(X), w_0(X). p_1(Var0) :- a_2(p,default,Var0). g_0(X) :- p_1(X). "
      "w_0(X) :- g_0(X). p_3(Var0) :- a_2(p,default,Var0). u_2(X) :- p_3(X)."},
     {"formal_atoms_without_arguments_keep_group_by_terms",
-     "#template t{f(0)}(1) { t(X) :- f, h(X). } a(X) :- t{p(X)}(X).",
+     "#template t{f(0)}(1) { t(X) :- f, h(X). :~ h(X). } a(X) :- t{p(X)}(X).",
      "a_2(a,default,X) :- t_0(X,X). p_1(Group0) :- a_2(p,default,Group0). t_0(Group0,X) :- "
-     "p_1(Group0), h_0(Group0,X)."},
+     "p_1(Group0), h_0(Group0,X). :~ h_0(Group0,X), p_1(Group0). "},
     {"each_actual_keeps_its_pattern",
      "#template t{f(1),g(1)}(1) { t(X) :- f(X), g(X). } a(X,D) :- t{p(*,D),p(D,*)}(X).",
      "a_3(a,default,X,D) :- t_0(D,D,X). p_1(Var0,Group0) :- a_3(p,default,Var0,Group0). "
