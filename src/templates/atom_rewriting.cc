@@ -3,6 +3,7 @@
 #include "templates/generated_program.h"
 #include "templates/group_terms.h"
 #include "templates/linking.h"
+#include "templates/opposites.h"
 
 namespace zarel {
 namespace {
@@ -33,10 +34,16 @@ ATOMT local_atom(Expansion& expansion, const ATOMT& atom, const BodyName& name) 
   return plain_atom(renamed, grouped(expansion, atom.terms()), negation_of(name));
 }
 
-ATOMT formal_atom(const Expansion& expansion, const ATOMT& atom, std::size_t place) {
-  const std::uint32_t bound = expansion.binding()[place].second.predicate();
-  return {ATOMT::Predicates().name_id(bound), expansion.formal_terms(place, atom.terms()),
-          Type::kUnknown};
+bool asks_for_opposite(const BodyName& formal) {
+  return formal.is_strongly_negated && are_formals_negated();
+}
+
+ATOMT formal_atom(const Expansion& expansion, const ATOMT& atom, const BodyName& name,
+                  std::size_t place) {
+  const std::uint32_t predicate = expansion.binding()[place].second.predicate();
+  const ATOMT bound(ATOMT::Predicates().name_id(predicate),
+                    expansion.formal_terms(place, atom.terms()), Type::kUnknown);
+  return asks_for_opposite(name) ? opposite(bound) : bound;
 }
 
 void add_bridge(Expansion& expansion, const ATOMT& atom, const SourceLocation& location) {
@@ -60,16 +67,27 @@ NestedActual plain(const ATOMT& atom) {
   return {atom, {atom, std::nullopt}};
 }
 
+// A formal predicate handed on whole.
+NestedActual bound_actual(const Expansion& expansion, const BodyName& name, std::size_t place) {
+  const ATOMT& actual = expansion.actuals()[place];
+  const ActualOrigin& origin = expansion.invocation().origins[place];
+  if (!asks_for_opposite(name)) return {actual, origin};
+  return {opposite(actual), {opposite(origin.shape), origin.frame_space}};
+}
+
 NestedActual nested_actual(Expansion& expansion, const ATOMT& actual,
                            const SourceLocation& location) {
   const BodyName name = body_name(actual);
   if (is_global(expansion.definition(), name.text)) {
-    if (are_nested_globals_bridged()) add_bridge(expansion, actual, location);
+    if (are_nested_globals_bridged()) {
+      add_bridge(expansion, actual, location);
+      add_bridge(expansion, opposite(actual), location);
+    }
     return plain(local_atom(expansion, actual, name));
   }
   if (const auto place = expansion.formal(name.text)) {
-    if (!stands_for_bound(actual.terms())) return plain(formal_atom(expansion, actual, *place));
-    return {expansion.actuals()[*place], expansion.invocation().origins[*place]};
+    if (stands_for_bound(actual.terms())) return bound_actual(expansion, name, *place);
+    return plain(formal_atom(expansion, actual, name, *place));
   }
   if (name.text == expansion.invocation().name) return plain(own_atom(expansion, actual, name));
   return plain(local_atom(expansion, actual, name));
@@ -121,7 +139,9 @@ ATOMT getAtom(Expansion& expansion, const ATOMT& atom, const SourceLocation& loc
     add_bridge(expansion, atom, location);
     return local_atom(expansion, atom, name);
   }
-  if (const auto place = expansion.formal(name.text)) return formal_atom(expansion, atom, *place);
+  if (const auto place = expansion.formal(name.text)) {
+    return formal_atom(expansion, atom, name, *place);
+  }
   if (name.text == expansion.invocation().name) return own_atom(expansion, atom, name);
   return local_atom(expansion, atom, name);
 }

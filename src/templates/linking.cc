@@ -11,6 +11,7 @@
 #include "model/safety.h"
 #include "templates/generated_program.h"
 #include "templates/group_terms.h"
+#include "templates/opposites.h"
 #include "templates/projections.h"
 #include "templates/safety_literals.h"
 
@@ -134,6 +135,7 @@ void set_link_templates(bool is_on) {
 
 void reset_linking() {
   linking() = Linking{};
+  reset_opposites();
 }
 
 bool are_frames_local() {
@@ -262,6 +264,10 @@ bool stands_for_bound(std::span<const TERMT> parameters) {
   return OptionLinkTemplates() &&
          std::all_of(parameters.begin(), parameters.end(),
                      [](const TERMT& term) { return term.kind == TermKind::kAsterisk; });
+}
+
+bool are_formals_negated() {
+  return OptionLinkTemplates();
 }
 
 bool are_nested_globals_bridged() {

@@ -97,7 +97,12 @@ std::vector<TERMT> merged_terms(std::span<const TERMT> terms, std::span<const TE
 // to: never. Linked, when all of them are "*".
 bool stands_for_bound(std::span<const TERMT> parameters);
 
-// Whether a nested invocation's global actual predicate gets a bridge rule: no. Linked, it does.
+// Whether "-" in front of a formal predicate asks for the strong negation: it means nothing.
+// Linked, it does. See Note [opposites].
+bool are_formals_negated();
+
+// Whether a nested invocation's global actual predicate gets bridge rules: no. Linked, it does, one
+// for each sign.
 bool are_nested_globals_bridged();
 
 // The literals that bind the group-by terms in a bridge rule.

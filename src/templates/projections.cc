@@ -8,6 +8,7 @@
 #include "templates/group_terms.h"
 #include "templates/legend.h"
 #include "templates/linking.h"
+#include "templates/opposites.h"
 
 namespace zarel {
 namespace {
@@ -65,8 +66,10 @@ BindingList getProjections(const INVOCATIONATOM& invocation,
     const ATOMT projection(name, terms.head, Type::kUnknown);
     binding.emplace_back(formals[i].name, projection);
     write_line(legend, projection, invocation);
+    const ATOMT source = projection_source(invocation, i, base, terms.body);
+    if (are_formals_negated()) note_projection(projection, source);
     Body body;
-    body.add({projection_source(invocation, i, base, terms.body), false});
+    body.add({source, false});
     add_generated_rule(projection, body, {});
     if (group_by.empty()) continue;
     templateInn().push_back(soloGroup_by(group_by, projection, OtherTerms::kAnonymous));

@@ -62,6 +62,24 @@ constexpr Rewriting kCases[] = {
      "a_1(a,default) :- t_0(v,v). v_1(Group0,Var0) :- a_3(v,default,Group0,Var0). t_0(Group0,X) :- "
      "v_1(Group0,X).",
      "v_1(Group0,Var0) : v(v,*); t_0(v,v) : t[v(v,*)] (v)"},
+    {"negated_formal_predicates_read_the_opposite",
+     "#template t{f(1),g(0)}(1) { t(X) :- -f(X), not -f(b), -g, g. t(X) :- t{-f(*),-g}(X). } a(X) "
+     ":- t{p(D,*),-q}(X).",
+     "a_2(a,default,X) :- t_0(D,X). p_1(Group0,Var0) :- a_3(p,default,Group0,Var0). q_2 :- "
+     "-a_1(q,default). minus_p_0(Group0,Var0) :- -a_3(p,default,Group0,Var0). minus_q_0 :- "
+     "a_1(q,default). t_0(Group0,X) :- minus_p_0(Group0,X), minus_q_0, q_2, p_1(Group0,_), not "
+     "minus_p_0(Group0,b). t_0(Group0,X) :- t_3(Group0,X), p_1(Group0,_). p_4(Group0,Var0) :- "
+     "-a_3(p,default,Group0,Var0). q_5 :- a_1(q,default). minus_p_1(Group0,Var0) :- "
+     "a_3(p,default,Group0,Var0). minus_q_1 :- -a_1(q,default). t_3(Group0,X) :- "
+     "minus_p_1(Group0,X), minus_q_1, q_5, p_4(Group0,_), not minus_p_1(Group0,b). t_3(Group0,X) "
+     ":- t_0(Group0,X), p_4(Group0,_)."},
+    {"negated_formal_predicates_of_projections_and_local_ones",
+     "#template t{f(2)}(1) { h(X) :- f(X,X). t(X) :- u{-f(*,$)}(X), u{h(*)}(X). } #template "
+     "u{f(1)}(1) { u(X) :- -f(X). } a(X) :- t{p(*,*)}(X).",
+     "a_2(a,default,X) :- t_0(X). p_1(Var0,Var1) :- a_3(p,default,Var0,Var1). h_0(X) :- p_1(X,X). "
+     "minus_p_0(Var0,Var1) :- -a_3(p,default,Var0,Var1). t_0(X) :- u_4(X), u_2(X). h_0_3(Var0) :- "
+     "h_0(Var0). minus_h_0_0(Var0) :- -h_0(Var0). u_2(X) :- minus_h_0_0(X). minus_p_0_5(Var0) :- "
+     "minus_p_0(Var0,_). minus_minus_p_0_0(Var0) :- p_1(Var0,_). u_4(X) :- minus_minus_p_0_0(X)."},
     {"recursion_over_a_local_predicate_handed_on_closes",
      T_OF_F "h(X) :- f(X). t(X) :- u{h(*)}(X). } #template u{f(1)}(1) { u(X) :- f(X). u(X) :- "
             "u{f(*)}(X). } a(X,D) :- t{p(*,D)}(X).",
@@ -98,7 +116,8 @@ constexpr Rewriting kCases[] = {
      "#template t{f(1)}(1) GLOBAL g { t(X) :- u{g(*,$,b)}(X), f(X). } #template u{f(1)}(1) { u(X) "
      ":- f(X). } a(X,D) :- t{p(*,D)}(X).",
      "a_3(a,default,X,D) :- t_0(D,X). p_1(Var0,Group0) :- a_3(p,default,Var0,Group0). "
-     "g_0(Group0,Var0,Var1,b) :- a_4(g,default,Var0,Var1,b), p_1(_,Group0). t_0(Group0,X) :- "
+     "g_0(Group0,Var0,Var1,b) :- a_4(g,default,Var0,Var1,b), p_1(_,Group0). "
+     "-g_0(Group0,Var0,Var1,b) :- -a_4(g,default,Var0,Var1,b), p_1(_,Group0). t_0(Group0,X) :- "
      "u_2(Group0,b,X), p_1(X,Group0). g_0_3(Group0,Var0,Group1) :- g_0(Group0,Var0,_,Group1). "
      "u_2(Group0,Group1,X) :- g_0_3(Group0,X,Group1).",
      "p_1(Var0,Group0) : p(*,D); t_0(D,X) : t[p(*,D)] (X); g_0_3(Group0,Var0,Group1) : "
