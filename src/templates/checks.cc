@@ -103,13 +103,20 @@ class RuleFault {
     for (const Literal& literal : body) {
       if (literal.atom.is_aggregate()) {
         look_at_body(literal.atom.aggregate().body.elements());
+      } else if (literal.atom.payload() == ATOMT::Payload::kInvocation) {
+        look_at_nested(literal.atom.invocation());
       } else {
-        look_at_body(literal.atom);
+        look_at_use(literal.atom);
       }
     }
   }
 
-  void look_at_body(const ATOMT& atom) {
+  void look_at_nested(const InvocationPayload& invocation) {
+    if (!are_nested_invocations_checked()) return;
+    for (const ATOMT& actual : invocation.actuals.elements()) look_at_use(actual);
+  }
+
+  void look_at_use(const ATOMT& atom) {
     if (!is_rewritten(atom)) return;
     const std::size_t arity = atom.terms().size();
     for (const std::size_t place : places_of(body_name(atom).text)) {
@@ -192,6 +199,44 @@ bool check_result(const DEFINITIONATOM& definition) {
   return fault(quoted(definition.name) + " lacks an head atom having the same name of template.");
 }
 
+// The definitions that the program's invocations lead to, each once.
+class ReachedDefinitions {
+ public:
+  // Whether it was not reached before.
+  bool add(const DEFINITIONATOM& definition) {
+    const bool is_new = known_.insert(&definition).second;
+    if (is_new) all_.push_back(&definition);
+    return is_new;
+  }
+
+  // Goes on to those that only template bodies invoke, and checks them as the others are.
+  bool check_nested() {
+    const std::size_t checked = all_.size();
+    for (std::size_t i = 0; i < all_.size(); ++i) {
+      const DEFINITIONATOM& definition = *all_[i];
+      if (i >= checked && !(check_rules(definition) && check_result(definition))) return false;
+      for (const CLAUSET& clause : definition.rules) {
+        add_invoked(std::visit(BodyOf{}, clause.payload()));
+      }
+    }
+    return true;
+  }
+
+ private:
+  void add_invoked(std::span<const Literal> body) {
+    for (const Literal& literal : body) {
+      if (literal.atom.is_aggregate()) add_invoked(literal.atom.aggregate().body.elements());
+      if (literal.atom.payload() != ATOMT::Payload::kInvocation) continue;
+      const NameId name = literal.atom.invocation().name;
+      const DEFINITIONATOM* const definition = defhashmap().find(names().spelling(name));
+      if (definition != nullptr) add(*definition);
+    }
+  }
+
+  std::unordered_set<const DEFINITIONATOM*> known_;
+  std::vector<const DEFINITIONATOM*> all_;
+};
+
 }    // namespace
 
 bool has_shape_of(const INVOCATIONATOM& invocation, const DEFINITIONATOM& definition) {
@@ -202,18 +247,18 @@ bool has_shape_of(const INVOCATIONATOM& invocation, const DEFINITIONATOM& defini
 // A definition's own rules give the same outcome at each of its invocations: they are checked at
 // the first one.
 bool control_of_template() {
-  std::unordered_set<const DEFINITIONATOM*> checked;
+  ReachedDefinitions reached;
   for (const INVOCATIONATOM& invocation : invhashmap().all()) {
     const DEFINITIONATOM* const definition = defhashmap().find(invocation.name);
     if (definition == nullptr) return fault(quoted(invocation.name) + " not defined.");
-    const bool is_first = checked.insert(definition).second;
+    const bool is_first = reached.add(*definition);
     if (!check_output_arity(invocation, *definition)) return false;
     if (is_first && !check_rules(*definition)) return false;
     if (!check_actual_count(invocation, *definition)) return false;
     if (!check_actual_arities(invocation, *definition)) return false;
     if (is_first && !check_result(*definition)) return false;
   }
-  return true;
+  return !are_nested_invocations_checked() || reached.check_nested();
 }
 
 }    // namespace zarel

@@ -231,9 +231,8 @@ ATOMT bridged(const ATOMT& atom) {
   const StoredList<TERMT> terms = program_storage().store(atom.terms());
   int places = 0;
   for (TERMT& term : terms.elements()) {
-    if (is_marker(term) || term.kind == TermKind::kAnonymous) {
+    if (is_marker(term) || term.kind == TermKind::kAnonymous)
       term = place_variable(atom.terms(), places++);
-    }
   }
   return atom.with_terms(terms, 0);
 }
@@ -267,6 +266,10 @@ bool stands_for_bound(std::span<const TERMT> parameters) {
 }
 
 bool are_formals_negated() {
+  return OptionLinkTemplates();
+}
+
+bool are_nested_invocations_checked() {
   return OptionLinkTemplates();
 }
 

@@ -101,6 +101,10 @@ bool stands_for_bound(std::span<const TERMT> parameters);
 // Linked, it does. See Note [opposites].
 bool are_formals_negated();
 
+// Whether templates that only template bodies invoke are checked, and the places of formal
+// predicates in nested invocations: no. Linked, they are.
+bool are_nested_invocations_checked();
+
 // Whether a nested invocation's global actual predicate gets bridge rules: no. Linked, it does, one
 // for each sign.
 bool are_nested_globals_bridged();
