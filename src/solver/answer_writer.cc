@@ -41,9 +41,9 @@ bool read_helper(std::string_view atom, AnswerSet& answer) {
     add_cost(atom, answer.costs);
     return true;
   }
-  const std::optional<std::size_t> overflow = numbered_helper(atom, "_overflow(");
-  if (!overflow) return false;
-  answer.overflow = overflow;
+  const std::optional<std::size_t> fault = numbered_helper(atom, "_fault(");
+  if (!fault) return false;
+  answer.fault = fault;
   return true;
 }
 
@@ -74,7 +74,7 @@ void read_answer_set(std::string_view line, const ProgramParts& parts, AnswerSet
   answer.text.reserve(line.size() + line.size() / 8);    // a comma for each atom
   answer.text += '{';
   answer.costs.clear();
-  answer.overflow.reset();
+  answer.fault.reset();
   if (!parts.facts.empty() || !append_plain(line, answer.text)) {
     each_atom(line, [&](std::string_view atom) {
       if (atom.front() == '_' && read_helper(atom, answer)) return;

@@ -17,9 +17,9 @@ using Costs = std::map<std::int64_t, std::int64_t, std::greater<>>;
 
 // An answer set as text, and what its hidden atoms say.
 struct AnswerSet {
-  std::string text;                       // "{a, b}"
-  Costs costs;                            // see Note [levels of variables]
-  std::optional<std::size_t> overflow;    // index of the place where an integer left 32 bits
+  std::string text;                    // "{a, b}"
+  Costs costs;                         // see Note [levels of variables]
+  std::optional<std::size_t> fault;    // index of what is wrong with its integers
 };
 
 // Reads one line of clingo into `answer`, whose memory is used again.
@@ -33,7 +33,7 @@ Costs read_costs(std::string_view line, const ProgramParts& parts);
 // as a quoted string, which readers that know one level take for a term.
 void append_best_model(std::string& out, const AnswerSet& answer, const Costs& costs);
 
-// The argument of a hidden atom of ours with one number, such as _overflow(3).
+// The argument of a hidden atom of ours with one number, such as _fault(3).
 std::optional<std::size_t> numbered_helper(std::string_view atom, std::string_view name);
 
 }    // namespace dl

@@ -36,7 +36,7 @@ bool BodyOrder::order(const std::vector<Literal>& body, std::vector<char> bound)
   const bool keeps_order = body.size() <= kKeptOrder;
   for (std::uint32_t i = 0; i < body.size(); ++i) {
     examine(i);
-    if (!keeps_order) settle();
+    if (!keeps_order) settle_certain();
   }
   settle();
   while (left_ != 0 && take_a_range()) settle();
@@ -124,7 +124,8 @@ BodyOrder::MaybeReady BodyOrder::operand_readiness(const Literal& literal) const
   }
   if (unbound != 1 || statement_.argument(literal, target).kind != TermKind::kVariable)
     return std::nullopt;
-  return Readiness{StepMode::kAssign, target};
+  const bool is_factor = literal.kind == kProduct && target != 2;
+  return Readiness{is_factor ? StepMode::kFactor : StepMode::kAssign, target};
 }
 
 BodyOrder::MaybeReady BodyOrder::function_readiness(const Literal& literal) const {
@@ -153,8 +154,10 @@ BodyOrder::MaybeReady BodyOrder::aggregate_readiness(const Literal& literal) {
 }
 
 bool BodyOrder::inside_is_safe(const Aggregate& aggregate) {
-  BodyOrder inside(statement_, outer_);
-  if (!inside.order(aggregate.body, bound_)) {
+  BodyOrder inside(statement_, outer_, integers_);
+  const bool is_ordered = inside.order(aggregate.body, bound_);
+  is_tangled_ = is_tangled_ || inside.is_tangled_;
+  if (!is_ordered) {
     unbound_ = inside.unbound_variable();
     return false;
   }
@@ -175,6 +178,8 @@ void BodyOrder::examine(std::uint32_t literal) {
   if (!found) return;
   if (found->mode == StepMode::kAssign) {
     assignments_.push_back(literal);
+  } else if (found->mode == StepMode::kFactor) {
+    products_.push_back(literal);
   } else if (item.kind == kAtom && !item.negated && following_ && !are_bound(item.uses)) {
     atoms_.push_back(literal);
   } else {
@@ -184,10 +189,14 @@ void BodyOrder::examine(std::uint32_t literal) {
 
 void BodyOrder::take(std::uint32_t literal, Readiness readiness) {
   const Literal& item = (*body_)[literal];
+  Step step{literal, readiness.mode, readiness.target};
   taken_[literal] = 1;
   --left_;
-  steps_.push_back({literal, readiness.mode, readiness.target});
-  if (readiness.mode == StepMode::kAssign || (item.kind == kAtom && !item.negated)) bind(item.uses);
+  if (readiness.mode == StepMode::kFactor) {
+    step.others = find_others(literal, readiness.target);
+  }
+  steps_.push_back(step);
+  if (readiness.mode != StepMode::kTest || (item.kind == kAtom && !item.negated)) bind(item.uses);
 }
 
 void BodyOrder::bind(Slice uses) {
@@ -200,9 +209,14 @@ void BodyOrder::bind_variable(VariableId variable) {
   news_.push_back(variable);
 }
 
+void BodyOrder::settle() {
+  do settle_certain();
+  while (take_a_product());
+}
+
 // Follows what new values make possible, until nothing does: tests at once, then atoms, assignments
 // last.
-void BodyOrder::settle() {
+void BodyOrder::settle_certain() {
   following_ = true;
   for (;;) {
     while (next_news_ < news_.size()) {
@@ -220,6 +234,76 @@ void BodyOrder::settle() {
     if (now) take(literal, *now);
   }
   following_ = false;
+}
+
+bool BodyOrder::take_a_product() {
+  while (!products_.empty()) {
+    const std::uint32_t literal = products_.front();
+    products_.pop_front();
+    if (taken_[literal]) continue;
+    const MaybeReady now = readiness((*body_)[literal]);
+    if (!now) continue;
+    take(literal, *now);
+    return true;
+  }
+  return false;
+}
+
+// Whether a literal that is left could compute the variable.
+bool BodyOrder::can_be_given(VariableId variable) const {
+  for (std::uint32_t i = watch_begin_[variable]; i < watch_begin_[variable + 1]; ++i) {
+    if (!taken_[watchers_[i]] && may_bind((*body_)[watchers_[i]], variable)) return true;
+  }
+  return false;
+}
+
+bool BodyOrder::may_bind(const Literal& literal, VariableId variable) const {
+  if (literal.kind == kAggregate) {
+    const auto begin = statement_.uses.begin();
+    return std::find(begin + literal.uses.begin, begin + literal.uses.end, variable) !=
+           begin + literal.uses.end;
+  }
+  if (is_comparison(literal.kind)) return literal.kind == (literal.negated ? kUnequal : kEqual);
+  return !literal.negated;
+}
+
+// The ways to the factor besides the literal, which is taken already: see Note [open factors].
+Slice BodyOrder::find_others(std::uint32_t literal, std::uint32_t target) {
+  const VariableId factor = statement_.argument((*body_)[literal], target).variable;
+  const auto begin = static_cast<std::uint32_t>(others_.size());
+  if (integers_ == IntegerBound::kNone && can_be_given(factor)) {
+    BodyOrder rest(*this);
+    rest.steps_ = {{literal, StepMode::kZero, target}};
+    unsigned tries = 0;
+    rest.explore(factor, others_, tries);
+    is_tangled_ = is_tangled_ || rest.is_tangled_;
+  }
+  return {begin, static_cast<std::uint32_t>(others_.size())};
+}
+
+// Follows each choice of products that are 0 = 0 * Y, and of those that compute a factor instead.
+void BodyOrder::explore(VariableId factor, std::vector<std::vector<Step>>& ways, unsigned& tries) {
+  constexpr unsigned kMostTries = 100;
+  if (++tries > kMostTries) is_tangled_ = true;
+  settle_certain();
+  while (!bound_[factor] && !is_tangled_ && !products_.empty()) {
+    const std::uint32_t literal = products_.front();
+    products_.pop_front();
+    const MaybeReady now = taken_[literal] ? std::nullopt : readiness((*body_)[literal]);
+    if (!now) continue;
+    taken_[literal] = 1;
+    if (now->mode == StepMode::kFactor) {
+      BodyOrder other(*this);
+      other.steps_.push_back({literal, now->mode, now->target});
+      other.bind((*body_)[literal].uses);
+      other.explore(factor, ways, tries);
+      is_tangled_ = other.is_tangled_;
+    }
+    const bool is_open = now->mode == StepMode::kFactor;
+    steps_.push_back({literal, is_open ? StepMode::kZero : StepMode::kTest, now->target});
+    settle_certain();
+  }
+  if (bound_[factor]) ways.push_back(steps_);
 }
 
 // Where nothing else binds an operand of "+", "*" or "#succ", it ranges over all integers up to the

@@ -17,14 +17,25 @@ namespace dl {
 enum class StepMode : std::uint8_t {
   kTest,      // the literal is evaluated; a positive atom binds its variables
   kAssign,    // a builtin computes the operand `target` (an aggregate: its guard)
+  kFactor,    // "*" computes the factor `target`: see Note [open factors]
+  kZero,      // "*" holds whatever its factor `target` is
   kRange      // `target` is a variable that ranges over all integers up to the bound
 };
 
+// Note [open factors]
+// Z = X * Y gives Y a value where X is not 0. Where X and Z are both 0, it leaves Y open: under a
+// bound Y is any integer up to it, and without one whatever the rest of the body says. So a factor
+// is computed last, and the step lists the other ways in which the rest, with this literal left
+// out, gives Y a value, too. Each is a body of its own; what follows is the same for all.
 struct Step {
   std::uint32_t literal;    // index in the body
   StepMode mode;
   std::uint32_t target;
+  Slice others{};    // of kFactor: in BodyOrder::others()
 };
+
+// Whether the program bounds its integers.
+enum class IntegerBound : bool { kNone, kGiven };
 
 // For each variable of a statement, whether it occurs outside the braces of aggregates: those that
 // do not are local.
@@ -33,8 +44,8 @@ std::vector<char> outer_variables(const Statement& statement);
 class BodyOrder {
  public:
   // `outer` from outer_variables; it and the statement must outlive the order.
-  BodyOrder(const Statement& statement, const std::vector<char>& outer)
-      : statement_(statement), outer_(outer) {}
+  BodyOrder(const Statement& statement, const std::vector<char>& outer, IntegerBound integers)
+      : statement_(statement), outer_(outer), integers_(integers) {}
 
   // Orders the body, with `bound` telling which variables have values already; bound() tells them
   // afterwards. Returns false when some literal cannot be evaluated: unbound_variable() names the
@@ -42,6 +53,9 @@ class BodyOrder {
   bool order(const std::vector<Literal>& body, std::vector<char> bound);
 
   const std::vector<Step>& steps() const { return steps_; }
+  const std::vector<std::vector<Step>>& others() const { return others_; }
+  // Whether there are more ways to a factor than are looked at: nothing of the order is of use.
+  bool is_tangled() const { return is_tangled_; }
   const std::vector<char>& bound() const { return bound_; }
   bool is_bound(const Term& term) const { return are_bound(term.uses); }
   std::string_view unbound_variable() const { return unbound_; }
@@ -68,11 +82,18 @@ class BodyOrder {
   void bind(Slice uses);
   void bind_variable(VariableId variable);
   void settle();
+  void settle_certain();
+  bool take_a_product();
+  bool can_be_given(VariableId variable) const;
+  bool may_bind(const Literal& literal, VariableId variable) const;
+  Slice find_others(std::uint32_t literal, std::uint32_t target);
+  void explore(VariableId factor, std::vector<std::vector<Step>>& ways, unsigned& tries);
   bool take_a_range();
   void note_stuck();
 
   const Statement& statement_;
   const std::vector<char>& outer_;
+  IntegerBound integers_;
   const std::vector<Literal>* body_ = nullptr;
   std::vector<char> bound_;
   std::vector<char> taken_;                   // by literal
@@ -85,7 +106,10 @@ class BodyOrder {
   bool following_ = false;    // looking at what shares a variable, not at all literals in turn
   std::deque<std::uint32_t> atoms_;    // positive atoms that share a variable with what was taken
   std::deque<std::uint32_t> assignments_;    // that could be taken; tests go first
+  std::deque<std::uint32_t> products_;       // that could compute a factor; all others go first
   std::vector<Step> steps_;
+  std::vector<std::vector<Step>> others_;
+  bool is_tangled_ = false;
   std::string_view unbound_;
 };
 

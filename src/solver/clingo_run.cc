@@ -56,12 +56,17 @@ std::vector<std::string> ClingoRun::arguments() const {
 
 void ClingoRun::read_along(Translation& translation) {
   process_.start(options_.clingo, arguments());
-  translation.receiver = [this](std::string_view text) { process_.write(text); };
+  translation.receiver = [this](std::string_view text) { give(text); };
+}
+
+void ClingoRun::give(std::string_view text) {
+  process_.write(text);
+  if (parts_.has_sums) given_ += text;
 }
 
 int ClingoRun::solve(std::string& program) {
   if (!process_.is_running()) process_.start(options_.clingo, arguments());
-  process_.write(program);
+  give(program);
   program = std::string();
   process_.finish_input();
   LineReader reader(process_);
@@ -100,7 +105,7 @@ void ClingoRun::read_answer(std::string_view line) {
   read_answer_set(line, parts_, answer_);
   has_held_ = !parts_.weak_constraints.empty();
   if (has_held_) return;
-  check_overflow(answer_.overflow);
+  check_fault(answer_.fault);
   // One answer set may be all there is, and large: it is not copied.
   if (output_.empty()) {
     output_.swap(answer_.text);
@@ -112,14 +117,13 @@ void ClingoRun::read_answer(std::string_view line) {
 
 void ClingoRun::print_held() {
   if (!std::exchange(has_held_, false)) return;
-  check_overflow(answer_.overflow);
+  check_fault(answer_.fault);
   append_best_model(output_, answer_, parts_.variable_levels ? answer_.costs : costs_);
 }
 
-void ClingoRun::check_overflow(std::optional<std::size_t> overflow) const {
-  if (!overflow) return;
-  throw Failure{parts_.at(parts_.overflow_places.at(*overflow),
-                          "an integer leaves 32 bits; #maxint or -N= bounds it")};
+void ClingoRun::check_fault(std::optional<std::size_t> fault) const {
+  if (!fault) return;
+  throw Failure{parts_.message(parts_.faults.at(*fault))};
 }
 
 void ClingoRun::flush() {
@@ -159,7 +163,7 @@ bool ClingoRun::has_brave_answer() const {
 void ClingoRun::print_query() {
   const bool holds_in_all = options_.reasoning == Reasoning::kCautious;
   if (has_consequences_) {
-    check_overflow(query_overflow(consequences_, holds_in_all, parts_.overflow_places.size()));
+    check_fault(query_fault(consequences_, holds_in_all, parts_.faults.size()));
   } else {
     std::cerr << parts_.at(parts_.query->place, "note: the program has no answer set") << '\n';
   }
@@ -168,6 +172,27 @@ void ClingoRun::print_query() {
   } else {
     output_ += query_holds(consequences_) ? "true\n" : "false\n";
   }
+}
+
+// The sum for which clasp gave up: see Note [sums that could wrap].
+std::optional<std::size_t> ClingoRun::sum_at_fault() const {
+  ClingoProcess grounder;
+  grounder.start(options_.clingo, {"--mode=gringo", "--warn=none", "-"});
+  grounder.write(given_);
+  grounder.finish_input();
+  std::optional<std::size_t> first;
+  LineReader reader(grounder);
+  do {
+    std::string_view line;
+    while (reader.next(line)) {
+      const std::size_t atom = line.starts_with("4 ") ? line.find(" _fault(") : line.npos;
+      if (atom == line.npos) continue;
+      const std::optional<std::size_t> fault = numbered_helper(line.substr(atom + 1), "_fault(");
+      const bool is_sum = parts_.faults.at(*fault).kind == FaultKind::kSum;
+      if (is_sum && (!first || *fault < *first)) first = fault;
+    }
+  } while (reader.wait());
+  return first;
 }
 
 void ClingoRun::fail(const ProcessEnd& end) const {
@@ -194,10 +219,14 @@ void ClingoRun::fail(const ProcessEnd& end) const {
 // "-:12:3-4: error: text".
 std::string ClingoRun::clingo_error(std::string_view errors) const {
   // clasp counts in 32 bits, too, but it notices.
+  if (parts_.has_sums && errors.find("Integer overflow!") != std::string_view::npos) {
+    if (const std::optional<std::size_t> fault = sum_at_fault()) {
+      return parts_.message(parts_.faults.at(*fault));
+    }
+  }
   if (errors.find("Integer overflow!") != std::string_view::npos ||
       errors.find("weight too large") != std::string_view::npos) {
-    return "dl: the values of a #sum, or the weights of weak constraints, leave the 32 bits of "
-           "clingo";
+    return "dl: the weights of weak constraints leave the 32 bits of clingo";
   }
   constexpr std::string_view kLoud = "ERROR: (clingo): ";
   const std::size_t found = errors.find("rror: ");

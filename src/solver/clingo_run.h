@@ -32,6 +32,7 @@ class ClingoRun {
 
  private:
   std::vector<std::string> arguments() const;
+  void give(std::string_view text);
   void read_line(std::string_view line);
   void read_answer(std::string_view line);
   void print_held();
@@ -41,12 +42,14 @@ class ClingoRun {
   int judge(bool complete_lines);
   [[noreturn]] void fail(const ProcessEnd& end) const;
   std::string clingo_error(std::string_view errors) const;
-  void check_overflow(std::optional<std::size_t> overflow) const;
+  std::optional<std::size_t> sum_at_fault() const;
+  void check_fault(std::optional<std::size_t> fault) const;
 
   const Options& options_;
   const ProgramParts& parts_;
   const LineMap& lines_;
   ClingoProcess process_;
+  std::string given_;     // all that clingo was given, where sums are watched
   std::string output_;    // for standard output
   AnswerSet answer_;
   Costs costs_;

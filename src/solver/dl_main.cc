@@ -42,6 +42,8 @@ int run(const std::vector<std::string_view>& arguments) {
   dl::ProgramParts parts;
   parts.has_query = survey.has_query();
   parts.has_weak_constraints = survey.has_weak_constraints();
+  parts.has_sums = survey.has_sums();
+  parts.has_bound = options.bound || survey.bound();
   dl::Translation translation;
   dl::Translator translator(options, parts, translation);
   dl::ClingoRun clingo(options, parts, translation.lines);

@@ -54,21 +54,36 @@ void append_sum(std::string& out, const OrderedBody& body, const Literal& litera
   append(out, step.target == 0 ? x : y, "=", z, "-", known, ",", known, "<=", z, ",", z, "<=_m");
 }
 
-// 0**X is 1 for X = 0 and 0 for all others, which keeps divisors away from 0 and tells the two
-// cases apart: a factor of 0 leaves the other open.
-void append_product(std::string& out, const OrderedBody& body, const Literal& literal,
-                    const Step& step) {
+// Every operand is an integer up to the bound: that is asked of each where the others do not tell.
+// 0**Y is 1 for Y = 0 and 0 for all others, which keeps the divisor away from 0.
+void append_product(std::string& out, const OrderedBody& body, const Literal& literal) {
   const std::string_view x = operand(body, literal, 0);
   const std::string_view y = operand(body, literal, 1);
-  const std::string_view z = operand(body, literal, 2);
-  if (step.mode == StepMode::kAssign && step.target != 2) {
-    const std::string_view known = step.target == 0 ? y : x;
-    const std::string_view wanted = step.target == 0 ? x : y;
-    std::string quotient;
-    append(quotient, "(1-0**", known, ")*(", z, "/(", known, "+0**", known, "))");
-    append(out, wanted, "=", quotient, "..", quotient, "+0**", known, "*_r,");
-  }
-  append(out, z, "=", x, "*", y, ",", x, "<=_m/(", y, "+0**", y, ")");
+  append(out, operand(body, literal, 2), "=", x, "*", y, ",", x, "<=_m/(", y, "+0**", y, "),", y,
+         "<=_m");
+}
+
+// The operands of a kFactor or kZero.
+struct Factors {
+  std::string_view wanted, known, product;
+};
+
+Factors factors_of(const OrderedBody& body, const Step& step) {
+  const Literal& literal = body.literals[step.literal];
+  return {operand(body, literal, step.target), operand(body, literal, 1 - step.target),
+          operand(body, literal, 2)};
+}
+
+// Nothing is divided by 0: then the literal does not hold.
+void append_factor(std::string& out, const OrderedBody& body, const Step& step) {
+  const auto [wanted, known, product] = factors_of(body, step);
+  append(out, product, "\\", known, "=0,", wanted, "=", product, "/", known, ",", product, "<=_m,",
+         known, "<=_m");
+}
+
+void append_zeros(std::string& out, const OrderedBody& body, const Step& step) {
+  const auto [wanted, known, product] = factors_of(body, step);
+  append(out, known, "=0,", product, "=0");
 }
 
 void append_function(std::string& out, const OrderedBody& body, const Literal& literal) {
@@ -85,22 +100,16 @@ struct Element {
   std::string condition;
 };
 
-Element element_of(const OrderedBody& body, const Aggregate& aggregate) {
-  const Statement& statement = body.statement;
+Element element_of(const Statement& statement, const Aggregate& aggregate,
+                   std::string_view condition) {
   Element element;
   for (std::uint32_t i = aggregate.arguments.begin; i < aggregate.arguments.end; ++i) {
     append(element.terms, element.terms.empty() ? "" : ",",
            statement.term_text(statement.arguments[i]));
   }
-  BodyOrder order(statement, body.outer);
-  order.order(aggregate.body, body.bound);
-  const OrderedBody inside{statement, aggregate.body, body.outer, order.bound()};
-  for (const Step& step : order.steps()) {
-    if (!element.condition.empty()) element.condition += ',';
-    append_step(element.condition, inside, step);
-  }
   // clingo, too, would read the colon and the sign as one token.
-  if (element.condition.starts_with('-')) element.condition.insert(0, 1, ' ');
+  if (condition.starts_with('-')) element.condition = ' ';
+  element.condition += condition;
   return element;
 }
 
@@ -108,9 +117,8 @@ Element element_of(const OrderedBody& body, const Aggregate& aggregate) {
 // The minimum or maximum of an empty set does not exist, so no guard holds for it. clingo takes
 // #sup and #inf instead; a second guard or comparison that those fail keeps them out.
 void append_extremum(std::string& out, const OrderedBody& body, const Literal& literal,
-                     StepMode mode) {
+                     const Element& element, StepMode mode) {
   const Aggregate& aggregate = body.statement.aggregates[literal.aggregate];
-  const Element element = element_of(body, aggregate);
   const bool is_min = aggregate.function == kMin;
   const std::string_view guard = body.statement.term_text(aggregate.left.term);
   const bool ascends = aggregate.left.op == kLess || aggregate.left.op == kLessEqual;
@@ -129,32 +137,49 @@ void append_extremum(std::string& out, const OrderedBody& body, const Literal& l
   }
 }
 
-// The average compares with T as the sum of the differences to T compares with 0; of an empty set
-// there is none.
-void append_average(std::string& out, const OrderedBody& body, const Literal& literal) {
-  const Aggregate& aggregate = body.statement.aggregates[literal.aggregate];
-  const Element element = element_of(body, aggregate);
-  const std::string_view first =
-      body.statement.term_text(body.statement.arguments[aggregate.arguments.begin]);
-  append(out, "0", kOperators[aggregate.left.op], "#sum{", first, "-",
-         body.statement.term_text(aggregate.left.term), ",", element.terms, ":", element.condition,
-         "}");
-  if (aggregate.right.given) {
-    append(out, ",#sum{", first, "-", body.statement.term_text(aggregate.right.term), ",",
-           element.terms, ":", element.condition, "}", kOperators[aggregate.right.op], "0");
+// "X-T,terms:condition", the differences of an average's values to a guard T.
+std::string differences(const Statement& statement, const Aggregate& aggregate,
+                        const Element& element, const Guard& guard) {
+  std::string text(statement.term_text(statement.arguments[aggregate.arguments.begin]));
+  append(text, "-", statement.term_text(guard.term), ",", element.terms, ":", element.condition);
+  return text;
+}
+
+// The average compares with T as the sum of the differences to T compares with 0. There is none
+// where no value is an integer. A guard T that is no integer is greater than every average, but all
+// differences to it are missing: where that matters, what "T<=2147483647" says is counted, too.
+void append_average(std::string& out, const OrderedBody& body, const Aggregate& aggregate,
+                    const Element& element) {
+  const Statement& statement = body.statement;
+  const std::string left = differences(statement, aggregate, element, aggregate.left);
+  const std::string_view guard = statement.term_text(aggregate.left.term);
+  if (aggregate.left.op == kGreater) {
+    append(out, "1>#sum{1:", guard, "<=2147483647;", left, "}");
+  } else {
+    append(out, "0", kOperators[aggregate.left.op], "#sum{", left, "}");
+    if (aggregate.left.op != kGreaterEqual) append(out, ",", guard, "<=2147483647");
   }
-  append(out, ",0<#count{", element.terms, ":", element.condition, "}");
+  if (aggregate.right.given) {
+    const std::string right = differences(statement, aggregate, element, aggregate.right);
+    const bool is_strict = aggregate.right.op == kLess;
+    append(out, ",#sum{");
+    if (is_strict) append(out, "1:", statement.term_text(aggregate.right.term), "<=2147483647;");
+    append(out, right, "}", is_strict ? "<1" : "<=0");
+  }
+  const std::string_view first =
+      statement.term_text(statement.arguments[aggregate.arguments.begin]);
+  append(out, ",0<#count{", element.terms, ":", element.condition, ",", first, "<=2147483647}");
 }
 
 void append_aggregate(std::string& out, const OrderedBody& body, const Literal& literal,
-                      StepMode mode) {
+                      StepMode mode, std::string_view condition) {
   const Aggregate& aggregate = body.statement.aggregates[literal.aggregate];
+  const Element element = element_of(body.statement, aggregate, condition);
   if (literal.negated) out += "not ";
-  if (aggregate.function == kAverage) return append_average(out, body, literal);
+  if (aggregate.function == kAverage) return append_average(out, body, aggregate, element);
   if (aggregate.function == kMin || aggregate.function == kMax) {
-    return append_extremum(out, body, literal, mode);
+    return append_extremum(out, body, literal, element, mode);
   }
-  const Element element = element_of(body, aggregate);
   append(out, body.statement.term_text(aggregate.left.term), kOperators[aggregate.left.op],
          aggregate.function == kCount ? "#count{" : "#sum{", element.terms, ":", element.condition,
          "}");
@@ -181,24 +206,38 @@ std::string arithmetic_overflow(const OrderedBody& body, const Literal& literal,
   return text;
 }
 
-// clingo's comparisons of a sum are exact; a sum whose value is taken wraps when all it adds is
-// known before the search. The element -1 makes the greatest integer itself a good sum.
-std::string aggregate_overflow(const OrderedBody& body, const Literal& literal) {
+// See Note [sums that could wrap]. Differences are negative, too; clasp adds up what they are
+// without their sign.
+std::string sum_fault(const OrderedBody& body, const Literal& literal, std::string_view condition) {
   const Aggregate& aggregate = body.statement.aggregates[literal.aggregate];
+  const Element element = element_of(body.statement, aggregate, condition);
   std::string text;
-  if (aggregate.function != kSumUp || aggregate.left.op != kEqual) return text;
-  const Element element = element_of(body, aggregate);
-  append(text, "2147483647<=#sum{-1;", element.terms, ":", element.condition, "}");
+  if (aggregate.function == kSumUp) {
+    append(text, "2147483647<=#sum{1,_x:_u;", element.terms, ":", element.condition, "}");
+  } else if (aggregate.function == kAverage) {
+    append(text, "2147483647<=#sum{1,_x:_u");
+    for (const Guard* guard : {&aggregate.left, &aggregate.right}) {
+      if (!guard->given) continue;
+      const std::string_view first =
+          body.statement.term_text(body.statement.arguments[aggregate.arguments.begin]);
+      append(text, ";|", first, "-", body.statement.term_text(guard->term), "|,",
+             guard == &aggregate.left ? "0," : "1,", element.terms, ":", element.condition);
+    }
+    text += '}';
+  }
   return text;
 }
 
 }    // namespace
 
-void append_step(std::string& out, const OrderedBody& body, const Step& step) {
+void append_step(std::string& out, const OrderedBody& body, const Step& step,
+                 std::string_view condition) {
   const Literal& literal = body.literals[step.literal];
   if (step.mode == StepMode::kRange) {
     return append(out, body.statement.slice(body.statement.variables[step.target]), "=0.._r");
   }
+  if (step.mode == StepMode::kFactor) return append_factor(out, body, step);
+  if (step.mode == StepMode::kZero) return append_zeros(out, body, step);
   switch (literal.kind) {
     case kAtom:
       if (literal.negated) out += "not ";
@@ -211,34 +250,38 @@ void append_step(std::string& out, const OrderedBody& body, const Step& step) {
     case kSum:
       return append_sum(out, body, literal, step);
     case kProduct:
-      return append_product(out, body, literal, step);
+      return append_product(out, body, literal);
     case kFunctionTerm:
       return append_function(out, body, literal);
     case kAggregate:
-      return append_aggregate(out, body, literal, step.mode);
+      return append_aggregate(out, body, literal, step.mode, condition);
     default:
       return append_comparison(out, body, literal);
   }
 }
 
-std::string overflow_of(const OrderedBody& body, const Step& step) {
-  if (step.mode == StepMode::kRange) return {};
+std::string fault_of(const OrderedBody& body, const Step& step, std::string_view condition) {
+  if (step.mode != StepMode::kTest && step.mode != StepMode::kAssign) return {};
   const Literal& literal = body.literals[step.literal];
-  return literal.kind == kAggregate ? aggregate_overflow(body, literal)
+  return literal.kind == kAggregate ? sum_fault(body, literal, condition)
                                     : arithmetic_overflow(body, literal, step);
 }
 
-std::string_view ranging_variable(const OrderedBody& body, const Step& step) {
-  if (step.mode == StepMode::kRange) return body.statement.spelling(step.target);
+bool has_other_ways(const OrderedBody& body, const Step& step) {
+  if (step.mode != StepMode::kFactor) return false;
   const Literal& literal = body.literals[step.literal];
-  if (literal.kind != kAggregate) return {};
-  const Aggregate& aggregate = body.statement.aggregates[literal.aggregate];
-  BodyOrder order(body.statement, body.outer);
-  order.order(aggregate.body, body.bound);
-  for (const Step& inner : order.steps()) {
-    if (inner.mode == StepMode::kRange) return body.statement.spelling(inner.target);
-  }
-  return {};
+  const Term& known = body.statement.argument(literal, 1 - step.target);
+  if (known.kind == TermKind::kInteger && body.statement.slice(known.text) != "0") return false;
+  return body.integers == IntegerBound::kGiven || step.others.size() != 0;
+}
+
+void append_open_factor(std::string& out, const OrderedBody& body, const Step& step) {
+  append_zeros(out, body, step);
+  append(out, ",", factors_of(body, step).wanted, "=0.._r");
+}
+
+void append_factor_test(std::string& out, const OrderedBody& body, const Step& step) {
+  append(out, factors_of(body, step).wanted, "<=_m");
 }
 
 }    // namespace dl

@@ -6,7 +6,7 @@
 //   _nNAME     a predicate or functor that clingo would take for a variable or a keyword (Node,
 //   not) _tREST     the predicate #REST, whose first character clingo keeps for its own words _h1,
 //   ...   pieces of a long body          _q   the answers of the query      _w   costs, where a
-//   level is a variable _overflow  an integer that left 32 bits   _m, _r, _o   constants: the bound
+//   level is a variable _fault  what is wrong with an integer   _m, _r, _o   constants: the bound
 //   of results, of ranges, "check overflow"
 // Variables of ours are _V1, ..., and a prime in a name is ours, too: see Note [folded atoms].
 

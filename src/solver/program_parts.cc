@@ -23,4 +23,15 @@ std::string ProgramParts::at(Place place, std::string_view message) const {
   return at_place(files[place.file], place.line, message);
 }
 
+std::string ProgramParts::message(const Fault& fault) const {
+  switch (fault.kind) {
+    case FaultKind::kSum:
+      return at(fault.place, "the values of an aggregate can add up to 2147483647 or more");
+    case FaultKind::kMeasure:
+      return at(fault.place, "a weight or level is not an integer");
+    default:
+      return at(fault.place, "an integer leaves 32 bits; #maxint or -N= bounds it");
+  }
+}
+
 }    // namespace dl

@@ -48,22 +48,33 @@ struct Query {
   Place place;
 };
 
+// What can be wrong with the integers of an answer set: see Note [no integer wraps].
+enum class FaultKind { kOverflow, kSum, kMeasure };
+struct Fault {
+  FaultKind kind;
+  Place place;
+};
+
 // What the translation of a whole program leaves behind.
 struct ProgramParts {
   std::vector<std::string> files;    // by Place::file
-  bool has_query = false;            // these two are known before the first statement is translated
+  // These are known before the first statement is translated.
+  bool has_query = false;
   bool has_weak_constraints = false;
+  bool has_sums = false;    // #sum or #avg
+  bool has_bound = false;
   Signatures signatures;
   std::vector<WeakConstraint> weak_constraints;
   std::optional<Query> query;
-  std::optional<std::int64_t> bound;     // of integers
-  std::vector<Place> overflow_places;    // by the argument of _overflow
-  std::vector<std::int64_t> levels;      // of all weak constraints, highest first
+  std::optional<std::int64_t> bound;    // of integers
+  std::vector<Fault> faults;            // by the argument of _fault
+  std::vector<std::int64_t> levels;     // of all weak constraints, highest first
   bool variable_levels = false;
   std::unordered_set<std::string>
       facts;    // their text, kept only where they are left out of the answers
 
   std::string at(Place place, std::string_view message) const;    // "file:line: message"
+  std::string message(const Fault& fault) const;                  // likewise
 };
 
 }    // namespace dl

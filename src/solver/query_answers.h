@@ -19,7 +19,7 @@ bool query_holds(std::string_view line);
 
 // The place of an integer that left 32 bits: derived in this line, or, when the line lists what
 // holds in all answer sets, not known to be absent from each.
-std::optional<std::size_t> query_overflow(std::string_view line, bool holds_in_all,
-                                          std::size_t places);
+std::optional<std::size_t> query_fault(std::string_view line, bool holds_in_all,
+                                       std::size_t places);
 
 }    // namespace dl

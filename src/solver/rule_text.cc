@@ -10,6 +10,17 @@ namespace {
 constexpr std::size_t kLongBody = 200;
 constexpr std::size_t kPiece = 8;
 
+// The marks, and the variables of the aggregate's terms among them.
+std::vector<char> with_terms(const Statement& statement, const Aggregate& aggregate,
+                             std::vector<char> marks) {
+  for (std::uint32_t i = aggregate.arguments.begin; i < aggregate.arguments.end; ++i) {
+    for (const VariableId use : statement.uses_of(statement.terms[statement.arguments[i]])) {
+      if (use != kUnnamed) marks[use] = 1;
+    }
+  }
+  return marks;
+}
+
 }    // namespace
 
 std::string helper_atom(const Statement& statement, std::string name,
@@ -84,31 +95,84 @@ std::string RuleWriter::prepare(const Statement& statement, Place place,
   if (statement.atoms_only && statement.body.size() <= kLongBody)
     return prepare_atoms(statement, kept);
   const std::vector<char> outer = outer_variables(statement);
-  BodyOrder order(statement, outer);
-  if (!order.order(statement.body, std::vector<char>(outer.size(), 0))) {
-    return unsafe_message(order.unbound_variable());
+  BodyOrder order(statement, outer, integers());
+  const bool is_safe = order.order(statement.body, std::vector<char>(outer.size(), 0));
+  if (order.is_tangled()) {
+    return "too many products with an unknown factor depend on each other; #maxint or -N= helps";
   }
+  if (!is_safe) return unsafe_message(order.unbound_variable());
   for (std::size_t variable = 0; variable < kept.size(); ++variable) {
     if (kept[variable] && !order.bound()[variable]) {
       return unsafe_message(statement.spelling(static_cast<VariableId>(variable)));
     }
   }
-  write_steps({statement, statement.body, outer, order.bound()}, order.steps(), kept, place);
+  write_steps({statement, statement.body, outer, order.bound(), integers()}, order, kept, place);
   return {};
 }
 
-void RuleWriter::write_steps(const OrderedBody& body, const std::vector<Step>& steps,
+IntegerBound RuleWriter::integers() const {
+  return parts_.has_bound ? IntegerBound::kGiven : IntegerBound::kNone;
+}
+
+void RuleWriter::write_steps(const OrderedBody& body, const BodyOrder& order,
                              const std::vector<char>& kept, Place place) {
+  const std::vector<Step>& steps = order.steps();
   const bool is_long = steps.size() > kLongBody;
   Pieces pieces(body, steps, kept);
   for (std::uint32_t i = 0; i < steps.size(); ++i) {
-    if (ranging_.empty()) ranging_ = dl::ranging_variable(body, steps[i]);
-    write_overflows(body, steps[i], place);
-    if (!body_.empty()) body_ += ',';
-    append_step(body_, body, steps[i]);
-    if (!is_long) continue;
     pieces.note(steps[i]);
-    if (i % kPiece == kPiece - 1) cut(body_, pieces.helper(++helpers_, i), place);
+    if (has_other_ways(body, steps[i])) {
+      std::string helper = pieces.helper(++helpers_, i);
+      write_ways(body_, body, order, steps[i], helper, place);
+      body_ = std::move(helper);
+      continue;
+    }
+    add_step(body_, body, steps[i], place);
+    if (is_long && i % kPiece == kPiece - 1) cut(body_, pieces.helper(++helpers_, i), place);
+  }
+}
+
+// Appends the step to the text of a body, and writes the rules that watch its integers.
+void RuleWriter::add_step(std::string& text, const OrderedBody& body, const Step& step,
+                          Place place) {
+  const Literal& literal = body.literals[step.literal];
+  std::string condition;
+  FaultKind kind = FaultKind::kOverflow;
+  note_range(body, step);
+  if (step.mode != StepMode::kRange && literal.kind == kAggregate) {
+    kind = FaultKind::kSum;
+    condition = write_inside(text, body, body.statement.aggregates[literal.aggregate], place);
+  }
+  write_fault(kind, text, fault_of(body, step, condition), place);
+  if (!text.empty()) text += ',';
+  append_step(text, body, step, condition);
+}
+
+void RuleWriter::note_range(const OrderedBody& body, const Step& step) {
+  if (step.mode == StepMode::kRange && ranging_.empty()) {
+    ranging_ = body.statement.spelling(step.target);
+  }
+}
+
+// Each way to a factor is a rule of the helper, which goes on for all of them.
+void RuleWriter::write_ways(const std::string& before, const OrderedBody& body,
+                            const BodyOrder& order, const Step& step, const std::string& helper,
+                            Place place) {
+  std::string text = before;
+  add_step(text, body, step, place);
+  cut(text, helper, place);
+  if (body.integers == IntegerBound::kGiven) {
+    text = before;
+    if (!text.empty()) text += ',';
+    append_open_factor(text, body, step);
+    cut(text, helper, place);
+  }
+  for (std::uint32_t i = step.others.begin; i < step.others.end; ++i) {
+    text = before;
+    for (const Step& other : order.others()[i]) add_step(text, body, other, place);
+    text += ',';
+    append_factor_test(text, body, step);
+    cut(text, helper, place);
   }
 }
 
@@ -147,54 +211,59 @@ std::string RuleWriter::prepare_atoms(const Statement& statement, const std::vec
   return {};
 }
 
-// See Note [no integer wraps]: the same body up to the step, and the step's operands out of range.
-void RuleWriter::write_overflows(const OrderedBody& body, const Step& step, Place place) {
-  const Literal& literal = body.literals[step.literal];
-  if (step.mode != StepMode::kRange && literal.kind == kAggregate) {
-    write_inner_overflows(body, body.statement.aggregates[literal.aggregate], place);
-  }
-  write_overflow(body_, overflow_of(body, step), place);
-}
-
-// What stands before a step inside is cut like a long body, or the rules would repeat it
-// quadratically. Each helper keeps the variables of the rule that it has seen: that they have the
-// same values there and in the rule is what joins the two.
-void RuleWriter::write_inner_overflows(const OrderedBody& body, const Aggregate& aggregate,
-                                       Place place) {
+// The body of an aggregate, and rules that watch its integers. What stands before a step inside is
+// cut like a long body, or these rules would repeat it quadratically. Each helper keeps the
+// variables of the rule that it has seen: that they have the same values there and in the rule is
+// what joins the two. Where a factor has several ways, a helper takes the place of all up to it in
+// the aggregate, too.
+std::string RuleWriter::write_inside(const std::string& before, const OrderedBody& body,
+                                     const Aggregate& aggregate, Place place) {
+  const Statement& statement = body.statement;
+  BodyOrder order(statement, body.outer, body.integers);
+  order.order(aggregate.body, body.bound);
+  const std::vector<Step>& steps = order.steps();
+  const OrderedBody inside{statement, aggregate.body, body.outer, order.bound(), body.integers};
+  const std::vector<char> all(body.outer.size(), 1);
+  const OrderedBody carried{statement, aggregate.body, all, order.bound(), body.integers};
+  const bool has_ways =
+      std::ranges::any_of(steps, [&](const Step& step) { return has_other_ways(inside, step); });
+  Pieces pieces(carried, steps,
+                has_ways ? with_terms(statement, aggregate, body.outer) : body.outer);
   const auto computes = [](const Literal& literal) {
     return literal.kind == kSum || literal.kind == kProduct;
   };
-  if (std::ranges::none_of(aggregate.body, computes)) return;
-  BodyOrder order(body.statement, body.outer);
-  order.order(aggregate.body, body.bound);
-  const OrderedBody inside{body.statement, aggregate.body, body.outer, order.bound()};
-  const std::vector<char> all(body.outer.size(), 1);
-  const OrderedBody carried{body.statement, aggregate.body, all, order.bound()};
-  const std::vector<Step>& steps = order.steps();
-  Pieces pieces(carried, steps, body.outer);
-  const std::string outside = body_.empty() ? body_ : body_ + ',';
-  std::string before = outside;
+  const bool is_watched = std::ranges::any_of(aggregate.body, computes);
+  const std::string outside = before.empty() ? before : before + ',';
+  std::string watched = before;
+  std::string condition;
   for (std::uint32_t i = 0; i < steps.size(); ++i) {
-    write_overflow(before, overflow_of(inside, steps[i]), place);
-    append_step(before, inside, steps[i]);
     pieces.note(steps[i]);
-    if (steps.size() > kLongBody && i % kPiece == kPiece - 1) {
-      cut(before, pieces.helper(++helpers_, i), place);
-      before.insert(0, outside);
+    if (has_other_ways(inside, steps[i])) {
+      condition = pieces.helper(++helpers_, i);
+      write_ways(watched, inside, order, steps[i], condition, place);
+      watched = outside + condition;
+      continue;
     }
-    before += ',';
+    note_range(inside, steps[i]);
+    if (is_watched) add_step(watched, inside, steps[i], place);
+    if (!condition.empty()) condition += ',';
+    append_step(condition, inside, steps[i]);
+    if (is_watched && steps.size() > kLongBody && i % kPiece == kPiece - 1) {
+      cut(watched, pieces.helper(++helpers_, i), place);
+      watched.insert(0, outside);
+    }
   }
+  return condition;
 }
 
-// `before` ends with its comma, or lacks it as a body does.
-void RuleWriter::write_overflow(const std::string& before, const std::string& overflow,
-                                Place place) {
-  if (overflow.empty()) return;
-  out_.text += "_overflow(" + std::to_string(overflow_places_.size()) + "):-" + before;
-  if (!before.empty() && before.back() != ',') out_.text += ',';
-  (out_.text += overflow) += '.';
+void RuleWriter::write_fault(FaultKind kind, const std::string& before, std::string_view what,
+                             Place place) {
+  if (what.empty()) return;
+  out_.text += "_fault(" + std::to_string(parts_.faults.size()) + "):-" + before;
+  if (!before.empty()) out_.text += ',';
+  (out_.text += what) += '.';
   out_.end_line(place);
-  overflow_places_.push_back(place);
+  parts_.faults.push_back({kind, place});
 }
 
 }    // namespace dl

@@ -18,6 +18,7 @@
 #include "solver/body_order.h"
 #include "solver/line_map.h"
 #include "solver/literal_text.h"
+#include "solver/program_parts.h"
 #include "solver/statement.h"
 
 namespace dl {
@@ -45,8 +46,8 @@ struct Translation {
 
 class RuleWriter {
  public:
-  RuleWriter(Translation& out, std::vector<Place>& overflow_places)
-      : out_(out), overflow_places_(overflow_places) {}
+  // Both must outlive the writer.
+  RuleWriter(Translation& out, ProgramParts& parts) : out_(out), parts_(parts) {}
 
   // Orders the statement's body and makes it ready to be written as body(); the pieces that were
   // cut off and the rules that watch its integers are written at once. `kept` tells by variable
@@ -56,21 +57,28 @@ class RuleWriter {
 
   const std::string& body() const { return body_; }
 
+  // Writes the rule that tells of a fault where the body holds, and what is wrong with it.
+  void write_fault(FaultKind kind, const std::string& before, std::string_view what, Place place);
+
   // A variable of the prepared body that only a bound on integers gives values, or empty.
   std::string_view ranging_variable() const { return ranging_; }
 
  private:
   class Pieces;
   std::string prepare_atoms(const Statement& statement, const std::vector<char>& kept);
-  void write_steps(const OrderedBody& body, const std::vector<Step>& steps,
-                   const std::vector<char>& kept, Place place);
+  void write_steps(const OrderedBody& body, const BodyOrder& order, const std::vector<char>& kept,
+                   Place place);
+  void note_range(const OrderedBody& body, const Step& step);
+  void add_step(std::string& text, const OrderedBody& body, const Step& step, Place place);
+  std::string write_inside(const std::string& before, const OrderedBody& body,
+                           const Aggregate& aggregate, Place place);
+  void write_ways(const std::string& before, const OrderedBody& body, const BodyOrder& order,
+                  const Step& step, const std::string& helper, Place place);
   void cut(std::string& body, std::string helper, Place place);
-  void write_overflows(const OrderedBody& body, const Step& step, Place place);
-  void write_inner_overflows(const OrderedBody& body, const Aggregate& aggregate, Place place);
-  void write_overflow(const std::string& before, const std::string& overflow, Place place);
+  IntegerBound integers() const;
 
   Translation& out_;
-  std::vector<Place>& overflow_places_;
+  ProgramParts& parts_;
   std::string body_;
   std::vector<char> marks_;
   std::string_view ranging_;

@@ -55,7 +55,10 @@ std::string Survey::projection(const Statement&, const Term&, std::uint32_t) {
 void Survey::see(const Statement& statement) {
   for (const std::uint32_t head : statement.heads) folding_.see(statement.terms[head]);
   see_body(statement, statement.body);
-  for (const Aggregate& aggregate : statement.aggregates) see_body(statement, aggregate.body);
+  for (const Aggregate& aggregate : statement.aggregates) {
+    if (aggregate.function == kSumUp || aggregate.function == kAverage) has_sums_ = true;
+    see_body(statement, aggregate.body);
+  }
 }
 
 void Survey::see_body(const Statement& statement, const std::vector<Literal>& body) {

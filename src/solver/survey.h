@@ -24,6 +24,7 @@ class Survey : public StatementReceiver {
  public:
   bool has_query() const { return has_query_; }
   bool has_weak_constraints() const { return has_weak_constraints_; }
+  bool has_sums() const { return has_sums_; }                     // #sum or #avg
   std::optional<std::int64_t> bound() const { return bound_; }    // the first that is given
   // What of the program can be folded, when all of it was taken.
   Folding folding() const;
@@ -48,6 +49,7 @@ class Survey : public StatementReceiver {
   std::optional<std::int64_t> bound_;
   bool has_query_ = false;
   bool has_weak_constraints_ = false;
+  bool has_sums_ = false;
 };
 
 }    // namespace dl

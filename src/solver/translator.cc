@@ -34,7 +34,7 @@ std::int64_t integer(std::string_view digits) {
 }    // namespace
 
 Translator::Translator(const Options& options, ProgramParts& parts, Translation& out)
-    : options_(options), parts_(parts), out_(out), writer_(out, parts.overflow_places) {
+    : options_(options), parts_(parts), out_(out), writer_(out, parts) {
   parts_.bound = options.bound;
 }
 
@@ -118,6 +118,10 @@ std::string Translator::weak_constraint(const Statement& statement, std::string_
   std::string mistake = prepare(statement);
   if (!mistake.empty()) return mistake;
   weak.body = writer_.body();
+  for (const std::string& measure : {weak.weight, weak.level}) {
+    if (!is_variable(measure)) continue;
+    writer_.write_fault(FaultKind::kMeasure, weak.body, "2147483647<" + measure, weak.place);
+  }
   weak.tuple = std::to_string(parts_.weak_constraints.size() + 1);
   for (std::size_t i = 0; i < kept_.size(); ++i) {
     if (kept_[i]) (weak.tuple += ',') += statement.slice(statement.variables[i]);
@@ -236,17 +240,17 @@ void Translator::write_bound(Place end) {
 
 // Helpers are hidden because nothing is shown but what is named here.
 void Translator::write_shown(Place end) {
+  if (parts_.has_sums) write_line("#external _u.", end);
   write_line("#show.", end);
-  for (std::size_t i = 0; i < parts_.overflow_places.size(); ++i) {
+  for (std::size_t i = 0; i < parts_.faults.size(); ++i) {
     // In every answer set there is one or the other, so that a query sees both in what holds in all
     // of them.
     if (parts_.query)
-      write_line("_fine(" + std::to_string(i) + "):-not _overflow(" + std::to_string(i) + ").",
-                 end);
+      write_line("_fine(" + std::to_string(i) + "):-not _fault(" + std::to_string(i) + ").", end);
   }
-  if (!parts_.overflow_places.empty()) write_line("#show _overflow/1.", end);
+  if (!parts_.faults.empty()) write_line("#show _fault/1.", end);
   if (parts_.query) {
-    if (!parts_.overflow_places.empty()) write_line("#show _fine/1.", end);
+    if (!parts_.faults.empty()) write_line("#show _fine/1.", end);
     return write_line("#show _q/" + std::to_string(parts_.query->variables.size()) + ".", end);
   }
   if (parts_.variable_levels) write_line("#show _w/3.", end);

@@ -48,7 +48,7 @@ const Script kScripts[] = {
     {"error_in_the_translation", "cat >/dev/null; echo '-:1:2-3: error: bad' >&2; exit 65",
      "p:1: clingo: bad\n"},
     {"overflow_inside_clingo", "echo '*** ERROR: (clingo): x: Integer overflow!' >&2; exit 65",
-     "dl: the values of a #sum, or the weights of weak constraints, leave the 32 bits of clingo\n"},
+     "dl: the weights of weak constraints leave the 32 bits of clingo\n"},
     {"too_old", "echo \"*** ERROR: (clingo): unknown option: 'warn'\" >&2; exit 1",
      "dl: clingo: unknown option: 'warn'\n"},
     {"error_without_a_place", "echo '*** ERROR: (clingo): worse' >&2; exit 65",

@@ -21,8 +21,13 @@ constexpr Case kQueries[] = {
      "-brave"},
     {"not_in_front", "a. not b, a?", "true\n"},
     {"strings_and_terms", "p(\"a, b\",f(x,\"(\")). p(X,Y)?", "\"a, b\", f(x,\"(\")\n"},
-    {"integers_by_value_and_before_names", "p(10). p(9). p(b). p(a). p(100). p(X)?",
-     "9\n10\n100\na\nb\n"},
+    {"rows_in_the_order_of_the_language",
+     "p(g(1,2)). p(f(10)). p(f(9)). p(f(\"a\")). p(\"a b\"). p(\"a\"). p(a). p(2). p(10). "
+     "p(f(1,2)). "
+     "p(f(g(1))). p(e). p(f(\"),(\\\")). p(F(1)). p(X)?",
+     "2\n10\na\ne\n\"a\"\n\"a b\"\nF(1)\nf(9)\nf(10)\nf(\"),(\\\")\nf(\"a\")\nf(g(1))\nf(1,2)\n"
+     "g(1,2)\n"},
+    {"anonymous_operands_give_no_value", "p(3). p(X), X = _ + 1?", "3\n"},
 };
 INSTANTIATE_TEST_SUITE_P(Queries, OrderedPrograms, testing::ValuesIn(kQueries), case_name);
 

@@ -12,8 +12,8 @@ constexpr Case kTranslations[] = {
      "#show a/1.\n",
      "-translate"},
     {"watches_sums_for_overflow", "a(Z) :- p(X), Z = X + 1.",
-     "_overflow(0):-p(X),1=_o,X<=2147483647,X>2147483647-1.\na(Z):-p(X),Z=X+1,X<=_m-1.\n"
-     "#const _m=2147483647.\n#const _r=-1.\n#const _o=1.\n#show.\n#show _overflow/1.\n"
+     "_fault(0):-p(X),1=_o,X<=2147483647,X>2147483647-1.\na(Z):-p(X),Z=X+1,X<=_m-1.\n"
+     "#const _m=2147483647.\n#const _r=-1.\n#const _o=1.\n#show.\n#show _fault/1.\n"
      "#show a/1.\n",
      "-translate"},
     {"shows_what_the_filters_name", "a. -a. b. -b. c.",
