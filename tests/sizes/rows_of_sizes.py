@@ -64,6 +64,11 @@ def addresses_length(size):
     return size * len('a_2(a,default,"http://u#x").\n') + digits(size)
 
 
+def length_of_pairs(size):
+    """Of the answer set of p(i) and q(i)."""
+    return 2 * (size * len("p(), ") + digits(size)) - len(", ") + len("{}\n")
+
+
 SETS = ('{a_2(p, default, 1), a_3(q, default, f(1), "x")}\n', '{p(1), q(f(1),"x")}\n')
 PRINTER = {"printer": "#!/bin/sh\nexec cat input\n", "program": "a.\n"}
 MODELS = ('p(1) q(f(1),"x y") r(a)\n', '{p(1), q(f(1),"x y"), r(a)}\n')
@@ -118,6 +123,9 @@ ROWS = [
         message='dl: "input" has more than 2147483645 bytes', is_scaled=False),
     Row("dl: queries", POWER, around("", "a?\n", ""), SOLVE, status=1,
         message="input:2: a second query; the first is in input, line 1"),
+    # Of predicates in turn; a growing key for them took gigabytes.
+    Row("dl: pairs of facts", 20_000, numbered("p(N). q(N).\n"), SOLVE, length_of_pairs, mebibytes=STREAMED,
+        is_scaled=False),
     Row("dl: include lines", POWER, around("", '#include "more"\n', ""), SOLVE, just("{b}\n"), files={"more": "b."}),
     Row("dl: answer sets", 80 * MILLION, around("", MODELS[0], ""), ["dl", "-clingo=./clingo", "program"],
         plus("", MODELS[1]), mebibytes=STREAMED, files=CLINGO),
