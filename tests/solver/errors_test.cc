@@ -8,6 +8,7 @@ namespace {
 constexpr std::string_view kNoGuard = "p:1: an aggregate has a comparison without a guard term";
 constexpr Case kSyntax[] = {
     {"syntax_error", "a.\nb :- c d.\n", "p:2: syntax error, unexpected name, expecting '.' or ','"},
+    {"number_with_letters", "p(1a).", "p:1: syntax error, unexpected name, expecting ',' or ')'"},
     {"missing_full_stop", "a", "p:1: syntax error, unexpected end of file"},
     {"late_syntax_error", "a. b. c.\n\n\n)", "p:4: syntax error, unexpected ')'"},
     {"unexpected_character", "a.\np(a)&q.\n", "p:2: unexpected character '&'"},
@@ -23,6 +24,8 @@ constexpr Case kSyntax[] = {
     {"unknown_include", "a.\n#include \"none.txt\"\n",
      "p:2: cannot read \"none.txt\": No such file or directory"},
     {"second_query", "a. a?\nb?", "p:2: a second query; the first is in p, line 1"},
+    {"queries_that_begin_with_a_name_alone", "a.\na\n?\nb\n?",
+     "p:4: a second query; the first is in p, line 2"},
     {"times", "p(1).\na :- 1 < #times{X:p(X)}.", "p:2: #times is not supported"},
     {"any", "a :- 1 < #any{X:p(X)}.", "p:1: #any is not supported"},
     {"negated_average", "a :- not 1 < #avg{X:p(X)}.", "p:1: \"not\" before #avg is not supported"},
@@ -68,6 +71,7 @@ constexpr Case kIntegers[] = {
      "-N="},
     {"unsafe_operand_without_a_name", "q(1). p(X) :- q(X), _ < X.",
      "p:1: unsafe rule: no positive literal of the body binds the variable _"},
+    {"sum_alone_inside_an_aggregate", "p(N) :- N = #count{Z:Z = 2147483647 + 1}.", kOverflow},
     {"overflow_in_some_answer_set_of_a_query", "q(2147483647) v r. p(Z) :- q(X), Z = X + 1.\nr?",
      kOverflow},
     {"number_too_great", "a.\np(2147483648).", "p:2: number 2147483648 is greater than 2147483647"},
@@ -103,10 +107,14 @@ constexpr Unsafe kUnsafe[] = {
     {"variables_that_wait_for_each_other", "p(X) :- X == Y, Y == X.", "p:1", "X"},
     {"average_as_a_value", "p(1). a(N) :- N = #avg{X:p(X)}.", "p:1", "N"},
     {"inside_an_aggregate", "a :- 1 < #count{X:not p(X)}.", "p:1", "X"},
+    {"counted_variable", "a :- 1 < #count{X,Y:p(X)}.", "p:1", "Y"},
     {"guard", "a :- N < #count{X:p(X)}.", "p:1", "N"},
     {"weight", "a.\n:~ a. [W:1]", "p:2", "W"},
     {"weak_constraint", ":~ not p(X).", "p:1", "X"},
     {"query", "a.\nnot p(X)?", "p:2", "X"},
+    {"query_that_begins_with_a_number", "a.\n1\n< X?", "p:2", "X"},
+    {"fact_that_begins_with_a_name_alone", "a.\np\n(X).", "p:2", "X"},
+    {"disjunct_alone_on_its_line", "a.\nb\nv\np(X).", "p:2", "X"},
     {"line_ends_in_strings_count", "p(\"a\n\nb\").\nq(X).\n", "p:4", "X"},
 };
 INSTANTIATE_TEST_SUITE_P(Cases, UnsafePrograms, testing::ValuesIn(kUnsafe), case_name);

@@ -45,6 +45,7 @@ constexpr ShellCase kFiles[] = {
      "{beside, here}\n"},
     {"errors_in_included_files", "echo '#include <q>' >p; printf 'a.\\nb' >q; dl p", "",
      "q:2: syntax error, unexpected end of file\n", 1},
+    {"dash_is_a_file", "echo a. >-; echo b. | dl -", "{a}\n"},
     {"no_file", "dl -silent", "", "dl: no input file, see dl -help\n", 1},
     {"more_than_two_gigabytes", "truncate -s 3G huge; dl huge", "",
      "dl: \"huge\" has more than 2147483645 bytes\n", 1},

@@ -14,6 +14,8 @@ constexpr Case kQueries[] = {
     {"variables_brave", "p(1). p(2) v p(3). p(X)?", "1\n2\n3\n", "-FB"},
     {"explicitly_cautious", "p(1). p(2) v p(3). p(X)?", "1\n", "-FC"},
     {"several_variables", "p(a,1). p(b,2). p(X,Y), not p(Y,X)?", "a, 1\nb, 2\n"},
+    {"three_variables", "p(c,1,b). p(a,2,b). p(a,2,a). p(a,10,c). p(X,Y,Z)?",
+     "a, 2, a\na, 2, b\na, 10, c\nc, 1, b\n"},
     {"anonymous_variables_give_no_value", "p(a,1). p(a,2). p(X,_)?", "a\n"},
     {"no_answers", "p(a). p(X), X == b?", ""},
     {"optimal_answer_sets_only", "p(1) v p(2). :~ p(1). [1:1] p(X)?", "2\n"},
