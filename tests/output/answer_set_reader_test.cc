@@ -37,7 +37,7 @@ constexpr Case kItems[] = {
      "{f(a,b)(x)@g(c), f(a)@\"s\"}\n"},
     {"service_atoms_are_not_shown", "{a_3(p,service,x), a_3(q,service1,y)}", "{q(y)@service1}\n"},
     {"service_atoms_without_arguments_are", "{a_2(p,service)}", "{p@service}\n"},
-    {"term_lists", "a, f(b , \"c\")\nd", "a,f(b,\"c\")\nd\n"},
+    {"term_lists", "a, f(b , \"c\"), 12\nd", "a,f(b,\"c\"),12\nd\n"},
     {"flat_term_lists", "f(a,b),g(\"c\nd\",12)f(a,g(b,c))", "f(a,b),g(\"c\nd\",12)\nf(a,g(b,c))\n"},
     {"several_items", "{a_2(p,default)}x, y{}\n{a_2(q,default)}", "{p}\nx,y\n{}\n{q}\n"},
     {"a_banner_with_words", "... solver [!", "solver\nline 1: syntax error.\n"},

@@ -90,6 +90,7 @@ TEST_F(RewriteTest, CountsTheRecoveriesFromErrors) {
            {"a :- b", 1},
            {"a. _X", 3},
            {"a(1000000000).", 5},
+           {"p(1a).", 4},
        }) {
     const std::vector<std::string> files = written({input});
     std::ostringstream ignored;

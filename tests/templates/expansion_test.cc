@@ -52,6 +52,10 @@ constexpr Rewriting kCases[] = {
      "#template t{f(1)}(1) GLOBAL g { t(X) :- f(X), g(X), not -g(X)." USE,
      "a_2(a,default,X) :- t_0(X). p_1(Var0) :- a_1(Var0,p). g_0(X) :- g(X). -g_0(X) :- not g(X). "
      "t_0(X) :- p_1(X), g_0(X), not -g_0(X)."},
+    {"globals_keep_their_local_names_among_others",
+     "#template t{f(1)}(1) GLOBAL g, i { t(X) :- f(X), g(X), i(X), h(X), not g(b)." USE,
+     "a_2(a,default,X) :- t_0(X). p_1(Var0) :- a_1(Var0,p). g_0(X) :- g(X). i_0(X) :- i(X). g_0(b) "
+     ":- g(b). t_0(X) :- p_1(X), g_0(X), i_0(X), h_0(X), not g_0(b)."},
     {"bridges_carry_group_by_terms",
      "#template t{f(1),k(1)}(1) GLOBAL g { t(X) :- f(X), k(X), g(X,b). } a(X,D) :- "
      "t{p(*,D),q(*)}(X).",
