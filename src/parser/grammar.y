@@ -224,17 +224,14 @@ closed_head
   ;
 
 head
-  : disjunct
-  | open_head disjunct
+  : atom               { build.head_atom($atom); }
+  | frame              { build.head_frame($frame); }
+  | open_head atom     { build.head_atom($atom); }
+  | open_head frame    { build.head_frame($frame); }
   ;
 
 open_head
   : head or            { build.next_disjunct(place(@$)); }
-  ;
-
-disjunct
-  : atom               { build.head_atom($atom); }
-  | frame              { build.head_frame($frame); }
   ;
 
 or
