@@ -1,5 +1,6 @@
 #include "templates/expansion.h"
 
+#include <optional>
 #include <ostream>
 #include <unordered_map>
 #include <utility>
@@ -72,12 +73,16 @@ class ClauseRewriter {
   WeakConstraint rewritten(const WeakConstraint& weak) {
     Body body = rewritten_body(weak.body());
     const TCONJUNCTION<Literal> safety = needed_safety(weak.body(), body);
-    for (const Literal& literal : safety.positive()) {
-      const auto [entry, is_new] = groups_.try_emplace(literal.atom.predicate(), literal.atom);
-      if (is_new) entry->second = group_atom(literal.atom);
-      body.add({entry->second, false});
-    }
+    for (const Literal& literal : safety.positive()) body.add({cost_safety(literal.atom), false});
     return {body, {weak.weight(), weak.level()}};
+  }
+
+  ATOMT cost_safety(const ATOMT& safety) {
+    const auto known = groups_.find(safety.predicate());
+    if (known != groups_.end()) return known->second;
+    const std::optional<ATOMT> group = group_atom(safety);
+    if (!group) return safety;
+    return groups_.emplace(safety.predicate(), *group).first->second;
   }
 
   Body safe_body(std::span<const Literal> written) {
@@ -147,7 +152,7 @@ class ClauseRewriter {
   std::ostream& legend_;
   SourceLocation location_{};                          // of the clause
   std::vector<ATOMT> safety_;                          // made when the first clause needs them
-  std::unordered_map<std::uint32_t, ATOMT> groups_;    // of weak constraints, by the safety atom's
+  std::unordered_map<std::uint32_t, ATOMT> groups_;    // made so far, by the safety atom's
   // Its invocations whose expansion is done, each with the generated predicate.
   std::vector<std::pair<INVOCATIONATOM, std::string>> closed_;
 };

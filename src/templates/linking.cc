@@ -300,13 +300,13 @@ std::vector<ATOMT> safety_atoms(const INVOCATIONATOM& invocation, const BindingL
                                : returnAtomsSafe(binding, invocation);
 }
 
-ATOMT group_atom(const ATOMT& safety) {
-  if (!OptionLinkTemplates()) return safety;
+std::optional<ATOMT> group_atom(const ATOMT& safety) {
+  if (!OptionLinkTemplates()) return std::nullopt;
   std::vector<TERMT> group;
   for (const TERMT& term : safety.terms()) {
     if (term.kind != TermKind::kAnonymous) group.push_back(term);
   }
-  if (group.size() == safety.terms().size()) return safety;
+  if (group.size() == safety.terms().size()) return std::nullopt;
   const std::string stem = "group";
   const ATOMT atom(local_name(stem, free_label(stem)), group, Type::kUnknown);
   Body body;

@@ -121,10 +121,10 @@ bool needs_safety(std::span<const Literal> body);
 std::vector<ATOMT> safety_atoms(const INVOCATIONATOM& invocation, const BindingList& binding,
                                 std::span<const TERMT> group_by);
 
-// The literal of a weak constraint that stands for this safety atom: the atom itself. Linked, one
-// over the group-by terms alone, with a rule for it: a cost counts instances, and a group is one
-// instance however much is behind it.
-ATOMT group_atom(const ATOMT& safety);
+// What stands in a weak constraint for this safety atom: nothing else. Linked, an atom over the
+// group-by terms alone where it has other terms, with a rule for it: a cost counts instances, and a
+// group is one instance however much is behind it.
+std::optional<ATOMT> group_atom(const ATOMT& safety);
 
 // The part of a predicate's name that makes a safety literal superfluous when a body literal has
 // the same: up to the first "_" behind its beginning. Linked, all of it.

@@ -65,6 +65,11 @@ constexpr Rewriting kCases[] = {
      T_OF_F "t(X) :- p(X). t(X) :- p_y(X). t(X) :- q(X). } a(X,D) :- t{p_z(*,D)}(X).",
      "a_3(a,default,X,D) :- t_0(D,X). p_z_1(Var0,D0) :- a_2(Var0,D0,p_z). t_0(D0,X) :- p_0(D0,X). "
      "t_0(D0,X) :- p_y_0(D0,X). t_0(D0,X) :- q_0(D0,X), p(_,D0)."},
+    {"safety_literals_of_a_weak_constraint",
+     "#template t{f(1),k(1)}(1) { t(X) :- f(X), k(X). :~ m. } a(X) :- t{p(*,X),p(b,*)}(X).",
+     "a_2(a,default,X) :- t_0(X,b,X). p_1(Var0,X0) :- a_2(Var0,X0,p). p_2(C_const_1,Var0) :- "
+     "a_2(C_const_1,Var0,p). t_0(X0,C_const_1,X) :- p_1(X,X0), p_2(X,X0). :~ m_0(X0,C_const_1), "
+     "p(_,X0), p(C_const_1,_). "},
     {"a_body_of_aggregates_gets_no_safety_literals",
      T_OF_F "t(X) :- X = #count{Y:f(Y), not h(Y)}. } a(X,D) :- t{p(*,D)}(X).",
      "a_3(a,default,X,D) :- t_0(D,X). p_1(Var0,D0) :- a_2(Var0,D0,p). t_0(D0,X) :- X = "
