@@ -13,6 +13,7 @@
 #include "driver/options.h"
 #include "driver/phases.h"
 #include "driver/solver_call.h"
+#include "driver/solver_guard.h"
 #include "model/predicate_table.h"
 #include "output/answer_set_reader.h"
 #include "output/display_settings.h"
@@ -114,10 +115,12 @@ int run_to_status(std::span<char* const> arguments) {
 }    // namespace
 }    // namespace zarel
 
-int main(int argument_count, char** arguments) {
+int main(int argument_count, char** argument_list) {
+  const std::span arguments(argument_list, static_cast<std::size_t>(argument_count));
+  if (zarel::is_guard(arguments)) zarel::guard_solver(arguments);
   zarel::occupy_closed_streams();
   std::ios::sync_with_stdio(false);
-  const int status = zarel::run_to_status({arguments, static_cast<std::size_t>(argument_count)});
+  const int status = zarel::run_to_status(arguments);
   if (std::cout.flush()) return status;
   std::cerr << "Standard output could not be written.\n";
   return 1;

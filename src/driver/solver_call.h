@@ -13,8 +13,8 @@ namespace zarel {
 std::string solver_command(const Options& options);
 
 // Runs the command and waits for its end. A shell that cannot be started is reported and ends the
-// run with status 1; what the solver itself returns is not looked at. A solver that was interrupted
-// from the terminal takes Zarel with it.
+// run with status 1; what the solver itself returns is not looked at. An interrupt ends the solver,
+// and then Zarel.
 void run_solver(const std::string& command);
 
 }    // namespace zarel

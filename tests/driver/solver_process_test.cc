@@ -53,28 +53,49 @@ TEST_F(SolverProcess, MayPrintAMillionAtoms) {
   EXPECT_EQ(outcome.errors, "");
 }
 
-// Sends Ctrl-C to all that runs, and shows how Zarel ended and what is still alive then.
-constexpr std::string_view kInterrupt =
-    "setsid env --default-signal=INT zarel -silent -solver=./fake input.zrl & group=$!\n"
-    "until test -s started; do sleep 0.01; done\n"
-    "kill -s INT -- -$group; wait $group; echo $?\n"
-    "alive() { cat /proc/[0-9]*/stat 2> none | grep \" [^ZX] [0-9]* $group \"; }\n"
-    "for i in $(seq 50); do alive > left || break; sleep 0.1; done; cat left";
-
-TEST_F(SolverProcess, EndsWithZarelWhenItHangsAndIsInterrupted) {
-  write_script("fake", "echo > started; exec sleep 100\n");
-  EXPECT_EQ(run(kInterrupt).output, "130\n");
-}
-
-TEST_F(SolverProcess, IsInterruptedWithItsClingo) {
+// What ends Zarel, sent to it alone or, as a terminal's interrupt is, to its group.
+struct End {
+  std::string_view name, signal, status, solver, target = "$zarel";
+  friend void PrintTo(const End& test, std::ostream* out) { *out << test.name; }
+};
+constexpr std::string_view kHanging = "echo > started; exec sleep 100\n";
+constexpr std::string_view kDeaf =
+    "trap '' INT TERM; sleep 100 & setsid sleep 100 & echo > started; sleep 100; sleep 100\n";
+constexpr std::string_view kSearching = "dl \"$@\" -clingo=./clingo 2> said; echo more\n";
+constexpr End kEnds[] = {
+    {"interrupt_of_all", "INT", "130", kHanging, "-$zarel"},
+    {"interrupt_of_a_search", "INT", "130", kSearching, "-$zarel"},
+    {"interrupt", "INT", "130", kSearching},
+    {"end", "TERM", "143", kSearching},
+    {"end_of_a_deaf_solver", "TERM", "143", kDeaf},
+    {"end_of_the_terminal", "HUP", "129", kSearching},
+    {"death", "KILL", "137", kSearching},
+    {"death_with_a_deaf_solver", "KILL", "137", kDeaf},
+};
+class SolverEnd : public SolverProcess, public testing::WithParamInterface<End> {};
+TEST_P(SolverEnd, ComesWithZarel) {
   write("input.zrl",
         "p(1). p(2). p(3). p(4). p(5). p(6). p(7). p(8). p(9). p(10). p(11). p(12). p(13). "
         "q(X,1) v q(X,2) v q(X,3) v q(X,4) v q(X,5) v q(X,6) v q(X,7) v q(X,8) v q(X,9) v "
         "q(X,10) v q(X,11) v q(X,12) :- p(X). :- q(X,Y), q(Z,Y), X < Z.");
   write_script("clingo", "echo > started; exec clingo \"$@\"\n");
-  write_script("fake", "exec dl \"$@\" -clingo=./clingo\n");
-  EXPECT_EQ(run(kInterrupt).output, "130\n");
+  write_script("fake", GetParam().solver);
+  // All that runs carries the mark in its environment. Who is killed cannot wait for the others.
+  const Outcome outcome = run(
+      "mark=ZAREL_TEST=$PWD\n"
+      "setsid env --default-signal=INT $mark zarel -silent -solver=./fake input.zrl & zarel=$!\n"
+      "until test -s started; do sleep 0.01; done\n"
+      "kill -s " +
+      std::string(GetParam().signal) + " -- " + std::string(GetParam().target) +
+      "; wait $zarel; echo $?\n"
+      "alive() { grep -lsxzF $mark /proc/[0-9]*/environ; }\n" +
+      (GetParam().signal == "KILL"
+           ? "for i in $(seq 300); do alive > left; test -s left || break; sleep 0.1; done\n"
+           : "") +
+      "alive");
+  EXPECT_EQ(outcome.output, std::string(GetParam().status) + "\n");
 }
+INSTANTIATE_TEST_SUITE_P(Cases, SolverEnd, testing::ValuesIn(kEnds), case_name);
 
 constexpr ShellCase kCalls[] = {
     {"shares_standard_error_and_input",
@@ -90,6 +111,13 @@ constexpr ShellCase kCalls[] = {
      "call='zarel -silent -solver=tool input.zrl'; bin/$call; (unset PATH; bin/$call)\n"
      "(PATH=; bin/$call); ./linked ${call#zarel}; PATH=\"$PWD/other:$PATH\"; bin/$call",
      "{beside}\n{beside}\n{beside}\n{beside}\n{path}\n"},
+    {"finds_what_the_shell_finds_without_a_search_path",
+     "cp \"$(command -v zarel)\" .; echo 'echo \"{a_1(a, default)}\" | cat' > tool; chmod +x tool\n"
+     "env -i ./zarel -silent -solver=tool input.zrl; PATH= ./zarel -silent -solver=tool input.zrl",
+     "{a}\n{a}\n"},
+    {"runs_where_all_signals_are_ignored",
+     "env --ignore-signal zarel -silent input.zrl; env --block-signal zarel -silent input.zrl",
+     "{a}\n{a}\n"},
     {"may_have_a_blank_in_its_path_and_takes_a_long_command",
      "mkdir 'my tools'; echo 'echo \"$@\" > said' > 'my tools/fake'; chmod +x my*/fake\n"
      "words=$(seq -f -option%.0f -s ' ' 2000)\n"
@@ -113,6 +141,10 @@ constexpr ShellCase kGarbage[] = {
     {"half_an_atom", "printf '{} {a_1(a, default'", "{}\n", kSyntax},
     {"half_an_answer_set", "printf '{a_1(a, b)} {a_1(a, b), '; kill -KILL $$", "{a@b}\n",
      "Killed\nInternal parser invocation: syntax error.\n"},
+    {"death_by_a_signal_that_no_shell_tells", "echo '{}'; kill -INT $$", "{}\n",
+     "The solver ended by signal 2 (Interrupt).\n"},
+    {"death_of_the_shell", "echo '{}'; kill -KILL $PPID; exec sleep 100", "{}\n",
+     "The solver ended by signal 9 (Killed).\n"},
     {"unfinished_string", "printf '{a_1(\"x, default)}'", "{x}\n"},
     {"words_without_commas", "echo 'one two {}'", "one\ntwo\n{}\n"},
 };
