@@ -1,7 +1,6 @@
 #include "driver/intermediate_files.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
 #include <limits>
@@ -125,12 +124,14 @@ void IntermediateFiles::show_program(std::ostream& out) const {
   write_queries(out);
 }
 
-bool empty_output() {
-  const int file = ::open(kOutputName, O_WRONLY | O_TRUNC | O_NONBLOCK | O_CLOEXEC);
-  if (file < 0) return errno == ENOENT;
+InputFile open_output() {
+  constexpr mode_t kAsAShellMakesIt = 0666;
+  const int file =
+      ::open(kOutputName, O_RDWR | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, kAsAShellMakesIt);
+  InputFile output(file);
   struct stat status {};
-  const bool is_file = ::fstat(file, &status) == 0 && S_ISREG(status.st_mode);
-  return ::close(file) == 0 && is_file;
+  const bool is_file = file >= 0 && ::fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+  return is_file ? std::move(output) : InputFile(-1);
 }
 
 }    // namespace zarel

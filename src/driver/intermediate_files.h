@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "driver/input_file.h"
+
 namespace zarel {
 
 // ".source" holds, in this order: the verbatim sections, written while the input is read; the
@@ -48,9 +50,10 @@ class IntermediateFiles {
   Part generated_;    // of ".legend", the queries included
 };
 
-// Empties ".output", so that the answers of an earlier run never pass for those of this one. False
-// when what a solver writes there cannot be read back, from a device, say.
-bool empty_output();
+// ".output", empty, so that the answers of an earlier run never pass for those of this one, and
+// open for reading what a solver writes there. Not open when that could not be read back, from a
+// device, say.
+InputFile open_output();
 
 inline constexpr char kSourceName[] = ".source";
 inline constexpr char kLegendName[] = ".legend";

@@ -8,7 +8,6 @@
 
 #include "driver/banner.h"
 #include "driver/diagnostics.h"
-#include "driver/input_file.h"
 #include "driver/intermediate_files.h"
 #include "driver/options.h"
 #include "driver/phases.h"
@@ -56,16 +55,6 @@ void set_display(const Options& options) {
   display.address = !options.shows_uris;
 }
 
-void read_solver_output(bool is_new) {
-  const InputFile output(::open(kOutputName, O_RDONLY | O_CLOEXEC));
-  if (!is_new || !output.is_open()) {
-    output_yyerror("can't open input");
-    return;
-  }
-  report_state().parser_line = 1;
-  read_answer_sets(output.handle());
-}
-
 int run(std::span<char* const> arguments) {
   IntermediateFiles files;
   report_state().WhoAmI = arguments.empty() ? "zarel" : arguments[0];
@@ -95,9 +84,7 @@ int run(std::span<char* const> arguments) {
     return 0;
   }
 
-  const bool is_new = empty_output();
-  run_solver(solver_command(options));
-  read_solver_output(is_new);
+  solve(solver_command(options));
   return 0;
 }
 

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <ostream>
+#include <sstream>
 #include <string_view>
 #include <system_error>
 
@@ -10,6 +11,7 @@
 #include "driver/intermediate_files.h"
 #include "driver/solver_process.h"
 #include "model/program.h"
+#include "output/answer_set_reader.h"
 
 namespace zarel {
 namespace {
@@ -31,6 +33,22 @@ void append_own_folder_to_path() {
       setenv("PATH", folders.c_str(), 1));    // without it the shell itself says what it misses
 }
 
+// Holds what the reading says until the solver has ended: its own messages come first.
+class HeldMessages {
+ public:
+  HeldMessages() { report_state().errors = &held_; }
+  HeldMessages(const HeldMessages&) = delete;
+  HeldMessages& operator=(const HeldMessages&) = delete;
+  ~HeldMessages() {
+    report_state().errors = before_;
+    standard_error() << held_.view() << std::flush;
+  }
+
+ private:
+  std::ostream* before_ = report_state().errors;
+  std::ostringstream held_;
+};
+
 }    // namespace
 
 std::string solver_command(const Options& options) {
@@ -46,11 +64,18 @@ std::string solver_command(const Options& options) {
   return command.append("-silent > ").append(kOutputName);
 }
 
-void run_solver(const std::string& command) {
+void solve(const std::string& command) {
   append_own_folder_to_path();
   standard_output().flush();
+  const InputFile output = open_output();
+  const HeldMessages messages;
   SolverProcess solver(command);
+  if (output.is_open()) {
+    report_state().parser_line = 1;
+    read_answer_sets(output.handle(), [&solver] { return solver.may_write(); });
+  }
   solver.finish();
+  if (!output.is_open()) output_yyerror("can't open input");
 }
 
 }    // namespace zarel

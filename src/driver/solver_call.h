@@ -1,5 +1,5 @@
 #pragma once
-// solver_call.h - the solver, run through the shell on ".source" with its answers going to
+// solver_call.h - the solver, run through the shell on ".source", and its answers, which go to
 // ".output".
 
 #include <string>
@@ -12,9 +12,9 @@ namespace zarel {
 // predicate that the user's atoms became, "-silent", the redirection.
 std::string solver_command(const Options& options);
 
-// Runs the command and waits for its end. A shell that cannot be started is reported and ends the
-// run with status 1; what the solver itself returns is not looked at. An interrupt ends the solver,
-// and then Zarel.
-void run_solver(const std::string& command);
+// Runs the command, and reads ".output" while it grows, so that answers are printed as the solver
+// finds them. A shell that cannot be started is reported and ends the run with status 1; what the
+// solver itself returns is not looked at. An interrupt ends the solver, and then Zarel.
+void solve(const std::string& command);
 
 }    // namespace zarel

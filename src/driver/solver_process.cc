@@ -6,6 +6,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <ostream>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -79,6 +80,13 @@ void release_interrupts() {
   SafeExit(1);
 }
 
+// What writing to a pipe that nobody reads would do.
+[[noreturn]] void end_without_reader() {
+  std::raise(SIGPIPE);
+  standard_output().setstate(std::ios::badbit);    // the signal was ignored
+  SafeExit(1);
+}
+
 // The guard with the write end of a pipe; -1 when it cannot be started.
 pid_t start_guard(int report, const std::string& command) {
   std::array<std::string, 4> words{std::string(kGuardName), std::to_string(::getpid()),
@@ -134,6 +142,16 @@ SolverProcess::~SolverProcess() {
   ::kill(guard_, kKill);
   static_cast<void>(end_guard());
   release_interrupts();
+}
+
+bool SolverProcess::may_write() {
+  constexpr int kMilliseconds = 10;
+  if (has_ended_) return false;
+  std::array<pollfd, 2> watched{{{report_, POLLIN, 0}, {STDOUT_FILENO, 0, 0}}};
+  if (::poll(watched.data(), watched.size(), kMilliseconds) <= 0) return true;
+  if ((watched[1].revents & POLLERR) != 0) end_without_reader();
+  has_ended_ = watched[0].revents != 0;
+  return true;
 }
 
 // Returns how the shell ended. A guard that was killed could not tell, and took the shell along.

@@ -43,8 +43,9 @@ class AnswerSetBuilder {
   void print_terms(TextRange terms);
   void print_best_model(const BestModel& words);
 
-  void print_completed() { writer_.write_out(); }    // the items that are complete, at once
-  void reset();                                      // as new; what is not printed is dropped
+  // Prints the items that are complete, at once; false when they are lost.
+  bool print_completed() { return writer_.write_out(); }
+  void reset();    // as new; what is not printed is dropped
 
  private:
   void begin_atom();

@@ -2,6 +2,7 @@
 
 #include <new>
 #include <stdexcept>
+#include <utility>
 
 #include "driver/diagnostics.h"
 #include "driver/parser_stacks.h"
@@ -24,6 +25,7 @@ class Reading {
   Reading& operator=(const Reading&) = delete;
   ~Reading() {
     output_yylex_destroy();
+    begin_input({});
     parser_stacks().clear();
     answer_set_builder().reset();
   }
@@ -44,9 +46,9 @@ class Reading {
 
 }    // namespace
 
-int read_answer_sets(std::FILE* in) {
+int read_answer_sets(std::FILE* in, HasGrown grown) {
   Reading reading;
-  begin_input();
+  begin_input(std::move(grown));
   output_yyrestart(in);
   return reading.run();
 }

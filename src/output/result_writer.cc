@@ -19,16 +19,21 @@ void ResultWriter::add(std::string_view item) {
   if (item.size() >= kLargePiece) {    // not worth a copy
     write_out();
     write(item);
+    has_written_ = true;
     return;
   }
   collected_ += item;
   if (collected_.size() >= kLargePiece) write_out();
 }
 
-void ResultWriter::write_out() {
-  if (!collected_.empty()) write(collected_);
-  collected_.clear();
+bool ResultWriter::write_out() {
+  if (!collected_.empty()) {
+    write(collected_);
+    collected_.clear();
+    has_written_ = true;
+  }
   standard_output().flush();
+  return !has_written_ || standard_output().good();
 }
 
 }    // namespace zarel

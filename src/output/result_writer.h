@@ -11,10 +11,12 @@ namespace zarel {
 class ResultWriter {
  public:
   void add(std::string_view item);    // an item with its line ends
-  void write_out();                   // writes what is collected, and flushes the stream
+  // Writes what is collected, and flushes the stream; false when anything was lost.
+  bool write_out();
 
  private:
   std::string collected_;
+  bool has_written_ = false;    // something, so that a bad stream is a loss
 };
 
 }    // namespace zarel

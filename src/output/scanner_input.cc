@@ -6,6 +6,7 @@
 #include <ostream>
 #include <string>
 #include <unistd.h>
+#include <utility>
 
 #include "driver/diagnostics.h"
 #include "output/answer_set_builder.h"
@@ -20,7 +21,9 @@ namespace {
 // take quadratic time.
 constexpr int kLongToken = 64 * 1024;
 
-bool was_read = false;    // the input, once at least
+// What read_answer_sets() was given, as the generated scanner calls without it.
+HasGrown has_grown;
+bool was_read = false;    // once at least
 
 // Whether a file can be read shows when it is.
 [[noreturn]] void end_unread() {
@@ -32,7 +35,7 @@ int read_some(std::FILE* in, char* into, int room) {
   ssize_t count = -1;
   do {
     count = ::read(fileno(in), into, static_cast<std::size_t>(room));
-  } while (count < 0 && errno == EINTR);
+  } while (count < 0 ? errno == EINTR : count == 0 && has_grown && has_grown());
   if (count < 0 && !was_read) end_unread();
   if (count < 0) end_scanning("input in flex scanner failed");
   was_read = true;
@@ -51,12 +54,13 @@ std::string with_established_names(std::string text) {
 
 }    // namespace
 
-void begin_input() {
+void begin_input(HasGrown grown) {
+  has_grown = std::move(grown);
   was_read = false;
 }
 
 int read_piece(std::FILE* in, char* into, int room, int held) {
-  answer_set_builder().print_completed();
+  if (!answer_set_builder().print_completed()) SafeExit(1);
   const int wanted = held > kLongToken ? std::min(held, room) : 1;
   int total = 0;
   while (total < wanted) {

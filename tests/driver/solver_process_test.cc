@@ -115,6 +115,20 @@ constexpr ShellCase kCalls[] = {
      "cp \"$(command -v zarel)\" .; echo 'echo \"{a_1(a, default)}\" | cat' > tool; chmod +x tool\n"
      "env -i ./zarel -silent -solver=tool input.zrl; PATH= ./zarel -silent -solver=tool input.zrl",
      "{a}\n{a}\n"},
+    // Who reads is shown an answer before the solver has ended, and ends it by going away.
+    {"is_read_while_it_writes",
+     "echo \"echo '{a_1(a, default)}'; seq 300 | while read i; do test -s shown && break; sleep "
+     "0.1; "
+     "done; wc -l < shown\" > fake; chmod +x fake\n"
+     "zarel -silent -solver=./fake input.zrl > shown; cat shown",
+     "{a}\n1\n"},
+    {"ends_when_nobody_reads",
+     "echo \"echo '{}'; sleep 30; echo late >&2\" > fake; chmod +x fake\n"
+     "(zarel -silent -solver=./fake input.zrl; echo $? >&2) | head -n 1\n"
+     "(trap '' PIPE; zarel -silent -solver=./fake input.zrl; echo $? >&2) | head -n 1\n"
+     "echo \"yes '{}'\" > fake; (trap '' PIPE; zarel -silent -solver=./fake input.zrl) | head -n 1",
+     "{}\n{}\n{}\n",
+     "141\nStandard output could not be written.\n1\nStandard output could not be written.\n"},
     {"runs_where_all_signals_are_ignored",
      "env --ignore-signal zarel -silent input.zrl; env --block-signal zarel -silent input.zrl",
      "{a}\n{a}\n"},
