@@ -12,7 +12,6 @@ namespace {
 
 void read_repeatedly(benchmark::State& state, const std::string& answers) {
   DiscardedOutput output;
-  reset_display_settings();
   for ([[maybe_unused]] auto _ : state) {
     if (read_answer_sets(answers) != 0) state.SkipWithError("answers were refused");
   }

@@ -1,7 +1,5 @@
 #include "discarded_output.h"
 
-#include "driver/diagnostics.h"
-
 namespace zarel {
 
 std::streamsize DiscardedOutput::Sink::xsputn(const char* /*text*/, std::streamsize count) {
@@ -9,12 +7,15 @@ std::streamsize DiscardedOutput::Sink::xsputn(const char* /*text*/, std::streams
 }
 
 DiscardedOutput::DiscardedOutput() {
-  report_state().output = &stream_;
-  report_state().errors = &stream_;
+  begin_run();
 }
 
-DiscardedOutput::~DiscardedOutput() {
-  reset_report_state();
+void DiscardedOutput::begin_run() {
+  scope_.reset();
+  run_ = std::make_unique<Run>();
+  scope_.emplace(*run_);
+  run_->report.output = &stream_;
+  run_->report.errors = &stream_;
 }
 
 }    // namespace zarel

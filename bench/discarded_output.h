@@ -1,19 +1,22 @@
 #pragma once
 // discarded_output.h - results and messages of a measured piece, thrown away.
 
+#include <memory>
+#include <optional>
 #include <ostream>
 #include <streambuf>
 
+#include "model/run.h"
+
 namespace zarel {
 
-// While it lives, standard_output() and standard_error() swallow what they are given; afterwards
-// the report state is as before main.
+// A run whose standard_output() and standard_error() swallow what they are given.
 class DiscardedOutput {
  public:
   DiscardedOutput();
+  void begin_run();    // a new one
   DiscardedOutput(const DiscardedOutput&) = delete;
   DiscardedOutput& operator=(const DiscardedOutput&) = delete;
-  ~DiscardedOutput();
 
   std::ostream& stream() { return stream_; }
 
@@ -24,6 +27,8 @@ class DiscardedOutput {
     std::streamsize xsputn(const char* text, std::streamsize count) override;
   };
 
+  std::unique_ptr<Run> run_;
+  std::optional<Run::Scope> scope_;
   Sink sink_;
   std::ostream stream_{&sink_};
 };

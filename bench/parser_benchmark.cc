@@ -12,7 +12,10 @@ void parses(benchmark::State& state, std::string (*text_of)(std::size_t)) {
   DiscardedOutput output;
   const auto count = static_cast<std::size_t>(state.range(0));
   std::string program = text_of(count);
-  for ([[maybe_unused]] auto _ : state) read_text(program);
+  for ([[maybe_unused]] auto _ : state) {
+    output.begin_run();
+    read_text(program);
+  }
   state.SetItemsProcessed(state.iterations() * state.range(0));
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(program.size()));
 }

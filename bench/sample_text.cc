@@ -110,8 +110,6 @@ std::vector<std::string> spellings(std::size_t count) {
 }
 
 void read_text(std::string& program) {
-  prepare_tables();
-  report_state().parser_errors = 0;
   const std::unique_ptr<std::FILE, CloseFile> file(fmemopen(program.data(), program.size(), "r"));
   if (file == nullptr) throw std::logic_error("no file in memory");
   std::ostringstream verbatim;

@@ -2,11 +2,11 @@
 
 #include <benchmark/benchmark.h>
 
+#include "discarded_output.h"
 #include "model/atom.h"
 #include "model/generic_atoms.h"
 #include "model/name_table.h"
 #include "model/predicate_table.h"
-#include "model/tables.h"
 #include "model/term.h"
 #include "sample_text.h"
 
@@ -35,33 +35,30 @@ std::vector<NameId> interned(std::size_t count) {
 }
 
 void enters_predicates(benchmark::State& state) {
-  reset_tables();
+  const DiscardedOutput run;
   const std::vector<NameId> ids = interned(static_cast<std::size_t>(state.range(0)));
   for ([[maybe_unused]] auto _ : state) {
     PredicateTable table;
     for (const NameId id : ids) table.enter(id, 2, PREDICATE_NAMETS::TYPE::kUnknown);
   }
   count_items(state);
-  reset_tables();
 }
 BENCHMARK(enters_predicates)->Arg(100'000)->Arg(1'000'000);
 
 void makes_terms(benchmark::State& state) {
-  reset_tables();
+  const DiscardedOutput run;
   const std::vector<NameId> ids = interned(static_cast<std::size_t>(state.range(0)));
   for ([[maybe_unused]] auto _ : state) {
     for (const NameId id : ids) benchmark::DoNotOptimize(newTERMT(id));
   }
   count_items(state);
-  reset_tables();
 }
 BENCHMARK(makes_terms)->Arg(100'000)->Arg(1'000'000);
 
 void encodes_atoms(benchmark::State& state) {
   const auto count = static_cast<std::size_t>(state.range(0));
   for ([[maybe_unused]] auto _ : state) {
-    reset_tables();    // the program's storage would grow without end
-    set_higher_order(true);
+    const DiscardedOutput run;    // the program's storage would grow without end
     const NameId space = names().intern("default");
     const NameId name = names().intern("edge");
     const std::vector<TERMT> terms = {newTERMT("a"), newTERMT("b"), TERMT::integer(1)};
@@ -70,7 +67,6 @@ void encodes_atoms(benchmark::State& state) {
     }
   }
   count_items(state);
-  reset_tables();
 }
 BENCHMARK(encodes_atoms)->Arg(100'000)->Arg(1'000'000);
 

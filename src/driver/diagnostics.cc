@@ -1,16 +1,21 @@
 #include "driver/diagnostics.h"
 
 #include <iostream>
+#include <utility>
 
 namespace zarel {
+namespace {
+
+constinit thread_local ReportState* state_of_run = nullptr;
+
+}    // namespace
 
 ReportState& report_state() {
-  static ReportState state;
-  return state;
+  return *state_of_run;
 }
 
-void reset_report_state() {
-  report_state() = ReportState{};
+ReportState* set_report_state(ReportState* state) {
+  return std::exchange(state_of_run, state);
 }
 
 std::ostream& standard_output() {

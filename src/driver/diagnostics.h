@@ -8,7 +8,7 @@
 
 namespace zarel {
 
-// What yyerror puts in front of a message, and what it has been told so far. One per process.
+// What yyerror puts in front of a message, and what it has been told so far.
 struct ReportState {
   std::string WhoAmI;                 // the program's name, as the user called it
   int OptionVerbosity = 0;            // 1 after "-v"
@@ -20,8 +20,8 @@ struct ReportState {
   std::ostream* errors = nullptr;     // where messages go; null: std::cerr
 };
 
-ReportState& report_state();
-void reset_report_state();    // everything as it is before main, the two streams included
+ReportState& report_state();                          // of the current run: see Note [current run]
+ReportState* set_report_state(ReportState* state);    // from now on; returns the one before
 
 std::ostream& standard_output();    // where results go in this run
 std::ostream& standard_error();     // where messages go in this run

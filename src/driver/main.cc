@@ -14,6 +14,7 @@
 #include "driver/solver_call.h"
 #include "driver/solver_guard.h"
 #include "model/predicate_table.h"
+#include "model/run.h"
 #include "output/answer_set_reader.h"
 #include "output/display_settings.h"
 #include "templates/linking.h"
@@ -58,12 +59,11 @@ void set_display(const Options& options) {
 int run(std::span<char* const> arguments) {
   IntermediateFiles files;
   report_state().WhoAmI = arguments.empty() ? "zarel" : arguments[0];
-  prepare_tables();
 
   const Options options = scan_arguments(arguments.subspan(arguments.empty() ? 0 : 1));
   report_state().OptionVerbosity = options.OptionVerbosity ? 1 : 0;
-  set_arity_check(options.OptionArityCheck);
-  set_link_templates(options.OptionLinkTemplates);
+  current_run().options.checks_arity = options.OptionArityCheck;
+  current_run().options.links_templates = options.OptionLinkTemplates;
   set_display(options);
   if (options.end != ScanEnd::kRun) return end_of_scan(options);
 
@@ -89,6 +89,8 @@ int run(std::span<char* const> arguments) {
 }
 
 int run_to_status(std::span<char* const> arguments) {
+  Run whole;
+  const Run::Scope scope(whole);
   try {
     return run(arguments);
   } catch (const RunEnd& end) {

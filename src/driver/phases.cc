@@ -13,8 +13,8 @@
 #include "model/generic_atoms.h"
 #include "model/predicate_table.h"
 #include "model/printer.h"
+#include "model/run.h"
 #include "model/safety.h"
-#include "model/tables.h"
 #include "parser/parse.h"
 #include "parser/program_builder.h"
 #include "parser/scanner_actions.h"
@@ -64,19 +64,11 @@ void read_semantics(const std::string& name, ProgramBuilder& builder, std::ostre
 
 }    // namespace
 
-void prepare_tables() {
-  reset_templates();
-  reset_tables();
-  reset_frames();
-  set_frame_logic(true);
-  set_higher_order(true);
-  scanner_actions().forget_files();
-}
-
 void read_program(const std::vector<std::string>& files, const std::string& semantics,
                   std::ostream& verbatim) {
   ReportState& report = report_state();
   report.ParserStateInternal = false;
+  scanner_actions().forget_files();
   ProgramBuilder builder;
   for (const std::string& path : files) read_file(path, path, builder, verbatim);
   read_semantics(semantics, builder, verbatim);
@@ -107,13 +99,11 @@ RewrittenProgram rewrite(const std::vector<std::string>& files, const RewriteOpt
   std::ostringstream verbatim;
   std::ostringstream legend;
   RewrittenProgram result;
-  reset_report_state();
-  report_state().output = &output;
-  report_state().errors = &messages;
+  Run run({options.has_arity_check, options.has_linked_templates});
+  const Run::Scope scope(run);
+  run.report.output = &output;
+  run.report.errors = &messages;
   try {
-    prepare_tables();
-    set_arity_check(options.has_arity_check);
-    set_link_templates(options.has_linked_templates);
     read_program(files, options.semantics, verbatim);
     expand_templates(legend);
     if (options.has_safety_check) check_safety();
@@ -124,7 +114,6 @@ RewrittenProgram rewrite(const std::vector<std::string>& files, const RewriteOpt
   } catch (const RunEnd& end) {
     result.status = end.status;
   }
-  reset_report_state();
   result.verbatim = std::move(verbatim).str();
   result.legend = std::move(legend).str();
   result.output = std::move(output).str();

@@ -8,9 +8,6 @@
 
 namespace zarel {
 
-// Tables as a run starts with them: builtins registered, frame syntax and higher-order mode on.
-void prepare_tables();
-
 // Reads every file into one program, and then the library of a semantics: "constrained", a file's
 // name, or none. A file that cannot be opened is reported and left out. Ends
 // the run with status 1 when an error was counted.
@@ -41,7 +38,7 @@ struct RewrittenProgram {
   std::string messages;    // and on standard error
 };
 
-// Rewrites the program of these files. All tables are reset first, and hold the program afterwards.
+// Rewrites the program of these files, in a run of its own.
 RewrittenProgram rewrite(const std::vector<std::string>& files, const RewriteOptions& options);
 
 }    // namespace zarel

@@ -3,9 +3,16 @@
 #include <algorithm>
 
 #include "frames/frame_walk.h"
+#include "model/run.h"
 
 namespace zarel {
 namespace {
+
+// How many auxiliary atoms there are of each kind.
+struct AuxiliaryCounts {
+  std::uint32_t frames = 0;
+  std::uint32_t attributes = 0;
+};
 
 template <class T>
 StoredList<T> appended(StoredList<T> list, const T& element) {
@@ -147,8 +154,7 @@ void FRAME::getVariables(std::vector<TERMT>& out) const {
 }
 
 std::uint32_t& FRAME::nextAuxAtom() {
-  static std::uint32_t number = 0;
-  return number;
+  return current_run().parts.get<AuxiliaryCounts>().frames;
 }
 
 void ATTRIBUTE::addValue(const FRAME& value) {
@@ -165,8 +171,7 @@ void ATTRIBUTE::getVariables(std::vector<TERMT>& out, const FrameTerm* subject) 
 }
 
 std::uint32_t& ATTRIBUTE::nextAuxAtom() {
-  static std::uint32_t number = 0;
-  return number;
+  return current_run().parts.get<AuxiliaryCounts>().attributes;
 }
 
 ATTRIBUTE attribute(bool is_negated, const FrameTerm& name, ARROW arrow) {
@@ -182,11 +187,6 @@ std::string relation(bool is_negated, std::string_view subject, std::string_view
 std::string relation(bool is_negated, std::string_view subject, std::string_view name) {
   std::string text = is_negated ? "not " : "";
   return text.append(name).append("(").append(subject).append(")");
-}
-
-void reset_frames() {
-  FRAME::nextAuxAtom() = 0;
-  ATTRIBUTE::nextAuxAtom() = 0;
 }
 
 }    // namespace zarel

@@ -126,7 +126,4 @@ std::string relation(bool is_negated, std::string_view subject, std::string_view
                      std::string_view value);
 std::string relation(bool is_negated, std::string_view subject, std::string_view name);
 
-// Both counts start again at 0.
-void reset_frames();
-
 }    // namespace zarel

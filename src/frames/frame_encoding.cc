@@ -5,16 +5,12 @@
 
 #include "model/generic_encoding.h"
 #include "model/names.h"
+#include "model/run.h"
 
 namespace zarel {
 namespace {
 
 using Type = PREDICATE_NAMETS::TYPE;
-
-bool& frame_logic() {
-  static bool is_on = false;
-  return is_on;
-}
 
 std::string_view without_minus(std::string_view text) {
   return text.substr(text.starts_with('-') ? 1 : 0);
@@ -49,11 +45,7 @@ TERMT marked_space(NameId framespace) {
 }    // namespace
 
 bool OptionFramelogic() {
-  return frame_logic();
-}
-
-void set_frame_logic(bool is_on) {
-  frame_logic() = is_on;
+  return current_run().options.has_frame_logic;
 }
 
 Literal relationToLITERALT(const FrameStatement& statement) {

@@ -13,7 +13,6 @@ namespace zarel {
 
 // Frame syntax has its own encoding; on in every run that main starts.
 bool OptionFramelogic();
-void set_frame_logic(bool is_on);
 
 // A statement as the encodings take it; subject and name may have "-" in front.
 struct FrameStatement {

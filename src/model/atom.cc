@@ -24,11 +24,6 @@ std::uint32_t invocation_predicate(const INVOCATIONATOM& invocation) {
 
 }    // namespace
 
-PredicateTable& ATOMT::Predicates() {
-  static PredicateTable table;
-  return table;
-}
-
 ATOMT::ATOMT(std::string_view name, std::span<const TERMT> terms, Type type)
     : ATOMT(names().intern(name), terms, type) {}
 

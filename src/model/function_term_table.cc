@@ -19,9 +19,4 @@ void FunctionTermTable::clear() {
   terms_.clear();
 }
 
-FunctionTermTable& FTermTable() {
-  static FunctionTermTable table;
-  return table;
-}
-
 }    // namespace zarel

@@ -7,14 +7,12 @@
 #include <string_view>
 
 #include "model/atom.h"
+#include "model/generic_names.h"
 
 namespace zarel {
 
 // The higher-order mode, in which atoms are encoded; on in every run that main starts.
 bool OptionHigherOrder();
-void set_higher_order(bool is_on);
-
-enum class Negation { kNone, kStrong };
 
 // The atom of name(terms) in the frame space fs; its solver predicate is recorded with addedAtom.
 // Without higher-order mode the predicate is the name itself, over fs and the terms.
@@ -27,8 +25,5 @@ ATOMT encoded_bare_atom(NameId name, Negation negation);
 // The same predicate with the frame space added as a constant: behind the only term, or alone when
 // there is none; a longer list stays. The result's asterisk count is one more than the atom's.
 ATOMT addDefaultToAtomt(const ATOMT& atom, NameId frame_space);
-
-// Forgets the generic names (they live in the name table) and turns the higher-order mode off.
-void reset_generic_atoms();
 
 }    // namespace zarel

@@ -56,13 +56,6 @@ std::optional<NameId> NameTable::find(std::string_view spelling) const {
   return NameId{entry - 1};
 }
 
-void NameTable::clear() {
-  chunks_.clear();
-  slots_.clear();
-  size_ = 0;
-  texts_.release();
-}
-
 // The slot that holds the spelling, or the free one where it belongs.
 std::size_t NameTable::slot_of(std::string_view spelling, std::uint32_t hash) const {
   const std::size_t mask = slots_.size() - 1;
@@ -116,11 +109,6 @@ std::optional<std::uint32_t> NameNumbering::find(NameId name) const {
   const std::uint32_t index = to_index(name);
   if (index >= number_of_name_.size() || number_of_name_[index] == 0) return std::nullopt;
   return number_of_name_[index] - 1;
-}
-
-void NameNumbering::clear() {
-  number_of_name_.clear();
-  names_.clear();
 }
 
 }    // namespace zarel

@@ -22,10 +22,9 @@ class NameTable {
  public:
   NameId intern(std::string_view spelling);    // the same spelling gives the same id
   std::optional<NameId> find(std::string_view spelling) const;
-  // Valid until clear(), and ended by a NUL.
+  // Valid as long as the table, and ended by a NUL.
   std::string_view spelling(NameId id) const { return name(to_index(id)).spelling(); }
   std::size_t size() const { return size_; }
-  void clear();
 
  private:
   // Note [short names]
@@ -76,11 +75,8 @@ class NameTable {
   std::pmr::monotonic_buffer_resource texts_{std::size_t{64} * 1024};
 };
 
-// The names of this process's program.
-inline NameTable& names() {
-  static NameTable table;
-  return table;
-}
+// The names of the current run.
+NameTable& names();
 
 // Numbers 0, 1, 2, ... given to names in the order in which they are first seen.
 class NameNumbering {
@@ -94,7 +90,6 @@ class NameNumbering {
   std::optional<std::uint32_t> find(NameId name) const;
   NameId name(std::uint32_t number) const { return names_[number]; }
   std::uint32_t size() const { return static_cast<std::uint32_t>(names_.size()); }
-  void clear();
 
  private:
   std::vector<std::uint32_t> number_of_name_;    // by name id: number + 1, 0 for none

@@ -71,11 +71,6 @@ void check_template_name(std::string_view name) {
   report_counted_error(message.append(name));
 }
 
-int& cont() {
-  static int number = 0;
-  return number;
-}
-
 std::string_view getName(std::string_view name) {
   const auto* const first =
       std::find_if(name.begin(), name.end(), [](char c) { return c > '9' || c < 0; });

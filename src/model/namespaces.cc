@@ -1,14 +1,6 @@
 #include "model/namespaces.h"
 
 namespace zarel {
-namespace {
-
-bool& prefix_use() {
-  static bool was_used = false;
-  return was_used;
-}
-
-}    // namespace
 
 bool NamespaceTable::declare(std::string_view prefix, std::string_view quoted_uri) {
   if (existNameSpace(prefix)) return false;
@@ -32,30 +24,6 @@ std::optional<std::string_view> NamespaceTable::prefix_of(std::string_view quote
   const auto found = by_uri_.find(quoted_uri);
   if (found == by_uri_.end()) return std::nullopt;
   return pairs_[found->second].first;
-}
-
-void NamespaceTable::clear() {
-  pairs_.clear();
-  by_prefix_.clear();
-  by_uri_.clear();
-}
-
-NamespaceTable& vectorName() {
-  static NamespaceTable table;
-  return table;
-}
-
-bool prefix_was_used() {
-  return prefix_use();
-}
-
-void note_prefix_use() {
-  prefix_use() = true;
-}
-
-void reset_namespaces() {
-  vectorName().clear();
-  prefix_use() = false;
 }
 
 std::optional<std::string> returnAddress(std::string_view prefix, std::string_view local) {

@@ -27,7 +27,6 @@ class NamespaceTable {
 
   const std::vector<std::pair<std::string, std::string>>& pairs() const { return pairs_; }
   bool is_empty() const { return pairs_.empty(); }
-  void clear();
 
  private:
   struct TextHash {
@@ -48,7 +47,6 @@ class NamespaceTable {
 NamespaceTable& vectorName();
 bool prefix_was_used();
 void note_prefix_use();
-void reset_namespaces();
 
 // The full quoted address of prefix:local, which is the prefix's URI with the local name in front
 // of its closing quote. Nothing when the prefix is not declared.

@@ -5,16 +5,12 @@
 #include "driver/diagnostics.h"
 #include "model/atom.h"
 #include "model/names.h"
+#include "model/run.h"
 
 namespace zarel {
 namespace {
 
 using Type = PREDICATE_NAMETS::TYPE;
-
-bool& arity_check() {
-  static bool is_on = false;
-  return is_on;
-}
 
 [[noreturn]] void end_for_arity(std::string_view name, std::uint32_t first, std::uint32_t now) {
   standard_error() << name << ", first used with arity " << first << ", now seen with arity " << now
@@ -80,22 +76,8 @@ std::optional<std::uint32_t> PredicateTable::find(std::string_view name) const {
   return numbering_.find(*id);
 }
 
-void PredicateTable::clear() {
-  numbering_.clear();
-  entries_.clear();
-}
-
 bool OptionArityCheck() {
-  return arity_check();
-}
-
-void set_arity_check(bool is_on) {
-  arity_check() = is_on;
-}
-
-std::set<std::uint32_t>& NegativeAtoms() {
-  static std::set<std::uint32_t> predicates;
-  return predicates;
+  return current_run().options.checks_arity;
 }
 
 void register_builtins() {
@@ -103,12 +85,6 @@ void register_builtins() {
     ATOMT::Predicates().enter(names().intern(builtin_name[code]), builtin_arity[code],
                               Type::kBuiltin);
   }
-}
-
-void reset_predicates() {
-  ATOMT::Predicates().clear();
-  NegativeAtoms().clear();
-  set_arity_check(false);
 }
 
 }    // namespace zarel

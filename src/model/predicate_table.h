@@ -72,7 +72,6 @@ class PredicateTable {
   std::uint32_t arity(std::uint32_t predicate) const { return entries_[predicate].arity; }
   Type type(std::uint32_t predicate) const { return entries_[predicate].type; }
   std::uint32_t size() const { return numbering_.size(); }
-  void clear();
 
  private:
   struct Entry {
@@ -88,15 +87,11 @@ class PredicateTable {
 
 // The option "-aritycheck": a predicate used with two arities ends the run.
 bool OptionArityCheck();
-void set_arity_check(bool is_on);
 
 // The numbers of the predicates that were built as strongly negated atoms.
 std::set<std::uint32_t>& NegativeAtoms();
 
 // Enters the ten builtins; called first, so that they get the numbers 0 to 9.
 void register_builtins();
-
-// Forgets every predicate and option of this module; register_builtins comes next.
-void reset_predicates();
 
 }    // namespace zarel

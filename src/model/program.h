@@ -17,7 +17,6 @@ class NameList {
   void add(NameId name);    // nothing when it is there
   bool contains(NameId name) const;
   const std::vector<NameId>& names() const { return names_; }
-  void clear();
 
  private:
   std::vector<NameId> names_;
@@ -34,7 +33,5 @@ int& nclause();                          // how many of the last CLAUSES templat
 // Records the name in Atom_Globals.
 void addedAtom(std::string_view name);
 void addedAtom(NameId name);
-
-void reset_program();
 
 }    // namespace zarel

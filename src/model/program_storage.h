@@ -67,14 +67,12 @@ class ProgramStorage {
     return std::construct_at(static_cast<T*>(blocks_.allocate(sizeof(T), alignof(T))), value);
   }
 
-  void clear() { blocks_.release(); }    // every handle and pointer given out dies with it
-
  private:
   static constexpr std::size_t kFirstBlock = std::size_t{64} * 1024;    // bytes; later ones grow
   std::pmr::monotonic_buffer_resource blocks_{kFirstBlock};
 };
 
-// The storage of this process's program. See Note [program storage].
+// The storage of the current run's program. See Note [program storage].
 ProgramStorage& program_storage();
 
 }    // namespace zarel

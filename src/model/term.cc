@@ -50,21 +50,6 @@ std::optional<NameId> VariableRegistry::name_of(std::uint32_t number) const {
   return NameId{first_name_[number] - 1};
 }
 
-void VariableRegistry::clear() {
-  registered_.clear();
-  first_name_.clear();
-}
-
-VariableNumbering& LocalVariables() {
-  static VariableNumbering numbering;
-  return numbering;
-}
-
-VariableRegistry& Variables() {
-  static VariableRegistry registry;
-  return registry;
-}
-
 TERMT newTERMT(std::string_view text) {
   return newTERMT(names().intern(text));
 }
@@ -137,12 +122,6 @@ std::string getNewName(int n, const TERMT& term) {
 
 std::pair<TERMT, bool> standardizeGuard(const TERMT& term, bool is_inclusive) {
   return {term, is_inclusive};
-}
-
-void reset_term_tables() {
-  LocalVariables() = VariableNumbering{};
-  Variables().clear();
-  FTermTable().clear();
 }
 
 }    // namespace zarel

@@ -1,5 +1,5 @@
 #pragma once
-// term.h - terms, and the process-wide tables of constants and variables that they point into.
+// term.h - terms, and the tables of constants and variables that they point into.
 
 #include <cstdint>
 #include <optional>
@@ -80,7 +80,6 @@ class VariableRegistry {
   // The earliest registered name that had this number; nothing when none had it.
   std::optional<NameId> name_of(std::uint32_t number) const;
   std::uint32_t size() const { return registered_.size(); }
-  void clear();
 
  private:
   NameNumbering registered_;
@@ -118,7 +117,5 @@ std::string getNewName(int n, const TERMT& term);
 
 // A guard as newAggregate takes it: the term, and whether the guard is inclusive.
 std::pair<TERMT, bool> standardizeGuard(const TERMT& term, bool is_inclusive);
-
-void reset_term_tables();
 
 }    // namespace zarel

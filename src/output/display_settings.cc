@@ -1,5 +1,7 @@
 #include "output/display_settings.h"
 
+#include "model/run.h"
+
 namespace zarel {
 
 void DisplaySettings::set_filters(const std::vector<std::string>& names,
@@ -10,12 +12,7 @@ void DisplaySettings::set_filters(const std::vector<std::string>& names,
 }
 
 DisplaySettings& display_settings() {
-  static DisplaySettings settings;
-  return settings;
-}
-
-void reset_display_settings() {
-  display_settings() = DisplaySettings{};
+  return current_run().parts.get<DisplaySettings>();
 }
 
 }    // namespace zarel

@@ -40,6 +40,5 @@ struct DisplaySettings {
 };
 
 DisplaySettings& display_settings();
-void reset_display_settings();    // everything as it is before the command line is read
 
 }    // namespace zarel

@@ -4,6 +4,7 @@
 
 #include "driver/diagnostics.h"
 #include "model/printer.h"
+#include "model/run.h"
 
 namespace zarel {
 
@@ -26,14 +27,8 @@ const DEFINITIONATOM* DefinitionTable::find(std::string_view name) const {
   return found == by_name_.end() ? nullptr : found->second;
 }
 
-void DefinitionTable::clear() {
-  by_name_.clear();
-  definitions_.clear();
-}
-
 DefinitionTable& defhashmap() {
-  static DefinitionTable table;
-  return table;
+  return current_run().parts.get<DefinitionTable>();
 }
 
 void addedDefinition(DEFINITIONATOM definition) {

@@ -21,7 +21,6 @@ class DefinitionTable {
   bool add(DEFINITIONATOM definition);
   const DEFINITIONATOM* find(std::string_view name) const;    // null: no such template
   const std::deque<DEFINITIONATOM>& all() const { return definitions_; }
-  void clear();
 
  private:
   struct NameHash {

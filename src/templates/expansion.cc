@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "driver/diagnostics.h"
+#include "model/run.h"
 #include "model/safety.h"
 #include "templates/atom_rewriting.h"
 #include "templates/checks.h"
@@ -19,6 +20,10 @@
 
 namespace zarel {
 namespace {
+
+struct FormalPredicates {
+  TCONJUNCTION<ATOMT> value;
+};
 
 constexpr std::uint32_t kDeepestLevel = 1000;
 
@@ -160,8 +165,7 @@ class ClauseRewriter {
 }    // namespace
 
 TCONJUNCTION<ATOMT>& predformal() {
-  static TCONJUNCTION<ATOMT> atoms;
-  return atoms;
+  return current_run().parts.get<FormalPredicates>().value;
 }
 
 void StandardizeRulesT(const INVOCATIONATOM& invocation, const DEFINITIONATOM& definition,

@@ -51,14 +51,4 @@ void print_stack() {
   while (!schedule().empty()) standard_output() << taken_from_schedule() << '\n';
 }
 
-void reset_templates() {
-  schedule().clear();
-  invhashmap().clear();
-  defhashmap().clear();
-  marker_index().clear();
-  templateInn().clear();
-  predformal().clear();
-  reset_linking();
-}
-
 }    // namespace zarel

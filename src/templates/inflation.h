@@ -13,7 +13,4 @@ void Inflation(std::ostream& legend);
 // Takes every signature off the schedule and shows it on standard output, a line each.
 void print_stack();
 
-// Forgets definitions, invocations and all that expansions left behind.
-void reset_templates();
-
 }    // namespace zarel

@@ -6,11 +6,16 @@
 #include "driver/diagnostics.h"
 #include "model/names.h"
 #include "model/printer.h"
+#include "model/run.h"
 #include "templates/definitions.h"
 #include "templates/linking.h"
 
 namespace zarel {
 namespace {
+
+struct Schedule {
+  std::vector<std::uint32_t> value;
+};
 
 using Type = PREDICATE_NAMETS::TYPE;
 
@@ -62,19 +67,12 @@ std::span<const INVOCATIONATOM* const> InvocationTable::under(std::uint32_t sign
   return found->second;
 }
 
-void InvocationTable::clear() {
-  by_signature_.clear();
-  invocations_.clear();
-}
-
 InvocationTable& invhashmap() {
-  static InvocationTable table;
-  return table;
+  return current_run().parts.get<InvocationTable>();
 }
 
 std::vector<std::uint32_t>& schedule() {
-  static std::vector<std::uint32_t> signatures;
-  return signatures;
+  return current_run().parts.get<Schedule>().value;
 }
 
 std::uint32_t signature(const INVOCATIONATOM& invocation) {

@@ -25,7 +25,6 @@ class InvocationTable {
   bool contains(std::uint32_t signature) const { return by_signature_.count(signature) != 0; }
   std::span<const INVOCATIONATOM* const> under(std::uint32_t signature) const;
   const std::deque<INVOCATIONATOM>& all() const { return invocations_; }
-  void clear();
 
  private:
   std::deque<INVOCATIONATOM> invocations_;    // a deque: addresses stay put

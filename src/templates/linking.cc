@@ -8,6 +8,7 @@
 #include "model/characters.h"
 #include "model/names.h"
 #include "model/program.h"
+#include "model/run.h"
 #include "model/safety.h"
 #include "templates/generated_program.h"
 #include "templates/group_terms.h"
@@ -43,15 +44,13 @@ class FreshVariables {
 };
 
 struct Linking {
-  bool is_on = false;
   std::unordered_map<std::string, std::uint32_t> expansions;
   std::unordered_map<std::string, int> labels;    // by local name: the last one given
   FreshVariables variables;
 };
 
 Linking& linking() {
-  static Linking state;
-  return state;
+  return current_run().parts.get<Linking>();
 }
 
 std::string_view name_of(const ATOMT& atom) {
@@ -64,7 +63,8 @@ std::string_view without_minus(std::string_view name) {
 
 bool is_taken(const std::string& name) {
   const PredicateTable& predicates = ATOMT::Predicates();
-  return predicates.contains(name) || (linking().is_on && predicates.contains("-" + name));
+  return predicates.contains(name) ||
+         (current_run().options.links_templates && predicates.contains("-" + name));
 }
 
 using NameAndArity = std::pair<std::string, std::size_t>;
@@ -126,16 +126,7 @@ ATOMT plain_projection_source(std::string_view name, std::span<const TERMT> term
 }    // namespace
 
 bool OptionLinkTemplates() {
-  return linking().is_on;
-}
-
-void set_link_templates(bool is_on) {
-  linking().is_on = is_on;
-}
-
-void reset_linking() {
-  linking() = Linking{};
-  reset_opposites();
+  return current_run().options.links_templates;
 }
 
 bool are_frames_local() {

@@ -24,10 +24,6 @@
 namespace zarel {
 
 bool OptionLinkTemplates();
-void set_link_templates(bool is_on);
-
-// Forgets the option, the expansion keys and the fresh variables.
-void reset_linking();
 
 // Whether frames in a template body become predicates of the template. Linked, they are statements
 // about the program's objects.

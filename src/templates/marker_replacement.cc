@@ -8,6 +8,7 @@
 #include "model/atom_order.h"
 #include "model/printer.h"
 #include "model/program.h"
+#include "model/run.h"
 #include "templates/invocations.h"
 #include "templates/legend.h"
 
@@ -89,14 +90,8 @@ void MarkerIndex::replace(const ATOMT& marker, const ATOMT& replacement) {
   if (literals.empty()) literals_.erase(found);
 }
 
-void MarkerIndex::clear() {
-  clauses_seen_ = 0;
-  literals_.clear();
-}
-
 MarkerIndex& marker_index() {
-  static MarkerIndex index;
-  return index;
+  return current_run().parts.get<MarkerIndex>();
 }
 
 void ReplaceAtom(const INVOCATIONATOM& invocation, const ATOMT& replacement) {

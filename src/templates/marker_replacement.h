@@ -20,7 +20,6 @@ class MarkerIndex {
  public:
   // Overwrites every literal over this marker atom with the replacement, "not" kept.
   void replace(const ATOMT& marker, const ATOMT& replacement);
-  void clear();
 
  private:
   void catch_up();

@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "model/names.h"
+#include "model/run.h"
 #include "templates/generated_program.h"
 #include "templates/linking.h"
 
@@ -23,8 +24,7 @@ struct Projections {
 };
 
 Projections& projections() {
-  static Projections state;
-  return state;
+  return current_run().parts.get<Projections>();
 }
 
 ATOMT with_other_sign(const ATOMT& atom) {
@@ -60,10 +60,6 @@ ATOMT opposite(const ATOMT& atom) {
   if (found == projections().made.end()) return with_other_sign(atom);
   if (!projections().opposites.contains(predicate)) make_opposite(Projection(found->second));
   return {projections().opposites.at(predicate), atom.terms(), Type::kUnknown};
-}
-
-void reset_opposites() {
-  projections() = Projections{};
 }
 
 }    // namespace zarel

@@ -17,6 +17,4 @@ void note_projection(const ATOMT& projection, const ATOMT& source);
 // source; the rule for it is added to the program once. Any other atom gains or loses its "-".
 ATOMT opposite(const ATOMT& atom);
 
-void reset_opposites();
-
 }    // namespace zarel

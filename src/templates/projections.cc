@@ -4,6 +4,7 @@
 
 #include "model/names.h"
 #include "model/printer.h"
+#include "model/run.h"
 #include "templates/generated_program.h"
 #include "templates/group_terms.h"
 #include "templates/legend.h"
@@ -12,6 +13,10 @@
 
 namespace zarel {
 namespace {
+
+struct NestedInvocations {
+  std::vector<ATOMT> value;
+};
 
 using Type = PREDICATE_NAMETS::TYPE;
 
@@ -89,8 +94,7 @@ ATOMT soloGroup_by(std::span<const TERMT> group_by, const ATOMT& atom, OtherTerm
 }
 
 std::vector<ATOMT>& templateInn() {
-  static std::vector<ATOMT> atoms;
-  return atoms;
+  return current_run().parts.get<NestedInvocations>().value;
 }
 
 }    // namespace zarel

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "driver/phases.h"
+#include "../model/fresh_run.h"
 #include "frames/frame.h"
 #include "model/printer.h"
 
@@ -14,8 +14,6 @@ namespace zarel {
 
 class FramesTest : public testing::Test {
  protected:
-  FramesTest() { prepare_tables(); }
-
   static NameId space() { return names().intern("f"); }
   static FrameTerm term(std::string_view text) { return frame_term(names().intern(text)); }
   static FRAME frame(std::string_view subject, const std::vector<ATTRIBUTE>& attributes = {}) {
@@ -34,6 +32,8 @@ class FramesTest : public testing::Test {
     append_list(out, literals, "; ");
     return out.str();
   }
+
+  FreshRun run_;
 };
 
 }    // namespace zarel

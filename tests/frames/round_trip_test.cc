@@ -4,10 +4,10 @@
 #include <set>
 #include <sstream>
 
+#include "../model/fresh_run.h"
 #include "../parser/rewrite_fixture.h"
 #include "driver/diagnostics.h"
 #include "output/answer_set_reader.h"
-#include "output/display_settings.h"
 
 namespace zarel {
 namespace {
@@ -32,11 +32,9 @@ std::string statement(std::mt19937& random) {
 
 std::string printed(const std::string& answer_set) {
   std::ostringstream out;
-  reset_report_state();
-  reset_display_settings();
+  const FreshRun run;
   report_state().output = &out;
   EXPECT_EQ(read_answer_sets(answer_set), 0);
-  reset_report_state();
   return out.str();
 }
 

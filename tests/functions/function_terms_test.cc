@@ -3,17 +3,17 @@
 
 #include "functions/function_terms.h"
 
+#include "../model/fresh_run.h"
 #include "../output/reading_fixture.h"
 #include "../parser/rewrite_fixture.h"
 #include "model/printer.h"
-#include "model/tables.h"
 
 namespace zarel {
 namespace {
 
 class FunctionTerms : public testing::Test {
  protected:
-  FunctionTerms() { reset_tables(); }
+  FreshRun run_;
 
   static TERMT function(std::string_view functor, const std::vector<TERMT>& arguments) {
     return newFTERM(names().intern(functor), arguments);

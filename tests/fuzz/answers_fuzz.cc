@@ -9,6 +9,7 @@
 #include "driver/input_file.h"
 #include "harness.h"
 #include "model/namespaces.h"
+#include "model/run.h"
 #include "output/answer_set_reader.h"
 #include "output/display_settings.h"
 
@@ -24,7 +25,6 @@ template <class Source>
 Printed printed(const Source& source) {
   std::ostringstream output;
   std::ostringstream messages;
-  zarel::reset_report_state();
   zarel::report_state().output = &output;
   zarel::report_state().errors = &messages;
   Printed result;
@@ -33,7 +33,6 @@ Printed printed(const Source& source) {
   } catch (const zarel::RunEnd& end) {
     result.status = end.status;
   }
-  zarel::reset_report_state();
   result.text = std::move(output).str();
   result.messages = std::move(messages).str();
   return result;
@@ -53,8 +52,8 @@ void set_display(const zarel::Options& options) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const fuzz::Input input = fuzz::read_input(data, size);
-  zarel::reset_display_settings();
-  zarel::reset_namespaces();
+  zarel::Run run;
+  const zarel::Run::Scope scope(run);
   if (!input.words.empty()) set_display(fuzz::zarel_options(input.words));
   const fuzz::MemoryFile file(input.text);
   const Printed first = printed(zarel::InputFile(file.path()).handle());

@@ -73,9 +73,8 @@ TEST_F(AtomTest, APredicateThatClashesWithItsFirstUseEndsTheRun) {
   for (const Entries& test : kEntries) {
     const auto& [is_checked, entries, message] = test;
     SCOPED_TRACE(&test - kEntries);
-    reset_tables();
+    begin({is_checked});
     errors_.str("");
-    set_arity_check(is_checked);
     for (std::size_t i = 0; i + 1 < entries.size(); ++i) entries[i].enter();
     const std::optional<int> status = end_of([&test] { test.entries.back().enter(); });
     EXPECT_EQ(status, message ? std::optional(1) : std::nullopt);
@@ -86,7 +85,7 @@ TEST_F(AtomTest, APredicateThatClashesWithItsFirstUseEndsTheRun) {
 TEST_F(AtomTest, AsterisksAreCountedExceptInBuiltinsAndInvocations) {
   const Terms terms{TERMT::asterisk(), num(1), TERMT::asterisk()};
   EXPECT_EQ(ATOMT("p", terms, Type::kUnknown).asterisk_count(), 2U);
-  set_arity_check(true);    // which builtins do not ask
+  current_run().options.checks_arity = true;    // which builtins do not ask
   EXPECT_EQ(newBuiltin(BUILTIN::kEqual, terms).asterisk_count(), 0U);
   EXPECT_EQ(ATOMT(invocation("t", terms)).asterisk_count(), 0U);
 }

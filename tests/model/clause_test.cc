@@ -43,13 +43,13 @@ TEST_F(ClauseTest, KindsHaveTheirCodes) {
     EXPECT_EQ(clause(text).kind(), CLAUSET::Kind{code++}) << text;
 }
 
-TEST_F(ClauseTest, ResettingForgetsEverything) {
+TEST_F(ClauseTest, OfANewRunAreNoneOfTheOneBefore) {
   clause("#namespace(n,\"u\") -p(X,n:a). q? #include lib");
   GLOBALS().add(names().intern("q"));
   nclause() = 1;
   FTermTable().enter(0, {names().intern("f"), {}});
-  set_arity_check(true);
-  reset_tables();
+  current_run().options.checks_arity = true;
+  begin({});
   EXPECT_TRUE(CLAUSES().empty() && QUERIES().empty() && Includes().empty());
   EXPECT_TRUE(GLOBALS().names().empty() && Atom_Globals().names().empty());
   EXPECT_TRUE(NegativeAtoms().empty() && vectorName().is_empty() && !prefix_was_used());

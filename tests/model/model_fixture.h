@@ -6,10 +6,10 @@
 
 #include "../parser/rewrite_fixture.h"
 #include "driver/diagnostics.h"
+#include "fresh_run.h"
 #include "model/generic_atoms.h"
 #include "model/printer.h"
 #include "model/program.h"
-#include "model/tables.h"
 #include "model/template_records.h"
 
 namespace zarel {
@@ -17,23 +17,25 @@ namespace zarel {
 // Starts from what a run starts with; messages go to `errors_`.
 class ModelTest : public RewriteTest {
  protected:
-  ModelTest() {
-    reset_tables();
-    reset_report_state();
+  ModelTest() { begin({}); }
+
+  // Another run takes the place of the one before.
+  void begin(RunOptions options) {
+    options.has_higher_order = false;
+    run_.begin(options);
     report_state().errors = &errors_;
   }
-  ~ModelTest() override { reset_report_state(); }
 
   // The last clause of a program. Its atoms are not encoded: p(X) is p(default,X).
-  static const CLAUSET& clause(std::string_view program) {
-    prepare_tables();
-    set_higher_order(false);
+  const CLAUSET& clause(std::string_view program) {
+    begin({});
     std::ostringstream ignored;
     read_program(written({program}), "", ignored);
     return CLAUSES().back();
   }
 
   std::ostringstream errors_;
+  FreshRun run_;
 };
 
 using Terms = std::vector<TERMT>;

@@ -48,7 +48,7 @@ TEST_F(Names, TakeTemplateNumbersInFront) {
   EXPECT_EQ(getNameTemplateLabeled({"t", {}, 1, {}, 12}), "#12t");
   cont() = 4;
   EXPECT_EQ(getNameAtomLabeled("p") + getNameAtomLabeled("p"), "#4p#4p");
-  reset_tables();
+  begin({});
   EXPECT_EQ(getNameAtomLabeled("p"), "#0p");
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "../model/fresh_run.h"
 #include "driver/diagnostics.h"
 #include "model/namespaces.h"
 #include "output/answer_set_reader.h"
@@ -14,20 +15,16 @@
 
 namespace zarel {
 
-// All process-wide state as new, results and messages caught.
+// A run of its own, results and messages caught.
 template <typename Base>
 class ReadingTest : public Base {
  protected:
   ReadingTest() {
-    reset_report_state();
-    reset_display_settings();
-    reset_namespaces();
     report_state().ParserStateInternal = false;
     report_state().parser_line = 1;
     report_state().output = &output_;
     report_state().errors = &errors_;
   }
-  ~ReadingTest() override { reset_report_state(); }
 
   // Everything that reading the text prints, the messages last.
   std::string read(std::string_view text) {
@@ -37,6 +34,7 @@ class ReadingTest : public Base {
     return output_.str() + errors_.str();
   }
 
+  FreshRun run_;
   int status_ = -1;
   std::ostringstream output_, errors_;
 };

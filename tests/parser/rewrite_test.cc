@@ -1,5 +1,6 @@
 // rewrite_test.cc - small programs and what reading them says: each starts from fresh tables.
 
+#include "../model/fresh_run.h"
 #include "driver/diagnostics.h"
 #include "rewrite_fixture.h"
 
@@ -94,12 +95,10 @@ TEST_F(RewriteTest, CountsTheRecoveriesFromErrors) {
        }) {
     const std::vector<std::string> files = written({input});
     std::ostringstream ignored;
-    reset_report_state();
+    const FreshRun run;
     report_state().errors = &ignored;
-    prepare_tables();
     EXPECT_THROW(read_program(files, "", ignored), RunEnd) << input;
     EXPECT_EQ(report_state().parser_errors, errors) << input;
-    reset_report_state();
   }
 }
 

@@ -16,8 +16,6 @@ using Type = PREDICATE_NAMETS::TYPE;
 
 class TemplateTables : public ReadingTest<testing::Test> {
  protected:
-  TemplateTables() { prepare_tables(); }
-
   static ATOMT atom(std::string_view name, const std::vector<TERMT>& terms) {
     return {name, terms, Type::kUnknown};
   }

@@ -1,0 +1,115 @@
+#pragma once
+// run.h - all that one run keeps. A new Run is the only reset, and its end frees everything.
+//
+// Note [current run]
+// Established accessors (names(), CLAUSES(), LocalVariables(), ...) take no argument: they read the
+// run that the innermost Run::Scope of the thread has set. So several runs can live side by side,
+// on one thread in turn or on a thread each. Without a scope there is no run to read.
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "driver/diagnostics.h"
+#include "model/clause.h"
+#include "model/function_term_table.h"
+#include "model/generic_names.h"
+#include "model/name_table.h"
+#include "model/namespaces.h"
+#include "model/predicate_table.h"
+#include "model/program.h"
+#include "model/program_storage.h"
+#include "model/term.h"
+
+namespace zarel {
+
+struct RunOptions {
+  bool checks_arity = false;
+  bool links_templates = false;
+  bool has_higher_order = true;    // predicates may be variables: see OptionHigherOrder()
+  bool has_frame_logic = true;
+};
+
+// Tables of the folders above the model: each knows its own type alone.
+class RunParts {
+ public:
+  RunParts() = default;
+  ~RunParts();    // the last made goes first
+  RunParts(const RunParts&) = delete;
+  RunParts& operator=(const RunParts&) = delete;
+
+  // The part of that type, made when it is first asked for.
+  template <class Part>
+  Part& get() {
+    static const std::size_t slot = new_slot();
+    if (by_slot_[slot] == nullptr) {
+      auto holder = std::make_unique<Holder<Part>>();
+      by_slot_[slot] = &holder->part;
+      made_.push_back(std::move(holder));
+    }
+    return *static_cast<Part*>(by_slot_[slot]);
+  }
+
+ private:
+  struct AnyHolder {
+    virtual ~AnyHolder() = default;
+  };
+  template <class Part>
+  struct Holder : AnyHolder {
+    Part part{};
+  };
+  static constexpr std::size_t kMostParts = 32;
+  static std::size_t new_slot();    // a number for a type, the same in every run
+
+  std::array<void*, kMostParts> by_slot_{};
+  std::vector<std::unique_ptr<AnyHolder>> made_;
+};
+
+struct Run {
+  explicit Run(const RunOptions& chosen = {});    // with the builtins registered
+  Run(const Run&) = delete;
+  Run& operator=(const Run&) = delete;
+
+  // The thread works on the run until the scope ends; then on the one before.
+  class Scope {
+   public:
+    explicit Scope(Run& run);
+    ~Scope();
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+
+   private:
+    Run* run_before_;
+    ReportState* report_before_;
+  };
+
+  // In the order in which they are made: what stands below may point into what stands above.
+  RunOptions options;
+  ReportState report;
+  ProgramStorage storage;
+  NameTable names;
+  PredicateTable predicates;
+  std::set<std::uint32_t> negative_predicates;    // of strongly negated atoms
+  GenericNames generic_names;
+  VariableNumbering local_variables;
+  VariableRegistry variables;
+  FunctionTermTable function_terms;
+  NamespaceTable namespaces;
+  bool prefix_was_used = false;
+  int template_labels = 0;    // cont()
+  std::vector<CLAUSET> clauses;
+  std::vector<Body> queries;
+  std::vector<std::string> includes;
+  NameList globals;
+  NameList atom_globals;
+  int generated_clauses = 0;    // nclause()
+  RunParts parts;
+};
+
+// The run of this thread's innermost scope. See Note [current run].
+Run& current_run();
+
+}    // namespace zarel
