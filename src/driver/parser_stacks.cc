@@ -11,7 +11,7 @@ void ParserStacks::release(const void* memory) {
 }
 
 ParserStacks& parser_stacks() {
-  static ParserStacks stacks;
+  thread_local ParserStacks stacks;
   return stacks;
 }
 

@@ -17,7 +17,6 @@
 #include "model/safety.h"
 #include "parser/parse.h"
 #include "parser/program_builder.h"
-#include "parser/scanner_actions.h"
 #include "templates/checks.h"
 #include "templates/inflation.h"
 #include "templates/linking.h"
@@ -68,7 +67,6 @@ void read_program(const std::vector<std::string>& files, const std::string& sema
                   std::ostream& verbatim) {
   ReportState& report = report_state();
   report.ParserStateInternal = false;
-  scanner_actions().forget_files();
   ProgramBuilder builder;
   for (const std::string& path : files) read_file(path, path, builder, verbatim);
   read_semantics(semantics, builder, verbatim);

@@ -2,32 +2,38 @@
 %require "3.8"
 %define parse.error simple
 %locations
+%define api.pure full
 %define lr.type ielr
-%parse-param {zarel::ProgramBuilder& build}
+%param {void* scanner}
+%parse-param {zarel::ParserStacks& stacks} {zarel::ProgramBuilder& build}
 %expect 0
 
 %code requires {
+#include "driver/parser_stacks.h"
 #include "parser/program_builder.h"
 }
 
 %code {
 #include "driver/diagnostics.h"
-#include "driver/parser_stacks.h"
 #include "parser/scanner_actions.h"
 
-int yylex();
+int yylex(YYSTYPE* value, YYLTYPE* location, void* scanner);
+zarel::ScannerActions* yyget_extra(void* scanner);
 
 namespace {
-int yyerror(zarel::ProgramBuilder& /*build*/, const char* message) { return zarel::yyerror(message); }
-zarel::SourceLocation place(const YYLTYPE& location) {
-  return zarel::scanner_actions().place(location.first_line, location.first_column);
+int yyerror(const YYLTYPE* /*location*/, void* /*scanner*/, zarel::ParserStacks& /*stacks*/,
+            zarel::ProgramBuilder& /*build*/, const char* message) {
+  return zarel::yyerror(message);
 }
 }  // namespace
 
 // The stack is on the heap, and this deep: some three million nested terms.
 #define YYMAXDEPTH 8000000
-#define YYMALLOC zarel::parser_stacks().allocate
-#define YYFREE zarel::parser_stacks().release
+#define YYMALLOC stacks.allocate
+#define YYFREE stacks.release
+
+// A place in the file that the scanner reads.
+#define PLACE(location) yyget_extra(scanner)->place((location).first_line, (location).first_column)
 
 // A construct stands where its first token does.
 #define YYLLOC_DEFAULT(Current, Rhs, Count) ((Current) = YYRHSLOC(Rhs, (Count) != 0 ? 1 : 0))
@@ -103,17 +109,17 @@ using zarel::TERMT;
 %%
 
 program
-  : %empty             { build.start_file(); }
+  : %empty
   | program clause
   | program statement
-  | program error      { zarel::scanner_actions().found_mistake(); build.skipped_statement(); }
+  | program error      { yyget_extra(scanner)->found_mistake(); build.skipped_statement(); }
   ;
 
 statement
   : template_head LBRACE clauses RBRACE       { build.close_template(); }
-  | body QUERY_MARK                           { if (!build.query($body, place(@$))) YYERROR; }
-  | MAXINT EQUAL NUMBER DOT                   { build.maxint_directive($NUMBER, place(@$)); }
-  | MAXINT EQUAL no_number DOT                { build.maxint_directive($no_number, place(@$)); }
+  | body QUERY_MARK                           { if (!build.query($body, PLACE(@$))) YYERROR; }
+  | MAXINT EQUAL NUMBER DOT                   { build.maxint_directive($NUMBER, PLACE(@$)); }
+  | MAXINT EQUAL no_number DOT                { build.maxint_directive($no_number, PLACE(@$)); }
   | INCLUDE name                              { build.include_line($name); }
   | INCLUDE LT name GT                        { build.include_library_line($name); }
   | NAMESPACE LPAREN name[prefix] COMMA name[uri] RPAREN
@@ -123,13 +129,13 @@ statement
   ;
 
 clause
-  : FLAT_FACT                                 { build.flat_fact($FLAT_FACT, place(@$)); }
-  | head DOT                                  { build.fact(place(@$)); }
-  | closed_head body DOT                      { build.rule($body, place(@$)); }
+  : FLAT_FACT                                 { build.flat_fact($FLAT_FACT, PLACE(@$)); }
+  | head DOT                                  { build.fact(PLACE(@$)); }
+  | closed_head body DOT                      { build.rule($body, PLACE(@$)); }
   | called_name LPAREN integer_term[first] DOT DOT integer_term[last] RPAREN DOT
-                                              { build.range_fact($called_name, $first, $last, place(@$)); }
-  | IMPLIES body DOT                          { build.constraint($body, place(@$)); }
-  | WEAK_IMPLIES body DOT cost                { build.weak_constraint($body, $cost, place(@$)); }
+                                              { build.range_fact($called_name, $first, $last, PLACE(@$)); }
+  | IMPLIES body DOT                          { build.constraint($body, PLACE(@$)); }
+  | WEAK_IMPLIES body DOT cost                { build.weak_constraint($body, $cost, PLACE(@$)); }
   ;
 
 /* Template definitions */
@@ -220,7 +226,7 @@ output_term
 /* Heads and bodies */
 
 closed_head
-  : head IMPLIES       { build.close_head(place(@$)); }
+  : head IMPLIES       { build.close_head(PLACE(@$)); }
   ;
 
 head
@@ -231,7 +237,7 @@ head
   ;
 
 open_head
-  : head or            { build.next_disjunct(place(@$)); }
+  : head or            { build.next_disjunct(PLACE(@$)); }
   ;
 
 or
@@ -242,10 +248,10 @@ or
 
 body
   : item                       { $$ = build.first_literal($item); }
-  | frame_literal              { $$ = build.first_frame($frame_literal, place(@$)); }
+  | frame_literal              { $$ = build.first_frame($frame_literal, PLACE(@$)); }
   | body[list] COMMA item      { $$ = build.next_literal($list, $item); }
   | body[list] COMMA frame_literal
-                               { $$ = build.next_frame($list, $frame_literal, place(@frame_literal)); }
+                               { $$ = build.next_frame($list, $frame_literal, PLACE(@frame_literal)); }
   ;
 
 item
@@ -256,10 +262,10 @@ item
 
 conjunction
   : simple_item                          { $$ = build.first_literal($simple_item); }
-  | frame_literal                        { $$ = build.first_frame($frame_literal, place(@$)); }
+  | frame_literal                        { $$ = build.first_frame($frame_literal, PLACE(@$)); }
   | conjunction[list] COMMA simple_item  { $$ = build.next_literal($list, $simple_item); }
   | conjunction[list] COMMA frame_literal
-                                         { $$ = build.next_frame($list, $frame_literal, place(@frame_literal)); }
+                                         { $$ = build.next_frame($list, $frame_literal, PLACE(@frame_literal)); }
   ;
 
 simple_item

@@ -1,55 +1,54 @@
 #include "parser/parse.h"
 
 #include "driver/diagnostics.h"
-#include "driver/parser_stacks.h"
 #include "grammar.hh"
 #include "parser/scanner_actions.h"
-#include "parser/scanner_input.h"
 
-void yyrestart(std::FILE* file);
-int yylex_destroy();
-extern "C" int yywrap();
+int yylex_init_extra(zarel::ScannerActions* actions, void** scanner);
+int yylex_destroy(void* scanner);
+extern "C" int yywrap(void* scanner);
 
 namespace zarel {
 namespace {
 
 constexpr int kMemoryExhausted = 2;    // what yyparse returns when its stack is at its limit
 
-// Leaves the parser as it was found, however the file ends.
-struct ParserReset {
-  ParserReset() = default;
-  ParserReset(const ParserReset&) = delete;
-  ParserReset& operator=(const ParserReset&) = delete;
-  ~ParserReset() {
-    yylex_destroy();
-    parser_stacks().clear();
+// The generated scanner's state, freed with it.
+class Scanner {
+ public:
+  explicit Scanner(ScannerActions& actions) {
+    if (yylex_init_extra(&actions, &state_) != 0) scanner_failed("out of dynamic memory");
   }
+  ~Scanner() { yylex_destroy(state_); }
+  Scanner(const Scanner&) = delete;
+  Scanner& operator=(const Scanner&) = delete;
+  void* state() const { return state_; }
+
+ private:
+  void* state_ = nullptr;
 };
+
+void parse(const ScannerInput& input, ProgramBuilder& builder, std::ostream& verbatim) {
+  ScannerActions actions(input, builder.start_file(), verbatim);
+  const Scanner scanner(actions);
+  ParserStacks stacks;
+  // A statement read by half must not be solved as if it were the whole program.
+  if (yyparse(scanner.state(), stacks, builder) == kMemoryExhausted) ++report_state().parser_errors;
+}
 
 }    // namespace
 
-int read_input(std::FILE* file, char* buffer, std::size_t size) {
-  const std::size_t length = std::fread(buffer, 1, size, file);
-  if (length == 0 && std::ferror(file) != 0) scanner_failed("input in flex scanner failed");
-  return static_cast<int>(length);
-}
-
-void scanner_failed(const char* message) {
-  yyerror(message);
-  SafeExit(1);
-}
-
 void parse_file(std::FILE* file, ProgramBuilder& builder, std::ostream& verbatim) {
-  const ParserReset reset;
-  scanner_actions().start_file(verbatim);
-  yyrestart(file);
-  // A statement read by half must not be solved as if it were the whole program.
-  if (yyparse(builder) == kMemoryExhausted) ++report_state().parser_errors;
+  parse(ScannerInput(file), builder, verbatim);
+}
+
+void parse_text(std::string_view text, ProgramBuilder& builder, std::ostream& verbatim) {
+  parse(ScannerInput(text), builder, verbatim);
 }
 
 }    // namespace zarel
 
 // One file is one stream of tokens.
-extern "C" int yywrap() {
+extern "C" int yywrap(void* /*scanner*/) {
   return 1;
 }

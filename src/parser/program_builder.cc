@@ -64,10 +64,11 @@ void say_that_query_is_replaced(const Body& old_query, const Body& new_query) {
 
 }    // namespace
 
-void ProgramBuilder::start_file() {
+int ProgramBuilder::start_file() {
   spaces_.start_file();
   leave_template();
   end_statement();
+  return files_++;
 }
 
 // What is left of a template body with an error in it is read as statements of the program.

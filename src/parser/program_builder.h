@@ -38,7 +38,7 @@ using ActualsMark = ListStack<ATOMT>::Mark;
 // and queries go to CLAUSES and QUERIES. Errors are reported through yyerror.
 class ProgramBuilder {
  public:
-  void start_file();
+  int start_file();            // returns its number among the files read, from 0
   void skipped_statement();    // after a syntax error: counts it
 
   // Terms.
@@ -163,6 +163,7 @@ class ProgramBuilder {
   bool is_in_template_ = false;    // between its head and its end
   ListStack<ATOMT> actuals_;
   bool has_invocation_ = false;    // in this statement
+  int files_ = 0;                  // read so far
 };
 
 }    // namespace zarel

@@ -16,22 +16,8 @@ std::uint16_t narrowed(int value) {
 
 }    // namespace
 
-void ScannerActions::start_file(std::ostream& verbatim) {
-  verbatim_ = &verbatim;
-  ++files_;
-  line_ = 1;
-  column_ = 1;
-  has_open_string_ = false;
-  is_at_statement_ = true;
-  has_mistake_ = false;
-}
-
-void ScannerActions::forget_files() {
-  files_ = 0;
-}
-
 SourceLocation ScannerActions::place(int line, int column) const {
-  return {static_cast<std::uint32_t>(line), narrowed(column), narrowed(files_ - 1)};
+  return {static_cast<std::uint32_t>(line), narrowed(column), narrowed(file_)};
 }
 
 void ScannerActions::pass(std::string_view text) {
@@ -75,16 +61,16 @@ void ScannerActions::unknown_character(char character) {
 }
 
 void ScannerActions::open_verbatim() {
-  *verbatim_ << "% ASITIS's Body is herein written verbatim\n";
+  verbatim_ << "% ASITIS's Body is herein written verbatim\n";
 }
 
 void ScannerActions::verbatim(std::string_view text) {
-  verbatim_->write(text.data(), static_cast<std::streamsize>(text.size()));
+  verbatim_.write(text.data(), static_cast<std::streamsize>(text.size()));
   pass(text);
 }
 
 void ScannerActions::close_verbatim() {
-  *verbatim_ << "\n% End of ASITIS's Section\n\n";
+  verbatim_ << "\n% End of ASITIS's Section\n\n";
 }
 
 void ScannerActions::unclosed_verbatim() {

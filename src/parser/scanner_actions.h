@@ -10,17 +10,22 @@
 #include "model/name_table.h"
 #include "model/source_location.h"
 #include "parser/program_builder.h"
+#include "parser/scanner_input.h"
 
 namespace zarel {
 
 inline constexpr std::size_t kLongestIdentifier = 1001;    // characters; more are cut off
 inline constexpr std::size_t kLongestNumber = 9;           // digits; more are an error
 
+// Of one scanner, at one file or text.
 class ScannerActions {
  public:
-  // A new file begins; verbatim sections go to `verbatim`.
-  void start_file(std::ostream& verbatim);
-  void forget_files();    // the next file is the first one
+  // Reads the input, which is the program's file of that number, counted from 0. Verbatim sections
+  // go to `verbatim`.
+  ScannerActions(const ScannerInput& input, int file, std::ostream& verbatim)
+      : input_(input), verbatim_(verbatim), file_(file) {}
+
+  std::size_t read(char* buffer, std::size_t size) { return input_.read(buffer, size); }
 
   // Where the next text stands in the file, both counted from 1.
   int line() const { return line_; }
@@ -60,18 +65,14 @@ class ScannerActions {
   void unclosed_verbatim();    // the file ends in the section
 
  private:
-  std::ostream* verbatim_ = nullptr;
-  int files_ = 0;
+  ScannerInput input_;
+  std::ostream& verbatim_;
+  int file_;
   int line_ = 1;    // true line, inside strings and verbatim sections too
   int column_ = 1;
   bool has_open_string_ = false;
   bool is_at_statement_ = true;
   bool has_mistake_ = false;
 };
-
-inline ScannerActions& scanner_actions() {
-  static ScannerActions actions;
-  return actions;
-}
 
 }    // namespace zarel

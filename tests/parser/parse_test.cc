@@ -1,0 +1,123 @@
+// parse_test.cc - where the text comes from, and parses at the same time.
+
+#include "parser/parse.h"
+
+#include <sstream>
+
+#include "driver/diagnostics.h"
+#include "driver/input_file.h"
+#include "driver/program_text.h"
+#include "model/program.h"
+#include "parser/program_builder.h"
+#include "rewrite_fixture.h"
+
+namespace zarel {
+namespace {
+
+class ParseTest : public RewriteTest {
+ protected:
+  ParseTest() { start(); }
+  ~ParseTest() override { reset_report_state(); }
+
+  void start() {
+    prepare_tables();
+    reset_report_state();
+    report_state().ParserStateInternal = false;
+    report_state().parser_line = 1;
+    report_state().output = &said_;
+    report_state().errors = &said_;
+    said_.str("");
+    verbatim_.str("");
+  }
+
+  // The program with its places and verbatim sections, and what reading said.
+  std::string all_that_was_read() {
+    std::ostringstream out, ignored;
+    try {
+      expand_templates(ignored);
+      write_clauses(out, CLAUSES());
+      write_queries(out);
+    } catch (const RunEnd& end) {
+      out << "status " << end.status;
+    }
+    for (const CLAUSET& clause : CLAUSES()) {
+      const auto& [line, column, file] = clause.location();
+      out << file << ':' << line << ':' << column << '\n';
+    }
+    out << verbatim_.str() << said_.str() << report_state().parser_errors << " errors\n";
+    return out.str();
+  }
+
+  // Of the text and of one more behind it, each read by `parse`.
+  template <typename Parse>
+  std::string read(std::string_view text, Parse parse) {
+    start();
+    ProgramBuilder builder;
+    try {
+      parse(text, builder);
+      parse("last.", builder);
+    } catch (const RunEnd& end) {
+      said_ << "status " << end.status;
+    }
+    return all_that_was_read();
+  }
+  std::string from_memory(std::string_view text) {
+    return read(text, [this](std::string_view part, ProgramBuilder& builder) {
+      parse_text(part, builder, verbatim_);
+    });
+  }
+  std::string from_file(std::string_view text) {
+    return read(text, [this](std::string_view part, ProgramBuilder& builder) {
+      const InputFile file(written({part}).front());
+      parse_file(file.handle(), builder, verbatim_);
+    });
+  }
+
+  std::ostringstream said_, verbatim_;
+};
+
+TEST_F(ParseTest, ReadsTheSameFromMemoryAsFromAFile) {
+  std::string long_text(70'000, '%');    // more than the scanner takes at once
+  for (int i = 0; i < 10'000; ++i) long_text += "\np(a" + std::to_string(i) + ",\"b\nc\").";
+  std::vector<std::string> texts{"", "a", "p(\"a", {"p(\"a\0\"). p(\"\0b\n q.", 20}, long_text};
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(GOLDEN_FOLDER)) {
+    if (entry.path().extension() != ".zrl") continue;
+    std::ifstream file(entry.path(), std::ios::binary);
+    texts.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+  }
+  EXPECT_GT(texts.size(), 20U);
+  for (const std::string& text : texts) EXPECT_TRUE(from_memory(text) == from_file(text)) << text;
+  EXPECT_EQ(from_memory("p(a).\n q. ASITIS %*r.*% _X"),
+            "a_2(p,default,a).\na_1(q,default).\na_1(last,default).\n0:1:1\n0:2:2\n1:1:1\n"
+            "% ASITIS's Body is herein written verbatim\nr.\n% End of ASITIS's Section\n\n"
+            "line 2: identifier starts with an underscore.\nline 2: syntax error.\n3 errors\n");
+}
+
+// Reads a program of its own whenever a piece of a verbatim section is written to it.
+struct Interruption : std::stringbuf {
+  std::streamsize xsputn(const char* text, std::streamsize length) override {
+    std::ostringstream ignored;
+    ProgramBuilder builder;
+    parse_text("% \n@s. b :- c. ASITIS %*other*% ) #import", builder, ignored);
+    return std::stringbuf::xsputn(text, length);
+  }
+};
+
+TEST_F(ParseTest, GoesOnWhereAnotherParseInterruptedIt) {
+  Interruption interruption;
+  std::ostream verbatim(&interruption);
+  ProgramBuilder builder;
+  parse_text("a :- d, ASITIS %*own*% e(f). g.", builder, verbatim);
+  EXPECT_EQ(interruption.str(),
+            "% ASITIS's Body is herein written verbatim\nown\n% End of ASITIS's Section\n\n");
+  const std::string all = all_that_was_read();
+  EXPECT_TRUE(
+      all.starts_with("a_1(b,s) :- a_1(c,s).\na_1(b,s) :- a_1(c,s).\n"
+                      "a_1(b,s) :- a_1(c,s).\n"
+                      "a_1(a,default) :- a_1(d,default), a_2(e,default,f).\n"
+                      "a_1(g,default).\n0:2:5\n0:2:5\n0:2:5\n0:1:1\n0:1:30\n"))
+      << all;
+}
+
+}    // namespace
+}    // namespace zarel
