@@ -11,7 +11,7 @@ namespace {
 void parses(benchmark::State& state, std::string (*text_of)(std::size_t)) {
   DiscardedOutput output;
   const auto count = static_cast<std::size_t>(state.range(0));
-  std::string program = text_of(count);
+  const std::string program = text_of(count);
   for ([[maybe_unused]] auto _ : state) {
     output.begin_run();
     read_text(program);

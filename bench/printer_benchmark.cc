@@ -19,8 +19,7 @@ std::int64_t printed_bytes() {
 
 void prints(benchmark::State& state, std::string (*text_of)(std::size_t)) {
   DiscardedOutput output;
-  std::string program = text_of(static_cast<std::size_t>(state.range(0)));
-  read_text(program);
+  read_text(text_of(static_cast<std::size_t>(state.range(0))));
   for ([[maybe_unused]] auto _ : state) write_clauses(output.stream(), CLAUSES());
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(CLAUSES().size()));
   state.SetBytesProcessed(state.iterations() * printed_bytes());

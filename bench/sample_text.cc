@@ -1,8 +1,6 @@
 #include "sample_text.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <random>
 #include <sstream>
 #include <stdexcept>
@@ -55,10 +53,6 @@ std::string joined(std::size_t count, Atom atom) {
          "}\n";
 }
 
-struct CloseFile {
-  void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
-};
-
 }    // namespace
 
 std::string fact_text(std::size_t count) {
@@ -109,12 +103,10 @@ std::vector<std::string> spellings(std::size_t count) {
   return made;
 }
 
-void read_text(std::string& program) {
-  const std::unique_ptr<std::FILE, CloseFile> file(fmemopen(program.data(), program.size(), "r"));
-  if (file == nullptr) throw std::logic_error("no file in memory");
+void read_text(std::string_view program) {
   std::ostringstream verbatim;
   ProgramBuilder builder;
-  parse_file(file.get(), builder, verbatim);
+  parse_text(program, builder, verbatim);
   if (report_state().parser_errors != 0) throw std::logic_error("errors in a sample program");
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zarel {
@@ -20,8 +21,7 @@ std::string frame_answer_set_text(std::size_t count);    // over a tenth as many
 // Spellings of names, in an order that jumps between them; a tenth of them are distinct.
 std::vector<std::string> spellings(std::size_t count);
 
-// Reads the program into empty tables. Throws std::logic_error when it has errors or no file in
-// memory can be made of it.
-void read_text(std::string& program);
+// Reads the program into empty tables. Throws std::logic_error when it has errors.
+void read_text(std::string_view program);
 
 }    // namespace zarel

@@ -4,6 +4,7 @@
 
 #include <sstream>
 
+#include "../model/fresh_run.h"
 #include "driver/diagnostics.h"
 #include "driver/input_file.h"
 #include "driver/program_text.h"
@@ -17,11 +18,9 @@ namespace {
 class ParseTest : public RewriteTest {
  protected:
   ParseTest() { start(); }
-  ~ParseTest() override { reset_report_state(); }
 
   void start() {
-    prepare_tables();
-    reset_report_state();
+    run_.begin();
     report_state().ParserStateInternal = false;
     report_state().parser_line = 1;
     report_state().output = &said_;
@@ -73,6 +72,7 @@ class ParseTest : public RewriteTest {
     });
   }
 
+  FreshRun run_;
   std::ostringstream said_, verbatim_;
 };
 
