@@ -25,8 +25,7 @@ template <class Source>
 Printed printed(const Source& source) {
   std::ostringstream output;
   std::ostringstream messages;
-  zarel::report_state().output = &output;
-  zarel::report_state().errors = &messages;
+  zarel::report_state() = {.output = &output, .errors = &messages};
   Printed result;
   try {
     result.status = zarel::read_answer_sets(source);

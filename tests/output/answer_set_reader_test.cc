@@ -8,6 +8,7 @@ namespace {
 TEST_P(Reader, PrintsWhatIsExpected) {
   GetParam().prepare();
   EXPECT_EQ(read(GetParam().input), GetParam().output);
+  EXPECT_EQ(read_as_file(GetParam().input), GetParam().output);
 }
 
 constexpr Case kTokens[] = {

@@ -4,7 +4,6 @@
 #include <chrono>
 #include <fcntl.h>
 #include <functional>
-#include <memory>
 #include <thread>
 #include <unistd.h>
 
@@ -13,13 +12,6 @@
 
 namespace zarel {
 namespace {
-
-struct CloseFile {
-  void operator()(std::FILE* file) const {
-    std::fclose(file);    // NOLINT(cppcoreguidelines-owning-memory): this is its owner
-  }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
 
 class Input : public ReadingTest<testing::Test> {
  protected:

@@ -1,11 +1,14 @@
 #pragma once
 // reading_fixture.h - text in, printed text and messages out.
 
+#include <cstdio>
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 
 #include "../model/fresh_run.h"
 #include "driver/diagnostics.h"
@@ -14,6 +17,13 @@
 #include "output/display_settings.h"
 
 namespace zarel {
+
+struct CloseFile {
+  void operator()(std::FILE* file) const {
+    std::fclose(file);    // NOLINT(cppcoreguidelines-owning-memory): this is its owner
+  }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
 
 // A run of its own, results and messages caught.
 template <typename Base>
@@ -27,10 +37,21 @@ class ReadingTest : public Base {
   }
 
   // Everything that reading the text prints, the messages last.
-  std::string read(std::string_view text) {
+  std::string read(std::string_view text) { return printed_by_reading(text); }
+  // The same of a file with that text, which begins with line 1.
+  std::string read_as_file(std::string_view text) {
+    const File file(std::tmpfile());
+    EXPECT_EQ(write(fileno(file.get()), text.data(), text.size()), std::ssize(text));
+    EXPECT_EQ(lseek(fileno(file.get()), 0, SEEK_SET), 0);
+    report_state().parser_line = 1;
+    return printed_by_reading(file.get());
+  }
+
+  template <typename Source>
+  std::string printed_by_reading(const Source& source) {
     output_.str("");
     errors_.str("");
-    status_ = read_answer_sets(text);
+    status_ = read_answer_sets(source);
     return output_.str() + errors_.str();
   }
 
