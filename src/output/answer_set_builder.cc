@@ -10,11 +10,6 @@
 
 namespace zarel {
 
-AnswerSetBuilder& answer_set_builder() {
-  static AnswerSetBuilder builder;
-  return builder;
-}
-
 std::string AnswerSetBuilder::take_back(TextRange token) {
   std::string text(text_.view(token));
   text_.drop_last(token);
@@ -132,10 +127,6 @@ void AnswerSetBuilder::finish_item(std::size_t end) {
   writer_.add(item_);
   item_.clear();
   text_.drop_in_front_of(end);
-}
-
-void AnswerSetBuilder::reset() {
-  *this = AnswerSetBuilder{};
 }
 
 }    // namespace zarel

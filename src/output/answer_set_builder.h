@@ -22,8 +22,8 @@ struct BestModel {
 };
 
 // Turns the phrases of the grammar into the text of the item that is being read. Ranges are those
-// that add_token gave. Nothing here reports an error; one that runs out of memory throws
-// std::bad_alloc or std::length_error.
+// that add_token gave. Each reading has a builder of its own. Nothing here reports an error; one
+// that runs out of memory throws std::bad_alloc or std::length_error.
 class AnswerSetBuilder {
  public:
   // Called by the scanner. See Note [text without blanks].
@@ -45,7 +45,6 @@ class AnswerSetBuilder {
 
   // Prints the items that are complete, at once; false when they are lost.
   bool print_completed() { return writer_.write_out(); }
-  void reset();    // as new; what is not printed is dropped
 
  private:
   void begin_atom();
@@ -60,9 +59,5 @@ class AnswerSetBuilder {
   FrameMap frameMap_;
   ResultWriter writer_;
 };
-
-// The builder that the generated parser works for; the parser's entry takes no argument that could
-// name another.
-AnswerSetBuilder& answer_set_builder();
 
 }    // namespace zarel

@@ -9,58 +9,58 @@
 #include "output/answer_set_builder.h"
 #include "output/scanner_input.h"
 #include "output_grammar.h"
-#include "output_scanner.h"
 
 namespace zarel {
 namespace {
 
 constexpr int kMemoryExhausted = 2;
 
-// Everything that one reading makes, gone at its end, whichever way it ends: the next one finds all
-// as new.
+// Everything that one reading makes, gone at its end, whichever way it ends.
 class Reading {
  public:
-  Reading() = default;
-  Reading(const Reading&) = delete;
-  Reading& operator=(const Reading&) = delete;
-  ~Reading() {
-    output_yylex_destroy();
-    begin_input({});
-    parser_stacks().clear();
-    answer_set_builder().reset();
-  }
+  explicit Reading(HasGrown grown = {}) : input_(builder_, std::move(grown)) {}
+
+  ScannerInput& input() { return input_; }
 
   int run() {
     int status = kMemoryExhausted;
     try {
-      status = output_yyparse();
+      status = output_yyparse(input_.scanner(), builder_, stacks_);
     } catch (const std::bad_alloc&) {
-      output_yyerror("memory exhausted");
+      report_exhaustion();
     } catch (const std::length_error&) {
-      output_yyerror("memory exhausted");
+      report_exhaustion();
     }
-    answer_set_builder().print_completed();
+    builder_.print_completed();
     return status;
   }
+
+ private:
+  void report_exhaustion() {
+    builder_.print_completed();
+    output_yyerror("memory exhausted");
+  }
+
+  AnswerSetBuilder builder_;
+  ParserStacks stacks_;
+  ScannerInput input_;
 };
 
 }    // namespace
 
 int read_answer_sets(std::FILE* in, HasGrown grown) {
-  Reading reading;
-  begin_input(std::move(grown));
-  output_yyrestart(in);
+  Reading reading(std::move(grown));
+  reading.input().scan_file(in);
   return reading.run();
 }
 
 int read_answer_sets(std::string_view text) {
   Reading reading;
-  scan_text(text);
+  reading.input().scan_text(text);
   return reading.run();
 }
 
 void output_yyerror(std::string_view message) {
-  answer_set_builder().print_completed();
   yyerror(message);
 }
 

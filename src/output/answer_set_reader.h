@@ -21,11 +21,11 @@ using HasGrown = std::function<bool()>;
 // cannot be written throws it with status 1.
 int read_answer_sets(std::FILE* in, HasGrown grown = {});
 
-// The same for text in memory.
+// The same for text in memory. A reading keeps nothing behind, and shares nothing with another one
+// but what it prints to and report_state().
 int read_answer_sets(std::string_view text);
 
-// Prints what is complete, then reports the message with yyerror, which adds the place. Counts
-// nothing.
+// Reports the message with yyerror, which adds the place. Counts nothing.
 void output_yyerror(std::string_view message);
 
 }    // namespace zarel

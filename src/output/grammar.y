@@ -1,28 +1,33 @@
 // grammar.y - the solver's output: answer sets, lists of terms, best models.
 
 %require "3.8"
+%define api.pure full
 %define api.prefix {output_yy}
 %define api.token.prefix {TOKEN_}
 %define api.value.type {zarel::TextRange}
+%param {void* scanner}
+%parse-param {zarel::AnswerSetBuilder& build} {zarel::ParserStacks& stacks}
 
 %code requires {
-#include "output/item_text.h"
+#include "driver/parser_stacks.h"
+#include "output/answer_set_builder.h"
 }
 
 %code {
-#include "output/answer_set_builder.h"
 #include "output/answer_set_reader.h"
-#include "driver/parser_stacks.h"
 
 // The deepest stack. A nested function term takes two to four entries of it, so terms nested two million deep are read,
 // deeper ones are refused with "memory exhausted".
 #define YYMAXDEPTH 8000000
-#define YYMALLOC zarel::parser_stacks().allocate
-#define YYFREE zarel::parser_stacks().release
+#define YYMALLOC stacks.allocate
+#define YYFREE stacks.release
 
-int output_yylex();
-using zarel::output_yyerror;
-static zarel::AnswerSetBuilder& build = zarel::answer_set_builder();
+int output_yylex(OUTPUT_YYSTYPE* value, void* scanner);
+static void output_yyerror(void*, zarel::AnswerSetBuilder& build, zarel::ParserStacks&,
+                           const char* message) {
+  build.print_completed();
+  zarel::output_yyerror(message);
+}
 }
 
 %token WORD 258 QUOTED 259 CAPITAL 260

@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "driver/diagnostics.h"
-#include "output/answer_set_builder.h"
-#include "output/answer_set_reader.h"
+#include "output_grammar.h"
+#define YYSTYPE OUTPUT_YYSTYPE    // the scanner's header knows the value type by this name alone
 #include "output_scanner.h"
 
 namespace zarel {
@@ -21,25 +21,10 @@ namespace {
 // take quadratic time.
 constexpr int kLongToken = 64 * 1024;
 
-// What read_answer_sets() was given, as the generated scanner calls without it.
-HasGrown has_grown;
-bool was_read = false;    // once at least
-
 // Whether a file can be read shows when it is.
 [[noreturn]] void end_unread() {
   output_yyerror("can't open input");
   SafeExit(0);
-}
-
-int read_some(std::FILE* in, char* into, int room) {
-  ssize_t count = -1;
-  do {
-    count = ::read(fileno(in), into, static_cast<std::size_t>(room));
-  } while (count < 0 ? errno == EINTR : count == 0 && has_grown && has_grown());
-  if (count < 0 && !was_read) end_unread();
-  if (count < 0) end_scanning("input in flex scanner failed");
-  was_read = true;
-  return static_cast<int>(count);
 }
 
 // The generator names its functions without their prefix. Its messages carry the names that callers
@@ -54,13 +39,42 @@ std::string with_established_names(std::string text) {
 
 }    // namespace
 
-void begin_input(HasGrown grown) {
-  has_grown = std::move(grown);
-  was_read = false;
+ScannerInput::ScannerInput(AnswerSetBuilder& builder, HasGrown grown)
+    : builder_(&builder), has_grown_(std::move(grown)) {
+  if (output_yylex_init_extra(this, &scanner_) != 0) {
+    end_scanning("out of dynamic memory in yylex_init_extra()");
+  }
 }
 
-int read_piece(std::FILE* in, char* into, int room, int held) {
-  if (!answer_set_builder().print_completed()) SafeExit(1);
+ScannerInput::~ScannerInput() {
+  output_yylex_destroy(scanner_);
+}
+
+void ScannerInput::scan_file(std::FILE* in) {
+  output_yyrestart(in, scanner_);
+}
+
+void ScannerInput::scan_text(std::string_view text) {
+  constexpr std::size_t kEndMarks = 2;    // the scanner puts them behind the text
+  if (text.size() > INT_MAX - kEndMarks) {
+    end_scanning("out of dynamic memory in yy_scan_bytes()");
+  }
+  output_yy_scan_bytes(text.data(), static_cast<int>(text.size()), scanner_);
+}
+
+int ScannerInput::read_some(std::FILE* in, char* into, int room) {
+  ssize_t count = -1;
+  do {
+    count = ::read(fileno(in), into, static_cast<std::size_t>(room));
+  } while (count < 0 ? errno == EINTR : count == 0 && has_grown_ && has_grown_());
+  if (count < 0 && !was_read_) end_unread();
+  if (count < 0) end_scanning("input in flex scanner failed");
+  was_read_ = true;
+  return static_cast<int>(count);
+}
+
+int ScannerInput::read_piece(std::FILE* in, char* into, int room, int held) {
+  if (!builder_->print_completed()) SafeExit(1);
   const int wanted = held > kLongToken ? std::min(held, room) : 1;
   int total = 0;
   while (total < wanted) {
@@ -71,16 +85,8 @@ int read_piece(std::FILE* in, char* into, int room, int held) {
   return total;
 }
 
-void scan_text(std::string_view text) {
-  constexpr std::size_t kEndMarks = 2;    // the scanner puts them behind the text
-  if (text.size() > INT_MAX - kEndMarks) {
-    end_scanning("out of dynamic memory in yy_scan_bytes()");
-  }
-  output_yy_scan_bytes(text.data(), static_cast<int>(text.size()));
-}
-
-void end_scanning(const char* message) {
-  answer_set_builder().print_completed();
+void ScannerInput::end_scanning(const char* message) {
+  builder_->print_completed();
   standard_error() << with_established_names(message) << '\n' << std::flush;
   SafeExit(2);
 }

@@ -1,28 +1,50 @@
 #pragma once
-// scanner_input.h - what the generated scanner calls to read on, and to give up.
+// scanner_input.h - the scanner of one reading, and from where it reads on.
 
 #include <cstdio>
 #include <string_view>
 
+#include "output/answer_set_builder.h"
 #include "output/answer_set_reader.h"
 
 namespace zarel {
 
-// A new file is the input, nothing of which was read. Where it ends, `grown` is asked.
-void begin_input(HasGrown grown);
+// Owns the generated scanner, which keeps all that it knows in it, and is what that calls to read
+// on, and to give up. One that cannot be made ends the run like any other failure of the scanner.
+class ScannerInput {
+ public:
+  // `builder` gets the tokens' texts, and outlives this. Where a file ends, `grown` is asked.
+  explicit ScannerInput(AnswerSetBuilder& builder, HasGrown grown = {});
+  ~ScannerInput();
+  ScannerInput(const ScannerInput&) = delete;
+  ScannerInput& operator=(const ScannerInput&) = delete;
 
-// Reads what is there, waiting only when there is nothing, into `room` bytes at `into`; completed
-// items are printed before, and when they cannot be, that ends the run with status 1. `held` is the
-// length of the unfinished token in front of `into`. Returns the number of bytes, 0 at the end of
-// the input. A failed read ends the run; when it is the first, as one of which nothing can be
-// opened.
-int read_piece(std::FILE* in, char* into, int room, int held);
+  // Makes the file, nothing of which was read, what is scanned.
+  void scan_file(std::FILE* in);
+  // Makes the text what the scanner reads on from. One too long for it ends the run.
+  void scan_text(std::string_view text);
 
-// Makes the text what the scanner reads on from. One too long for it ends the run.
-void scan_text(std::string_view text);
+  void* scanner() const { return scanner_; }    // as the generated parser takes it
+  AnswerSetBuilder& builder() const { return *builder_; }
 
-// Prints what is complete, then the message as a line on standard_error(), and ends the run with
-// status 2.
-[[noreturn]] void end_scanning(const char* message);
+  // Reads what is there, waiting only when there is nothing, into `room` bytes at `into`; completed
+  // items are printed before, and when they cannot be, that ends the run with status 1. `held` is
+  // the length of the unfinished token in front of `into`. Returns the number of bytes, 0 at the
+  // end of the input. A failed read ends the run; when it is the first, as one of which nothing can
+  // be opened.
+  int read_piece(std::FILE* in, char* into, int room, int held);
+
+  // Prints what is complete, then the message as a line on standard_error(), and ends the run with
+  // status 2.
+  [[noreturn]] void end_scanning(const char* message);
+
+ private:
+  int read_some(std::FILE* in, char* into, int room);
+
+  AnswerSetBuilder* builder_;
+  HasGrown has_grown_;
+  bool was_read_ = false;    // once at least
+  void* scanner_ = nullptr;
+};
 
 }    // namespace zarel

@@ -6,6 +6,7 @@
 #include <functional>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
 #include "output/scanner_input.h"
 #include "reading_fixture.h"
@@ -84,6 +85,28 @@ TEST_F(Input, TakesLongTokensFromAPipeInLinearTime) {
   EXPECT_TRUE(read_sent(text, text.size()) == text + "\n");
 }
 
+TEST_F(Input, IsReadWhileAnotherInputIs) {
+  using std::string_view_literals::operator""sv;
+  const File file(std::tmpfile());
+  auto append = [end = off_t{0}, &file](std::string_view text) mutable {
+    EXPECT_EQ(pwrite(fileno(file.get()), text.data(), text.size(), end), text.size());
+    end += static_cast<off_t>(text.size());
+  };
+  // The file ends within a string behind a "-", an object in front of it; so does the other text.
+  append("{a_5(valueOf,sFlogic,o,a,v,\"->\"), a_2(p,s), -a_3(q,s,\"x\0"sv);
+  bool has_grown = false;
+  const auto grown = [&] {
+    if (std::exchange(has_grown, true)) return false;
+    EXPECT_EQ(read_answer_sets("{a_5(valueOf,sFlogic,o,b,w,\"->\"), a_2(r,s)} {-a_3(t,s,\"\0"sv),
+              1);
+    append("y\")}");
+    return true;
+  };
+  EXPECT_EQ(read_answer_sets(file.get(), grown), 0);
+  EXPECT_EQ(output_.str(), "{r@s, o[b->w]@s}\n{p@s, -q(\"x\0y\")@s, o[a->v]@s}\n"sv);
+  EXPECT_EQ(errors_.str(), "line 1: syntax error.\n");
+}
+
 TEST_F(Input, EndsTheRunWhenItCannotBeRead) {
   // A read that would have to wait fails, in the middle of terms for which the stack has grown.
   fcntl(fileno(in_.get()), F_SETFL, O_NONBLOCK);
@@ -106,8 +129,10 @@ TEST_F(Input, ReadsToTheEndWhenNothingCanBeWritten) {
 }
 
 TEST_F(Input, NamesScannerFunctionsWithTheirPrefix) {
+  AnswerSetBuilder builder;
+  ScannerInput input(builder);
   for (const char* function : {"yy_create_buffer", "yyensure_buffer_stack", "yy_get_next_buffer"})
-    EXPECT_THROW(end_scanning(joined({"out of memory in ", function, "()"}).c_str()), RunEnd);
+    EXPECT_THROW(input.end_scanning(joined({"out of memory in ", function, "()"}).c_str()), RunEnd);
   EXPECT_EQ(errors_.str(),
             "out of memory in output_yy_create_buffer()\n"
             "out of memory in output_yyensure_buffer_stack()\n"
