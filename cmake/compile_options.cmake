@@ -3,6 +3,10 @@ add_library(warnings INTERFACE)
 target_compile_options(warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 
+if(ZAREL_SANITIZE_THREADS)
+  add_compile_options(-fsanitize=thread)
+  add_link_options(-fsanitize=thread)
+endif()
 if(ZAREL_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
