@@ -58,7 +58,8 @@ InputFiles survey_program(const std::vector<std::string>& paths, Survey& survey)
       waiting.pop_front();
       SourceFile source = read_source_file(next.path, next.place);
       if (!read.insert(source.identity).second) continue;
-      std::string& text = input.files.emplace_back(next.path, std::move(source.text)).text;
+      std::string& text =
+          input.files.emplace_back(InputFile{next.path, std::move(source.text)}).text;
       StatementBuilder builder(survey, unfolded);
       input.has_mistake = !parse_text(text, builder);
       if (input.has_mistake) return input;
