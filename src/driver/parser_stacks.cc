@@ -10,9 +10,4 @@ void ParserStacks::release(const void* memory) {
   std::erase_if(pieces_, [memory](const auto& piece) { return piece.get() == memory; });
 }
 
-ParserStacks& parser_stacks() {
-  thread_local ParserStacks stacks;
-  return stacks;
-}
-
 }    // namespace zarel

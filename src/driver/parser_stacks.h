@@ -21,6 +21,4 @@ class ParserStacks {
       pieces_;    // two at most: the stack, and the one it grows into
 };
 
-ParserStacks& parser_stacks();
-
 }    // namespace zarel

@@ -79,7 +79,8 @@ class ParseTest : public RewriteTest {
 TEST_F(ParseTest, ReadsTheSameFromMemoryAsFromAFile) {
   std::string long_text(70'000, '%');    // more than the scanner takes at once
   for (int i = 0; i < 10'000; ++i) long_text += "\np(a" + std::to_string(i) + ",\"b\nc\").";
-  std::vector<std::string> texts{"", "a", "p(\"a", {"p(\"a\0\"). p(\"\0b\n q.", 20}, long_text};
+  using std::string_literals::operator""s;
+  std::vector<std::string> texts{"", "a", "p(\"a", "p(\"a\0\"). p(\"\0b\n q."s, long_text};
   for (const auto& entry : std::filesystem::recursive_directory_iterator(GOLDEN_FOLDER)) {
     if (entry.path().extension() != ".zrl") continue;
     std::ifstream file(entry.path(), std::ios::binary);

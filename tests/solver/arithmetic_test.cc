@@ -229,7 +229,7 @@ struct Body {
   std::string_view name;
   std::vector<std::string> literals;
   std::string_view out;
-  friend void PrintTo(const Body& test, std::ostream* out) { *out << test.name; }
+  friend void PrintTo(const Body& test, std::ostream* stream) { *stream << test.name; }
 };
 class OpenFactors : public testing::TestWithParam<Body> {};
 TEST_P(OpenFactors, HaveTheSameAnswersInEveryOrder) {
