@@ -53,7 +53,7 @@ std::strong_ordering compare_functions(std::string_view left, std::string_view r
   const std::size_t left_open = left.find('(');
   const std::size_t right_open = right.find('(');
   const auto names = left.substr(0, left_open) <=> right.substr(0, right_open);
-  if (names != 0) return names;
+  if (std::is_neq(names)) return names;
   const auto arguments_of = [](std::string_view value, std::size_t open) {
     std::vector<std::string_view> arguments;
     each_argument(value.substr(open + 1, value.size() - open - 2), Escapes::kNone,

@@ -44,10 +44,12 @@ std::string outcome(const Job& job) {
 TEST(Threads, RewriteAndReadAsIfAlone) {
   const std::vector<Job> jobs = all_jobs();
   std::vector<std::string> alone;
+  alone.reserve(jobs.size());
   for (const Job& job : jobs) alone.push_back(outcome(job));
   constexpr unsigned kThreads = 4;
   std::vector<std::vector<std::string>> outcomes(kThreads, std::vector<std::string>(jobs.size()));
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (unsigned thread = 0; thread < kThreads; ++thread) {
     threads.emplace_back([&jobs, &own = outcomes[thread], thread] {
       std::vector<std::size_t> order(jobs.size());
