@@ -11,7 +11,7 @@
 // NAME.options where there is one, and has to print NAME.expected. NAME.VARIANT.options with
 // NAME.VARIANT.expected run the same program with other options. The answer sets may come in any
 // order, the atoms in one may not: lines are sorted before they are compared. Templates of the
-// library are at ../templates, as they are for users.
+// library are at ../library, as they are for users.
 
 #include <algorithm>
 #include <filesystem>
@@ -88,7 +88,7 @@ std::string program_of(const std::string& name) {
 void check_example(const std::string& name) {
   const WorkFolder folder;
   fs::copy(EXAMPLES_FOLDER, folder.path() / "examples", fs::copy_options::recursive);
-  fs::copy(TEMPLATES_FOLDER, folder.path() / "templates", fs::copy_options::recursive);
+  fs::copy(LIBRARY_FOLDER, folder.path() / "library", fs::copy_options::recursive);
   const fs::path expected = example_file(name, ".expected");
   const Outcome outcome =
       folder.run("cd examples; zarel -silent " + first_line_of(example_file(name, ".options")) +

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
+#include "dl/failure.h"
+#include "dl/folding.h"
+#include "dl/options.h"
+#include "dl/parse.h"
+#include "dl/survey.h"
+#include "dl/translator.h"
 #include "harness.h"
-#include "solver/failure.h"
-#include "solver/folding.h"
-#include "solver/options.h"
-#include "solver/parse.h"
-#include "solver/survey.h"
-#include "solver/translator.h"
 
 namespace fuzz {
 namespace {

@@ -1,0 +1,205 @@
+/* grammar.y - statements of the solver's language. Every action is one call of the builder. */
+%require "3.8"
+%define api.pure full
+%define api.prefix {dl_}
+%define parse.error detailed
+%param {void* scanner}
+%parse-param {dl::StatementBuilder* build}
+
+%code requires {
+#include "dl/token.h"
+namespace dl { class StatementBuilder; }
+}
+%union {
+  dl::Token token;
+  unsigned index;    /* of a term, which the builder owns */
+  int kind;          /* of a builtin or aggregate */
+}
+%code {
+#include "dl/statement_builder.h"
+#define YYMAXDEPTH 200000
+int dl_lex(DL_STYPE* value, void* scanner);
+static void dl_error(void*, dl::StatementBuilder* build, const char* message) { build->syntax_error(message); }
+}
+
+%token END 0 "end of file"
+%token <token> NAME "name" VARIABLE "variable" STRING "string" NUMBER "number" NUMBERED_NAME "numbered name"
+%token <token> FLAT_COMPOUND "atom"
+%token <token> ANONYMOUS "_" OR_WORD "v" NOT "not" IMPLIES ":-" WEAK ":~" INCLUDE "#include" MAXINT "#maxint"
+%token EQUAL "==" UNEQUAL "!=" LESS_EQUAL "<=" GREATER_EQUAL ">="
+%token INTEGERS "#int" SUCC "#succ" FUNCTION_BUILTIN "#function_builtin"
+%token <token> AGGREGATE "aggregate function"
+
+%type <token> measure opening_name
+%type <index> term operand compound atom signed_atom bare
+%type <kind> comparison arithmetic
+
+%%
+
+program
+  : %empty
+  | program statement
+  ;
+
+statement
+  : head '.'                                            { build->fact(); }
+  | head IMPLIES body '.'                               { build->rule(); }
+  | constraint_mark body '.'                            { build->constraint(); }
+  | weak_mark body '.'                                  { build->weak_constraint({}, {}); }
+  | weak_mark body '.' '[' measure[w] ':' measure[l] ']'  { build->weak_constraint($w, $l); }
+  | body '?'                                            { build->query(); }
+  | MAXINT '=' NUMBER[n] '.'                            { build->integer_bound($n); }
+  | INCLUDE[i]                                          { build->include($i); }
+  ;
+
+constraint_mark
+  : IMPLIES[m]                                          { build->begin($m); }
+  ;
+
+weak_mark
+  : WEAK[m]                                             { build->begin_weak($m); }
+  ;
+
+measure
+  : %empty                                              { $$ = {}; }
+  | NUMBER
+  | VARIABLE
+  ;
+
+head
+  : signed_atom[a]                                      { build->head($a); }
+  | head or signed_atom[a]                              { build->head($a); }
+  ;
+
+or: OR_WORD | '|' | ';' ;
+
+body
+  : literal
+  | body ',' literal
+  ;
+
+literal
+  : item
+  | negation item
+  ;
+
+negation
+  : NOT                                                 { build->negation(); }
+  ;
+
+item
+  : signed_atom[a]                                      { build->atom_literal($a); }
+  | term[l] comparison[op] term[r]                      { build->comparison($op, $l, $r); }
+  | operand[l] '=' term[r]                                 { build->equality($l, $r); }
+  | operand[z] '=' term[x] '+' term[y]                     { build->sum($x, $y, $z); }
+  | operand[z] '=' term[x] '*' term[y]                     { build->product($x, $y, $z); }
+  | comparison[b] builtin_open arguments ')'            { build->builtin($b); }
+  | arithmetic[b] builtin_open arguments ')'            { build->builtin($b); }
+  | operand[t] '=' aggregate                               { build->equal_to_aggregate($t); }
+  | term[t] comparison[op] aggregate                    { build->left_guard($op, $t); }
+  | aggregate '=' term[t]                               { build->equal_to_aggregate($t); }
+  | aggregate comparison[op] term[t]                    { build->right_guard($op, $t); }
+  | term[l] comparison[a] aggregate comparison[b] term[r]
+                                        { build->two_guards({$a, $l}, {$b, $r}); }
+  | no_guard
+  ;
+
+no_guard
+  : '=' aggregate                                       { build->missing_guard(); }
+  | comparison aggregate                                { build->missing_guard(); }
+  | aggregate '='                                       { build->missing_guard(); }
+  | aggregate comparison                                { build->missing_guard(); }
+  | term comparison aggregate comparison                { build->missing_guard(); }
+  ;
+
+comparison
+  : EQUAL                                               { $$ = dl::kEqual; }
+  | UNEQUAL                                             { $$ = dl::kUnequal; }
+  | '<'                                                 { $$ = dl::kLess; }
+  | '>'                                                 { $$ = dl::kGreater; }
+  | LESS_EQUAL                                          { $$ = dl::kLessEqual; }
+  | GREATER_EQUAL                                       { $$ = dl::kGreaterEqual; }
+  ;
+
+arithmetic
+  : '+'                                                 { $$ = dl::kSum; }
+  | '*'                                                 { $$ = dl::kProduct; }
+  | INTEGERS                                                 { $$ = dl::kInt; }
+  | SUCC                                                { $$ = dl::kSuccessor; }
+  | FUNCTION_BUILTIN                                    { $$ = dl::kFunctionTerm; }
+  ;
+
+builtin_open
+  : '('                                                 { build->open_builtin(); }
+  ;
+
+aggregate
+  : aggregate_open arguments aggregate_colon body '}'   { build->close_aggregate(); }
+  ;
+
+aggregate_open
+  : AGGREGATE[f] '{'                                    { build->open_aggregate($f); }
+  ;
+
+aggregate_colon
+  : ':'                                                 { build->aggregate_body(); }
+  ;
+
+signed_atom
+  : atom
+  | sign atom[a]                                        { $$ = build->strongly_negated($a); }
+  ;
+
+sign
+  : '-'                                                 { build->sign(); }
+  ;
+
+atom
+  : compound
+  | bare
+  | NUMBERED_NAME[n]                                    { $$ = build->constant($n); }
+  | VARIABLE[n]                                         { $$ = build->constant($n); }
+  ;
+
+term
+  : operand
+  | MAXINT[m]                                           { $$ = build->bound_term($m); }
+  ;
+
+/* what may stand before a single "=": a statement may begin with it, and one that begins with "#maxint =" is the directive */
+operand
+  : compound
+  | bare
+  | VARIABLE[v]                                         { $$ = build->variable($v); }
+  | STRING[s]                                           { $$ = build->string($s); }
+  | NUMBER[n]                                           { $$ = build->number($n); }
+  | ANONYMOUS[a]                                        { $$ = build->anonymous($a); }
+  ;
+
+bare
+  : NAME[n]                                             { $$ = build->constant($n); }
+  ;
+
+compound
+  : open arguments ')'                                  { $$ = build->close_compound(); }
+  | FLAT_COMPOUND[c]                                    { $$ = build->flat_compound($c); }
+  ;
+
+open
+  : opening_name[n] '('                                 { build->open_compound($n); }
+  ;
+
+opening_name: NAME | VARIABLE | OR_WORD | NOT | NUMBERED_NAME ;
+
+arguments
+  : argument
+  | arguments ',' argument
+  ;
+
+argument
+  : term[t]                                             { build->argument($t); }
+  | OR_WORD[v]                                          { build->argument(build->constant($v)); }
+  | NOT[n]                                              { build->argument(build->constant($n)); }
+  ;
+
+%%

@@ -1,0 +1,65 @@
+#pragma once
+// model_reader.h - clingo's output, line by line.
+
+#include <string>
+#include <string_view>
+
+#include "dl/clingo_process.h"
+
+namespace dl {
+
+class LineReader {
+ public:
+  explicit LineReader(ClingoProcess& process) : process_(process), buffer_(kStep, '\0') {}
+
+  // Takes the next complete line, without its end; valid until the next call of either function.
+  // Returns false when none is there without waiting.
+  bool next(std::string_view& line);
+  // Waits for more output; false at its end.
+  bool wait();
+  // At the end: whether output was left that is no complete line.
+  bool has_rest() const { return begin_ != end_; }
+
+ private:
+  static constexpr std::size_t kStep = std::size_t{1} << 16;
+  ClingoProcess& process_;
+  std::string buffer_;
+  std::size_t begin_ = 0;     // of what has not been taken
+  std::size_t looked_ = 0;    // no line ends before this
+  std::size_t end_ = 0;
+};
+
+enum class LineKind {
+  kAnswerSet,
+  kCosts,
+  kOptimumFound,
+  kSatisfiable,
+  kUnsatisfiable,
+  kUnknown,
+  kOther
+};
+
+// An answer set's line begins with a lower-case letter, "_" or "-", or is empty; all others begin
+// with a capital.
+LineKind kind_of_line(std::string_view line);
+
+// Calls `visit` with each atom of an answer set's line. Blanks stand between atoms, and in strings.
+template <typename Visit>
+void each_atom(std::string_view line, Visit&& visit) {
+  std::size_t begin = 0;
+  bool in_string = false;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const char c = line[i];
+    if (c == '"') {
+      in_string = !in_string;
+    } else if (in_string) {
+      if (c == '\\') ++i;
+    } else if (c == ' ') {
+      if (i > begin) visit(line.substr(begin, i - begin));
+      begin = i + 1;
+    }
+  }
+  if (begin < line.size()) visit(line.substr(begin));
+}
+
+}    // namespace dl

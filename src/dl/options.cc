@@ -1,0 +1,140 @@
+#include "dl/options.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "dl/failure.h"
+
+namespace dl {
+namespace {
+
+constexpr std::int64_t kMaxInteger = 2147483647;
+constexpr std::int64_t kMaxThreads = 64;    // clingo's own limit
+
+struct Flag {
+  std::string_view name;
+  void (*set)(Options&);
+};
+
+constexpr Flag kFlags[] = {
+    {"silent",
+     [](Options&) {
+     }},    // there is no banner to leave out; kept for those who call a solver with it
+    {"nofacts", [](Options& options) { options.leave_out_facts = true; }},
+    {"brave", [](Options& options) { options.reasoning = Reasoning::kBrave; }},
+    {"FB", [](Options& options) { options.reasoning = Reasoning::kBrave; }},
+    {"cautious", [](Options& options) { options.reasoning = Reasoning::kCautious; }},
+    {"FC", [](Options& options) { options.reasoning = Reasoning::kCautious; }},
+    {"translate", [](Options& options) { options.translate_only = true; }},
+    {"nofold", [](Options& options) { options.fold = false; }},
+    {"help", [](Options& options) { options.help = true; }},
+    {"h", [](Options& options) { options.help = true; }},
+    {"version", [](Options& options) { options.version = true; }},
+};
+
+void add_names(std::vector<std::string>& names, std::string_view list) {
+  while (!list.empty()) {
+    const std::size_t comma = std::min(list.find(','), list.size());
+    if (comma != 0) names.emplace_back(list.substr(0, comma));
+    list.remove_prefix(std::min(comma + 1, list.size()));
+  }
+}
+
+std::int64_t number(std::string_view argument, std::string_view value, std::int64_t least,
+                    std::int64_t most) {
+  std::int64_t result = 0;
+  const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), result);
+  if (error == std::errc() && end == value.data() + value.size() && result >= least &&
+      result <= most) {
+    return result;
+  }
+  throw Failure{"dl: option \"" + std::string(argument) + "\" needs a number from " +
+                std::to_string(least) + " to " + std::to_string(most)};
+}
+
+// An option with a value; false if there is none of that name.
+bool set_value(Options& options, std::string_view argument, std::string_view name,
+               std::string_view value) {
+  if (name == "filter") {
+    add_names(options.filters, value);
+  } else if (name == "pfilter") {
+    add_names(options.positive_filters, value);
+  } else if (name == "n") {
+    options.answer_sets = static_cast<std::uint64_t>(number(argument, value, 0, kMaxInteger));
+  } else if (name == "N") {
+    options.bound = number(argument, value, 0, kMaxInteger);
+  } else if (name == "threads") {
+    options.threads = static_cast<std::uint64_t>(number(argument, value, 1, kMaxThreads));
+  } else if (name == "time") {
+    options.seconds = static_cast<std::uint64_t>(number(argument, value, 1, kMaxInteger));
+  } else if (name == "clingo") {
+    if (value.empty()) throw Failure{"dl: option \"" + std::string(argument) + "\" needs a path"};
+    options.clingo = value;
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void read_option(Options& options, std::string_view argument) {
+  std::string_view word = argument;
+  word.remove_prefix(word.starts_with("--") ? 2 : 1);
+  for (const Flag& flag : kFlags) {
+    if (word == flag.name) return flag.set(options);
+  }
+  const std::size_t equals = word.find('=');
+  if (equals != std::string_view::npos &&
+      set_value(options, argument, word.substr(0, equals), word.substr(equals + 1))) {
+    return;
+  }
+  throw Failure{"dl: unknown option \"" + std::string(argument) + "\", see dl -help"};
+}
+
+}    // namespace
+
+bool Options::shows(std::string_view name, bool strongly_negated) const {
+  if (filters.empty() && positive_filters.empty()) return true;
+  if (std::ranges::find(filters, name) != filters.end()) return true;
+  return !strongly_negated && std::ranges::find(positive_filters, name) != positive_filters.end();
+}
+
+Options read_options(const std::vector<std::string_view>& arguments) {
+  Options options;
+  for (const std::string_view argument : arguments) {
+    if (argument.starts_with('-') && argument.size() > 1) {
+      read_option(options, argument);
+    } else {
+      options.files.emplace_back(argument);
+    }
+  }
+  if (options.files.empty() && !options.help && !options.version) {
+    throw Failure{"dl: no input file, see dl -help"};
+  }
+  return options;
+}
+
+std::string_view version_text() {
+  return "dl 1.0\n";
+}
+
+std::string_view help_text() {
+  return "usage: dl {option|file}...\n"
+         "Finds the answer sets of disjunctive logic programs with clingo. Options may have one "
+         "dash or two.\n"
+         "  -filter=a,b    show only the predicates a and b and their strong negations\n"
+         "  -pfilter=a,b   show only the predicates a and b\n"
+         "  -n=K           at most K answer sets\n"
+         "  -nofacts       leave out the atoms that are given as facts\n"
+         "  -N=K           integers range up to K\n"
+         "  -brave, -FB    a query's answers hold in some answer set\n"
+         "  -cautious, -FC a query's answers hold in every answer set (the default)\n"
+         "  -threads=K     search with K threads\n"
+         "  -time=K        end the search after K seconds and show what was found\n"
+         "  -translate     print the program for clingo and stop\n"
+         "  -nofold        leave relation names among the arguments of atoms a_N\n"
+         "  -clingo=PATH   the clingo to run\n"
+         "  -silent        accepted; dl prints no banner\n"
+         "  -help, -version\n";
+}
+
+}    // namespace dl

@@ -1,0 +1,80 @@
+#pragma once
+// program_parts.h - what can be written only when the whole input is known, and what the reader of
+// answers needs to know.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "dl/line_map.h"
+#include "dl/options.h"
+
+namespace dl {
+
+struct Signature {
+  std::string name;    // as predicate_of() gives it
+  std::uint32_t arity = 0;
+  bool strongly_negated = false;
+};
+
+// The predicates of all heads, in the order in which they were first seen: nothing else can be in
+// an answer set.
+class Signatures {
+ public:
+  void add(std::string_view name, std::uint32_t arity, bool strongly_negated);
+  const std::vector<Signature>& all() const { return all_; }
+
+ private:
+  std::vector<Signature> all_;
+  std::unordered_set<std::string> seen_;
+  std::string key_;
+};
+
+// A weak constraint waits for the end of the input: its form depends on all others (see Note
+// [levels of variables]).
+struct WeakConstraint {
+  std::string body;
+  std::string weight;
+  std::string level;
+  std::string tuple;    // its number and the variables of its body
+  Place place;
+};
+
+struct Query {
+  std::vector<std::string> variables;    // in the order of the answer's values
+  Place place;
+};
+
+// What can be wrong with the integers of an answer set: see Note [no integer wraps].
+enum class FaultKind { kOverflow, kSum, kMeasure };
+struct Fault {
+  FaultKind kind;
+  Place place;
+};
+
+// What the translation of a whole program leaves behind.
+struct ProgramParts {
+  std::vector<std::string> files;    // by Place::file
+  // These are known before the first statement is translated.
+  bool has_query = false;
+  bool has_weak_constraints = false;
+  bool has_sums = false;    // #sum or #avg
+  bool has_bound = false;
+  Signatures signatures;
+  std::vector<WeakConstraint> weak_constraints;
+  std::optional<Query> query;
+  std::optional<std::int64_t> bound;    // of integers
+  std::vector<Fault> faults;            // by the argument of _fault
+  std::vector<std::int64_t> levels;     // of all weak constraints, highest first
+  bool variable_levels = false;
+  std::unordered_set<std::string>
+      facts;    // their text, kept only where they are left out of the answers
+
+  std::string at(Place place, std::string_view message) const;    // "file:line: message"
+  std::string message(const Fault& fault) const;                  // likewise
+};
+
+}    // namespace dl

@@ -1,0 +1,95 @@
+#pragma once
+// rule_text.h - a rule as clingo reads it, on one line or, where its body is long, on several.
+//
+// Note [long bodies]
+// clingo needs time quadratic in the length of a body: 4,000 literals take seconds, 100,000 would
+// take hours. So a long body is cut into pieces, each the body of a helper atom that the next piece
+// begins with. The helper carries the variables bound so far that the head or a later literal still
+// needs. Replacing a part of one body by an atom that has this part as its only definition does not
+// change the answer sets.
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "dl/body_order.h"
+#include "dl/line_map.h"
+#include "dl/literal_text.h"
+#include "dl/program_parts.h"
+#include "dl/statement.h"
+
+namespace dl {
+
+// The text for clingo, and where each of its lines comes from.
+struct Translation {
+  std::string text;
+  LineMap lines;
+  // Where it is given, takes the text in pieces of whole lines, and what it has taken is forgotten
+  // here; the last piece stays.
+  std::function<void(std::string_view)> receiver;
+
+  void end_line(Place place) {
+    text += '\n';
+    lines.add(place);
+    if (text.size() >= kPiece && receiver) {
+      receiver(text);
+      text.clear();
+    }
+  }
+
+ private:
+  static constexpr std::size_t kPiece = std::size_t{1} << 16;    // what a pipe holds
+};
+
+class RuleWriter {
+ public:
+  // Both must outlive the writer.
+  RuleWriter(Translation& out, ProgramParts& parts) : out_(out), parts_(parts) {}
+
+  // Orders the statement's body and makes it ready to be written as body(); the pieces that were
+  // cut off and the rules that watch its integers are written at once. `kept` tells by variable
+  // what the rest of the rule uses; all of it must be bound. Returns an empty text, or the mistake
+  // that was found: an unsafe rule.
+  std::string prepare(const Statement& statement, Place place, const std::vector<char>& kept);
+
+  const std::string& body() const { return body_; }
+
+  // Writes the rule that tells of a fault where the body holds, and what is wrong with it.
+  void write_fault(FaultKind kind, const std::string& before, std::string_view what, Place place);
+
+  // A variable of the prepared body that only a bound on integers gives values, or empty.
+  std::string_view ranging_variable() const { return ranging_; }
+
+ private:
+  class Pieces;
+  std::string prepare_atoms(const Statement& statement, const std::vector<char>& kept);
+  void write_steps(const OrderedBody& body, const BodyOrder& order, const std::vector<char>& kept,
+                   Place place);
+  void note_range(const OrderedBody& body, const Step& step);
+  void add_step(std::string& text, const OrderedBody& body, const Step& step, Place place);
+  std::string write_inside(const std::string& before, const OrderedBody& body,
+                           const Aggregate& aggregate, Place place);
+  void write_ways(const std::string& before, const OrderedBody& body, const BodyOrder& order,
+                  const Step& step, const std::string& helper, Place place);
+  void cut(std::string& body, std::string helper, Place place);
+  IntegerBound integers() const;
+
+  Translation& out_;
+  ProgramParts& parts_;
+  std::string body_;
+  std::vector<char> marks_;
+  std::string_view ranging_;
+  std::uint32_t helpers_ = 0;
+};
+
+// A helper atom of that name over these variables, without kUnnamed among them.
+std::string helper_atom(const Statement& statement, std::string name,
+                        std::span<const VariableId> variables);
+
+// The message for a variable that nothing binds.
+std::string unsafe_message(std::string_view variable);
+
+}    // namespace dl

@@ -1,0 +1,530 @@
+#include "dl/statement_builder.h"
+
+#include <algorithm>
+#include <charconv>
+#include <functional>
+#include <span>
+#include <utility>
+
+#include "dl/names.h"
+
+namespace dl {
+namespace {
+
+// clingo 5.4 walks terms by recursion: it stands 10,000 levels and dies at 100,000.
+constexpr std::size_t kMaxNesting = 5000;
+constexpr std::int64_t kMaxInteger = 2147483647;
+
+constexpr const char* kBuiltinNames[] = {
+    "==", "!=", "<", ">", "<=", ">=", "#int", "#succ", "+", "*", "#function_builtin"};
+
+std::int64_t value_of(std::string_view digits) {
+  std::int64_t value = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  return error == std::errc() && end == digits.data() + digits.size() ? value : kMaxInteger + 1;
+}
+
+// clingo takes a leading zero for a number of its own and the digits after it for another.
+std::string_view without_leading_zeros(std::string_view text) {
+  while (text.size() > 1 && text.front() == '0') text.remove_prefix(1);
+  return text;
+}
+
+Builtin mirrored(int op) {
+  switch (op) {
+    case kLess:
+      return kGreater;
+    case kGreater:
+      return kLess;
+    case kLessEqual:
+      return kGreaterEqual;
+    case kGreaterEqual:
+      return kLessEqual;
+    default:
+      return static_cast<Builtin>(op);
+  }
+}
+
+}    // namespace
+
+VariableId VariableNumbers::number(std::string_view name, VariableId next) {
+  if (2 * (used_ + 1) > slots_.size()) grow();
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t i = std::hash<std::string_view>{}(name)&mask;; i = (i + 1) & mask) {
+    Slot& slot = slots_[i];
+    if (slot.generation != generation_) {
+      slot = {generation_, name, next};
+      ++used_;
+      return next;
+    }
+    if (slot.name == name) return slot.number;
+  }
+}
+
+void VariableNumbers::grow() {
+  std::vector<Slot> old(2 * slots_.size());
+  old.swap(slots_);
+  const std::size_t mask = slots_.size() - 1;
+  for (const Slot& slot : old) {
+    if (slot.generation != generation_) continue;
+    std::size_t i = std::hash<std::string_view>{}(slot.name) & mask;
+    while (slots_[i].generation == generation_) i = (i + 1) & mask;
+    slots_[i] = slot;
+  }
+}
+
+void StatementBuilder::count_lines_of_string(const Token& string) {
+  line_ += static_cast<std::uint32_t>(std::ranges::count(string.view(), '\n'));
+}
+
+void StatementBuilder::unexpected_character(const Token& token) {
+  if (token.text[0] == '"') return fail(token.line, "string without a closing quote");
+  fail(token.line, "unexpected character '" + std::string(token.view()) + "'");
+}
+
+void StatementBuilder::unknown_word(const Token& token) {
+  fail(token.line, "unknown word " + std::string(token.view()));
+}
+
+void StatementBuilder::syntax_error(std::string_view message) {
+  fail(line_, std::string(message));
+}
+
+void StatementBuilder::fail(std::uint32_t line, std::string message) {
+  if (failed_) return;
+  failed_ = true;
+  mistake_ = std::move(message);
+  mistake_line_ = line;
+}
+
+// Hands the outcome of a statement on, and makes room for the next.
+void StatementBuilder::finish(const std::string& mistake) {
+  if (!mistake.empty()) fail(statement_.line, mistake);
+  statement_.clear();
+  numbers_.clear();
+  weak_ = false;
+  fresh_variables_ = 0;
+}
+
+void StatementBuilder::begin_weak(const Token& first) {
+  note_line(first);
+  weak_ = true;
+}
+
+void StatementBuilder::fact() {
+  finish(receiver_.fact(statement_));
+}
+
+void StatementBuilder::rule() {
+  finish(receiver_.rule(statement_));
+}
+
+void StatementBuilder::query() {
+  finish(receiver_.query(statement_));
+}
+
+void StatementBuilder::weak_constraint(const Token& weight, const Token& level) {
+  for (const Token* measure : {&weight, &level}) {
+    if (measure->length != 0 &&
+        measure->view().find_first_not_of("0123456789") == std::string_view::npos &&
+        value_of(measure->view()) > kMaxInteger) {
+      fail(measure->line, "number " + std::string(measure->view()) + " is greater than 2147483647");
+    }
+  }
+  if (failed_) return;
+  // The receiver looks weight and level up as terms, so that variables among them are known to it.
+  const auto text = [](const Token& measure) {
+    return measure.length == 0 ? std::string_view() : without_leading_zeros(measure.view());
+  };
+  finish(receiver_.weak_constraint(statement_, text(weight), text(level)));
+}
+
+void StatementBuilder::integer_bound(const Token& number) {
+  note_line(number);
+  const std::int64_t value = value_of(number.view());
+  if (value > kMaxInteger) return fail(number.line, "#maxint is greater than 2147483647");
+  finish(receiver_.integer_bound(value));
+}
+
+void StatementBuilder::include(const Token& directive) {
+  note_line(directive);
+  std::string_view name = directive.view();
+  name.remove_prefix(std::string_view("#include").size());
+  name.remove_prefix(name.find_first_not_of(" \t"));
+  if (name.front() == '<' || name.front() == '"') name = name.substr(1, name.size() - 2);
+  finish(receiver_.include(name, directive.line));
+}
+
+void StatementBuilder::sign() {
+  separate();
+  statement_.text += '-';
+}
+
+std::uint32_t StatementBuilder::strongly_negated(std::uint32_t atom) {
+  Term& term = statement_.terms[atom];
+  term.strongly_negated = true;
+  --term.text.begin;
+  return atom;
+}
+
+void StatementBuilder::add_literal(Literal literal) {
+  literal.negated = std::exchange(negated_, false);
+  literal.line = line_;
+  if (literal.kind != kAtom) statement_.atoms_only = false;
+  statement_.body.push_back(literal);
+}
+
+void StatementBuilder::head(std::uint32_t atom) {
+  folding_.fold(statement_, atom);
+  statement_.heads.push_back(atom);
+}
+
+// clingo reads "_" in a negated atom as "for none", but refuses it as unsafe behind "not -".
+void StatementBuilder::project(std::uint32_t atom) {
+  Term& term = statement_.terms[atom];
+  const std::span<const VariableId> uses = statement_.uses_of(term);
+  if (std::ranges::find(uses, kUnnamed) == uses.end()) return;
+  const std::uint32_t begin = text_size();
+  statement_.text += receiver_.projection(statement_, term, line_);
+  term.text = {begin, text_size()};
+}
+
+void StatementBuilder::atom_literal(std::uint32_t atom) {
+  folding_.fold(statement_, atom);
+  if (negated_ && statement_.terms[atom].strongly_negated) project(atom);
+  Literal literal;
+  literal.term = atom;
+  literal.uses = statement_.terms[atom].uses;
+  add_literal(literal);
+}
+
+void StatementBuilder::add_builtin(Builtin kind, Slice arguments, std::uint32_t uses_begin) {
+  Literal literal;
+  literal.kind = kind;
+  literal.arguments = arguments;
+  literal.uses = {uses_begin, uses_size()};
+  if (negated_ && kind >= kSuccessor) {
+    fail(line_, std::string("\"not\" before ") + kBuiltinNames[kind] + " is not supported");
+  }
+  add_literal(literal);
+}
+
+void StatementBuilder::assignment(Builtin kind, std::initializer_list<std::uint32_t> terms) {
+  const std::uint32_t begin = arguments_size();
+  const std::uint32_t uses_begin = uses_size();
+  for (const std::uint32_t term : terms) {
+    statement_.arguments.push_back(term);
+    const Slice uses = statement_.terms[term].uses;
+    for (std::uint32_t i = uses.begin; i < uses.end; ++i) {
+      const VariableId variable = statement_.uses[i];
+      statement_.uses.push_back(variable);
+    }
+  }
+  add_builtin(kind, {begin, arguments_size()}, uses_begin);
+}
+
+void StatementBuilder::comparison(int op, std::uint32_t left, std::uint32_t right) {
+  assignment(static_cast<Builtin>(op), {left, right});
+}
+
+void StatementBuilder::open_builtin() {
+  push_frame(text_size(), {});
+}
+
+void StatementBuilder::builtin(int kind) {
+  const Frame frame = close_frame();
+  check_arity(static_cast<Builtin>(kind), frame.count);
+  if (kind == kInt || kind == kSuccessor) receiver_.needs_bound(line_, kBuiltinNames[kind]);
+  if (!failed_) {
+    add_builtin(static_cast<Builtin>(kind), {frame.arguments_begin, arguments_size()},
+                frame.uses_begin);
+  }
+}
+
+void StatementBuilder::check_arity(Builtin kind, std::uint32_t count) {
+  if (kind == kFunctionTerm) {
+    const std::vector<std::uint32_t>& all = statement_.arguments;
+    if (count < 2 || statement_.terms[all[all.size() - count + 1]].kind != TermKind::kConstant) {
+      fail(line_, "#function_builtin needs a term and the name of a functor");
+    }
+    return;
+  }
+  const std::uint32_t expected = kind == kInt ? 1 : kind >= kSum ? 3 : 2;
+  if (count == expected) return;
+  fail(line_, std::string(kBuiltinNames[kind]) + " takes " + std::to_string(expected) +
+                  (expected == 1 ? " argument" : " arguments") + ", not " + std::to_string(count));
+}
+
+void StatementBuilder::open_aggregate(const Token& function) {
+  const std::string_view name = function.view();
+  if (name == "#times" || name == "#any") {
+    return fail(function.line, std::string(name) + " is not supported");
+  }
+  if (in_aggregate_) return fail(function.line, "an aggregate inside an aggregate");
+  Aggregate aggregate;
+  aggregate.function = name == "#count" ? kCount
+                       : name == "#sum" ? kSumUp
+                       : name == "#min" ? kMin
+                       : name == "#max" ? kMax
+                                        : kAverage;
+  aggregate.uses.begin = uses_size();
+  statement_.aggregates.push_back(std::move(aggregate));
+  in_aggregate_ = true;
+  awaits_aggregate_colon_ = true;
+  outer_negated_ = std::exchange(negated_, false);
+  outer_body_.swap(statement_.body);
+  push_frame(text_size(), {});
+}
+
+void StatementBuilder::aggregate_body() {
+  if (failed_) return;
+  awaits_aggregate_colon_ = false;
+  const Frame frame = close_frame();
+  statement_.aggregates.back().arguments = {frame.arguments_begin, arguments_size()};
+}
+
+void StatementBuilder::close_aggregate() {
+  if (failed_) return;
+  Aggregate& aggregate = statement_.aggregates.back();
+  aggregate.body.swap(statement_.body);
+  aggregate.uses.end = uses_size();
+  statement_.body.swap(outer_body_);
+  in_aggregate_ = false;
+  negated_ = outer_negated_;
+}
+
+void StatementBuilder::add_guards(Guard left, Guard right) {
+  if (failed_) return;
+  if (negated_ && statement_.aggregates.back().function == kAverage) {
+    return fail(line_, "\"not\" before #avg is not supported");
+  }
+  Literal literal;
+  literal.kind = kAggregate;
+  literal.aggregate = static_cast<std::uint32_t>(statement_.aggregates.size() - 1);
+  literal.uses.begin = uses_size();
+  for (const Guard& guard : {left, right}) {
+    if (!guard.given) continue;
+    if (guard.op == kUnequal) return fail(line_, "!= is not a guard of an aggregate");
+    const Slice uses = statement_.terms[guard.term].uses;
+    for (std::uint32_t i = uses.begin; i < uses.end; ++i) {
+      const VariableId variable = statement_.uses[i];
+      statement_.uses.push_back(variable);
+    }
+  }
+  literal.uses.end = uses_size();
+  statement_.aggregates.back().left = left;
+  statement_.aggregates.back().right = right;
+  add_literal(literal);
+}
+
+void StatementBuilder::equal_to_aggregate(std::uint32_t term) {
+  add_guards({true, kEqual, term}, {});
+}
+
+void StatementBuilder::left_guard(int op, std::uint32_t term) {
+  add_guards({true, static_cast<Builtin>(op), term}, {});
+}
+
+void StatementBuilder::right_guard(int op, std::uint32_t term) {
+  add_guards({true, mirrored(op), term}, {});
+}
+
+void StatementBuilder::two_guards(WrittenGuard left, WrittenGuard right) {
+  const auto ascends = [](int op) { return op == kLess || op == kLessEqual; };
+  if (!ascends(left.op) || !ascends(right.op)) {
+    return fail(line_, "two guards of an aggregate must both be < or <=");
+  }
+  add_guards({true, static_cast<Builtin>(left.op), left.term},
+             {true, static_cast<Builtin>(right.op), right.term});
+}
+
+void StatementBuilder::missing_guard() {
+  fail(line_, "an aggregate has a comparison without a guard term");
+}
+
+// Arguments are separated as they are written, so that a compound's text is complete when it is
+// closed.
+void StatementBuilder::separate() {
+  if (frames_.empty()) return;
+  if (frames_.back().count++ != 0) statement_.text += ',';
+}
+
+std::uint32_t StatementBuilder::add_term(TermKind kind, std::uint32_t text_begin,
+                                         std::uint32_t uses_begin) {
+  Term term;
+  term.kind = kind;
+  term.text = {text_begin, text_size()};
+  term.uses = {uses_begin, uses_size()};
+  statement_.terms.push_back(term);
+  return static_cast<std::uint32_t>(statement_.terms.size() - 1);
+}
+
+std::uint32_t StatementBuilder::constant(const Token& name) {
+  note_line(name);
+  separate();
+  const std::uint32_t begin = text_size();
+  append_clingo_name(statement_.text, name.view());
+  const std::uint32_t term = add_term(TermKind::kConstant, begin, uses_size());
+  statement_.terms[term].name = name.view();
+  return term;
+}
+
+VariableId StatementBuilder::add_variable(std::string_view name) {
+  const auto next = static_cast<VariableId>(statement_.variables.size());
+  const VariableId id = numbers_.number(name, next);
+  if (id == next)
+    statement_.variables.push_back(
+        {text_size(), text_size() + static_cast<std::uint32_t>(name.size())});
+  statement_.text += name;
+  statement_.uses.push_back(id);
+  return id;
+}
+
+std::uint32_t StatementBuilder::variable(const Token& name) {
+  note_line(name);
+  separate();
+  const std::uint32_t begin = text_size();
+  const VariableId id = add_variable(name.view());
+  const std::uint32_t term = add_term(TermKind::kVariable, begin, uses_size() - 1);
+  statement_.terms[term].variable = id;
+  return term;
+}
+
+std::uint32_t StatementBuilder::anonymous(const Token& token) {
+  note_line(token);
+  separate();
+  const std::uint32_t begin = text_size();
+  const VariableId variable = add_anonymous();
+  const TermKind kind = variable == kUnnamed ? TermKind::kAnonymous : TermKind::kVariable;
+  const std::uint32_t term = add_term(kind, begin, uses_size() - 1);
+  statement_.terms[term].variable = variable;
+  return term;
+}
+
+// A weak constraint costs once for each instance of its body, and an anonymous variable is a
+// variable of the body like any other. clingo would project it away, so in positive literals it
+// gets a name. So does an operand of a builtin, which is looked at like any other operand.
+VariableId StatementBuilder::add_anonymous() {
+  const bool is_operand = frames_.empty() || frames_.back().name.empty();
+  if (!is_operand && (!weak_ || negated_ || in_aggregate_)) {
+    statement_.text += '_';
+    statement_.uses.push_back(kUnnamed);
+    return kUnnamed;
+  }
+  const std::uint32_t begin = text_size();
+  statement_.text += "_V" + std::to_string(++fresh_variables_);
+  const auto id = static_cast<VariableId>(statement_.variables.size());
+  statement_.variables.push_back({begin, text_size()});
+  statement_.uses.push_back(id);
+  return id;
+}
+
+std::uint32_t StatementBuilder::string(const Token& quoted) {
+  note_line(quoted);
+  separate();
+  const std::uint32_t begin = text_size();
+  append_clingo_string(statement_.text, quoted.view());
+  return add_term(TermKind::kString, begin, uses_size());
+}
+
+std::uint32_t StatementBuilder::number(const Token& digits) {
+  note_line(digits);
+  separate();
+  const std::uint32_t begin = text_size();
+  append_number(digits.view(), digits.line);
+  return add_term(TermKind::kInteger, begin, uses_size());
+}
+
+void StatementBuilder::append_number(std::string_view digits, std::uint32_t line) {
+  const std::string_view value = without_leading_zeros(digits);
+  if (value.size() >= 10 && value_of(value) > kMaxInteger) {
+    fail(line, "number " + std::string(value) + " is greater than 2147483647");
+  }
+  statement_.text += value;
+}
+
+std::uint32_t StatementBuilder::bound_term(const Token& token) {
+  note_line(token);
+  separate();
+  receiver_.needs_bound(token.line, "#maxint");
+  const std::uint32_t begin = text_size();
+  statement_.text += "_m";
+  return add_term(TermKind::kBound, begin, uses_size());
+}
+
+void StatementBuilder::push_frame(std::uint32_t text_begin, std::string_view name) {
+  if (frames_.size() == kMaxNesting) {
+    fail(line_, "a term is nested deeper than " + std::to_string(kMaxNesting) + " levels");
+  }
+  frames_.push_back({text_begin, uses_size(), arguments_size(), 0, 0, name});
+}
+
+StatementBuilder::Frame StatementBuilder::close_frame() {
+  const Frame frame = frames_.back();
+  frames_.pop_back();
+  return frame;
+}
+
+void StatementBuilder::open_compound(const Token& name) {
+  note_line(name);
+  separate();
+  const std::uint32_t begin = text_size();
+  append_clingo_name(statement_.text, name.view());
+  statement_.text += '(';
+  push_frame(begin, name.view());
+}
+
+std::uint32_t StatementBuilder::close_compound() {
+  const Frame frame = close_frame();
+  statement_.text += ')';
+  const std::uint32_t index = add_term(TermKind::kCompound, frame.text_begin, frame.uses_begin);
+  Term& term = statement_.terms[index];
+  term.name = frame.name;
+  term.arity = frame.count;
+  term.constants = frame.constants;
+  return index;
+}
+
+// Note [flat compounds]
+// Most atoms are a name and names, variables and numbers in parentheses, without a blank. The
+// scanner gives such an atom as one token, which is taken apart here: a third of the time that its
+// pieces would take as tokens.
+std::uint32_t StatementBuilder::flat_compound(const Token& token) {
+  const std::string_view text = token.view();
+  std::size_t end = text.find('(');
+  open_compound({token.text, static_cast<std::uint32_t>(end), token.line});
+  while (end + 1 < text.size()) {
+    const std::size_t begin = end + 1;
+    end = begin;
+    while (is_word(text[end])) ++end;
+    flat_argument(text.substr(begin, end - begin), token.line);
+  }
+  return close_compound();
+}
+
+void StatementBuilder::flat_argument(std::string_view word, std::uint32_t line) {
+  separate();
+  if (is_lower(word.front())) {
+    Frame& frame = frames_.back();
+    if (frame.constants + 1 == frame.count) ++frame.constants;
+    append_clingo_name(statement_.text, word);
+  } else if (word.front() == '_') {
+    add_anonymous();
+  } else if (word.front() <= '9') {
+    append_number(word, line);
+  } else {
+    add_variable(word);
+  }
+}
+
+// Only the arguments of the outermost parentheses are looked at one by one, so only they are
+// listed.
+void StatementBuilder::argument(std::uint32_t term) {
+  if (frames_.empty()) return;
+  Frame& frame = frames_.back();
+  const bool is_constant = statement_.terms[term].kind == TermKind::kConstant;
+  if (is_constant && frame.constants + 1 == frame.count) ++frame.constants;
+  if (frames_.size() == 1) statement_.arguments.push_back(term);
+}
+
+}    // namespace dl

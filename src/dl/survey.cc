@@ -1,0 +1,70 @@
+#include "dl/survey.h"
+
+#include <utility>
+
+namespace dl {
+
+std::vector<Include> Survey::take_includes() {
+  return std::exchange(includes_, {});
+}
+
+Folding Survey::folding() const {
+  Folding folding = folding_;
+  folding.begin();
+  return folding;
+}
+
+std::string Survey::fact(const Statement& statement) {
+  for (const std::uint32_t head : statement.heads) folding_.see(statement.terms[head]);
+  return {};
+}
+
+std::string Survey::rule(const Statement& statement) {
+  see(statement);
+  return {};
+}
+
+std::string Survey::weak_constraint(const Statement& statement, std::string_view,
+                                    std::string_view) {
+  has_weak_constraints_ = true;
+  see(statement);
+  return {};
+}
+
+std::string Survey::query(const Statement& statement) {
+  has_query_ = true;
+  see(statement);
+  return {};
+}
+
+std::string Survey::integer_bound(std::int64_t bound) {
+  if (!bound_) bound_ = bound;
+  return {};
+}
+
+std::string Survey::include(std::string_view name, std::uint32_t line) {
+  includes_.push_back({std::string(name), line});
+  return {};
+}
+
+// The text is not looked at in this reading.
+std::string Survey::projection(const Statement&, const Term&, std::uint32_t) {
+  return {};
+}
+
+void Survey::see(const Statement& statement) {
+  for (const std::uint32_t head : statement.heads) folding_.see(statement.terms[head]);
+  see_body(statement, statement.body);
+  for (const Aggregate& aggregate : statement.aggregates) {
+    if (aggregate.function == kSumUp || aggregate.function == kAverage) has_sums_ = true;
+    see_body(statement, aggregate.body);
+  }
+}
+
+void Survey::see_body(const Statement& statement, const std::vector<Literal>& body) {
+  for (const Literal& literal : body) {
+    if (literal.kind == kAtom) folding_.see(statement.terms[literal.term]);
+  }
+}
+
+}    // namespace dl

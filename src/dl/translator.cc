@@ -1,0 +1,265 @@
+#include "dl/translator.h"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+#include "dl/failure.h"
+#include "dl/folding.h"
+#include "dl/names.h"
+
+namespace dl {
+namespace {
+
+constexpr std::int64_t kMaxInteger = 2147483647;
+
+// The variable of that name in the statement, or kUnnamed.
+VariableId find_variable(const Statement& statement, std::string_view name) {
+  for (std::size_t i = 0; i < statement.variables.size(); ++i) {
+    if (statement.slice(statement.variables[i]) == name) return static_cast<VariableId>(i);
+  }
+  return kUnnamed;
+}
+
+bool is_variable(std::string_view measure) {
+  return measure.front() >= 'A' && measure.front() <= 'Z';
+}
+
+std::int64_t integer(std::string_view digits) {
+  std::int64_t value = 0;
+  std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  return value;
+}
+
+}    // namespace
+
+Translator::Translator(const Options& options, ProgramParts& parts, Translation& out)
+    : options_(options), parts_(parts), out_(out), writer_(out, parts) {
+  parts_.bound = options.bound;
+}
+
+void Translator::begin_file(std::string_view name) {
+  parts_.files.emplace_back(name);
+}
+
+Place Translator::place(std::uint32_t line) const {
+  return {static_cast<std::uint32_t>(parts_.files.size() - 1), line};
+}
+
+// Notes the predicates and variables of the heads; an anonymous variable there is bound by nothing.
+std::string Translator::mark_heads(const Statement& statement) {
+  kept_.assign(statement.variables.size(), 0);
+  for (const std::uint32_t head : statement.heads) {
+    const Term& atom = statement.terms[head];
+    parts_.signatures.add(predicate_of(statement, atom), atom.arity, atom.strongly_negated);
+    for (std::uint32_t i = atom.uses.begin; i < atom.uses.end; ++i) {
+      const VariableId variable = statement.uses[i];
+      if (variable == kUnnamed) return unsafe_message("_");
+      kept_[variable] = 1;
+    }
+  }
+  return {};
+}
+
+void Translator::append_heads(const Statement& statement) {
+  const char* separator = "";
+  for (const std::uint32_t head : statement.heads) {
+    out_.text += separator;
+    out_.text += statement.term_text(head);
+    separator = ";";
+  }
+}
+
+std::string Translator::fact(const Statement& statement) {
+  std::string mistake = mark_heads(statement);
+  if (!mistake.empty()) return mistake;
+  if (!statement.variables.empty()) return unsafe_message(statement.spelling(0));
+  append_heads(statement);
+  out_.text += '.';
+  if (options_.leave_out_facts && statement.heads.size() == 1) {
+    parts_.facts.emplace(statement.term_text(statement.heads.front()));
+  }
+  out_.end_line(place(statement.line));
+  return {};
+}
+
+std::string Translator::prepare(const Statement& statement) {
+  if (!statement.atoms_only) uses_integers_ = true;
+  std::string mistake = writer_.prepare(statement, place(statement.line), kept_);
+  if (mistake.empty() && !writer_.ranging_variable().empty()) {
+    needs_bound(statement.line, "the variable " + std::string(writer_.ranging_variable()) +
+                                    ", which no positive literal binds,");
+  }
+  return mistake;
+}
+
+std::string Translator::rule(const Statement& statement) {
+  std::string mistake = mark_heads(statement);
+  if (mistake.empty()) mistake = prepare(statement);
+  if (!mistake.empty()) return mistake;
+  append_heads(statement);
+  ((out_.text += ":-") += writer_.body()) += '.';
+  out_.end_line(place(statement.line));
+  return {};
+}
+
+std::string Translator::weak_constraint(const Statement& statement, std::string_view weight,
+                                        std::string_view level) {
+  WeakConstraint weak;
+  weak.place = place(statement.line);
+  weak.weight = weight.empty() ? "1" : weight;
+  weak.level = level.empty() ? "1" : level;
+  kept_ = outer_variables(statement);
+  for (const std::string& measure : {weak.weight, weak.level}) {
+    if (!is_variable(measure)) continue;
+    const VariableId variable = find_variable(statement, measure);
+    if (variable == kUnnamed || !kept_[variable]) return unsafe_message(measure);
+  }
+  std::string mistake = prepare(statement);
+  if (!mistake.empty()) return mistake;
+  weak.body = writer_.body();
+  for (const std::string& measure : {weak.weight, weak.level}) {
+    if (!is_variable(measure)) continue;
+    writer_.write_fault(FaultKind::kMeasure, weak.body, "2147483647<" + measure, weak.place);
+  }
+  weak.tuple = std::to_string(parts_.weak_constraints.size() + 1);
+  for (std::size_t i = 0; i < kept_.size(); ++i) {
+    if (kept_[i]) (weak.tuple += ',') += statement.slice(statement.variables[i]);
+  }
+  if (is_variable(weak.level)) {
+    parts_.variable_levels = true;
+  } else {
+    parts_.levels.push_back(integer(weak.level));
+  }
+  parts_.weak_constraints.push_back(std::move(weak));
+  return {};
+}
+
+std::string Translator::query(const Statement& statement) {
+  if (parts_.query) {
+    return "a second query; the first is in " + parts_.files[parts_.query->place.file] + ", " +
+           "line " + std::to_string(parts_.query->place.line);
+  }
+  kept_ = outer_variables(statement);
+  std::string mistake = prepare(statement);
+  if (!mistake.empty()) return mistake;
+  parts_.query = Query{{}, place(statement.line)};
+  std::vector<VariableId> variables;
+  for (VariableId variable = 0; variable < kept_.size(); ++variable) {
+    if (!kept_[variable] || statement.is_unnamed(variable)) continue;
+    variables.push_back(variable);
+    parts_.query->variables.emplace_back(statement.slice(statement.variables[variable]));
+  }
+  out_.text += helper_atom(statement, "_q", variables);
+  ((out_.text += ":-") += writer_.body()) += '.';
+  out_.end_line(place(statement.line));
+  return {};
+}
+
+// The option goes before the program, as it is what the user asked for last.
+std::string Translator::integer_bound(std::int64_t bound) {
+  if (options_.bound) return {};
+  if (parts_.bound && *parts_.bound != bound) {
+    return "#maxint is already " + std::to_string(*parts_.bound);
+  }
+  parts_.bound = bound;
+  return {};
+}
+
+void Translator::needs_bound(std::uint32_t line, std::string_view what) {
+  uses_integers_ = true;
+  if (!bound_user_.empty()) return;
+  bound_user_ = what;
+  bound_place_ = place(line);
+}
+
+// A helper, written at once, that has the atom as its only body.
+std::string Translator::projection(const Statement& statement, const Term& atom,
+                                   std::uint32_t line) {
+  std::string helper =
+      helper_atom(statement, "_some" + std::to_string(++projections_), statement.uses_of(atom));
+  (((out_.text += helper) += ":-") += statement.slice(atom.text)) += '.';
+  out_.end_line(place(line));
+  return helper;
+}
+
+void Translator::write_line(const std::string& line, Place place) {
+  out_.text += line;
+  out_.end_line(place);
+}
+
+void Translator::end_program() {
+  if (!bound_user_.empty() && !parts_.bound) {
+    throw Failure{
+        parts_.at(bound_place_, bound_user_ + " needs a bound on integers, #maxint or -N=")};
+  }
+  const Place end{static_cast<std::uint32_t>(parts_.files.size() - 1), 0};
+  std::ranges::sort(parts_.levels, std::greater<>());
+  parts_.levels.erase(std::unique(parts_.levels.begin(), parts_.levels.end()), parts_.levels.end());
+  if (parts_.variable_levels) {
+    write_variable_levels(end);
+  } else {
+    write_weak_constraints(end);
+  }
+  write_bound(end);
+  write_shown(end);
+}
+
+// The element of weight 0 makes clingo report every level, also one of which no instance exists.
+void Translator::write_weak_constraints(Place end) {
+  for (const WeakConstraint& weak : parts_.weak_constraints) {
+    write_line(":~" + weak.body + ".[" + weak.weight + "@" + weak.level + "," + weak.tuple + "]",
+               weak.place);
+  }
+  for (const std::int64_t level : parts_.levels) {
+    write_line(":~.[0@" + std::to_string(level) + ",0]", end);
+  }
+}
+
+// Note [levels of variables]
+// clingo reports costs without their levels. Where levels are variables, each violated instance
+// becomes an atom _w(level,weight,instance) that is read with the answer set, and the costs are
+// added up from these.
+void Translator::write_variable_levels(Place end) {
+  for (const WeakConstraint& weak : parts_.weak_constraints) {
+    write_line(
+        "_w(" + weak.level + "," + weak.weight + ",(" + weak.tuple + ",0)):-" + weak.body + ".",
+        weak.place);
+  }
+  write_line(":~_w(L,W,T).[W@L,T]", end);
+  write_line(":~.[0@1,0]", end);
+}
+
+void Translator::write_bound(Place end) {
+  if (!uses_integers_) return;
+  const std::string bound = std::to_string(parts_.bound.value_or(kMaxInteger));
+  write_line("#const _m=" + bound + ".", end);
+  write_line("#const _r=" + (parts_.bound ? bound : "-1") + ".", end);
+  write_line(parts_.bound ? "#const _o=0." : "#const _o=1.", end);
+}
+
+// Helpers are hidden because nothing is shown but what is named here.
+void Translator::write_shown(Place end) {
+  if (parts_.has_sums) write_line("#external _u.", end);
+  write_line("#show.", end);
+  for (std::size_t i = 0; i < parts_.faults.size(); ++i) {
+    // In every answer set there is one or the other, so that a query sees both in what holds in all
+    // of them.
+    if (parts_.query)
+      write_line("_fine(" + std::to_string(i) + "):-not _fault(" + std::to_string(i) + ").", end);
+  }
+  if (!parts_.faults.empty()) write_line("#show _fault/1.", end);
+  if (parts_.query) {
+    if (!parts_.faults.empty()) write_line("#show _fine/1.", end);
+    return write_line("#show _q/" + std::to_string(parts_.query->variables.size()) + ".", end);
+  }
+  if (parts_.variable_levels) write_line("#show _w/3.", end);
+  for (const Signature& signature : parts_.signatures.all()) {
+    if (!options_.shows(unfolded_predicate(signature.name), signature.strongly_negated)) continue;
+    std::string line = signature.strongly_negated ? "#show -" : "#show ";
+    append_clingo_name(line, signature.name);
+    write_line(line + "/" + std::to_string(signature.arity) + ".", end);
+  }
+}
+
+}    // namespace dl
