@@ -281,9 +281,32 @@ Slice BodyOrder::find_others(std::uint32_t literal, std::uint32_t target) {
   return {begin, static_cast<std::uint32_t>(others_.size())};
 }
 
-// Follows each choice of products that are 0 = 0 * Y, and of those that compute a factor instead.
+// The variables that literals which are left could compute the factor from, through each other.
+std::vector<char> BodyOrder::related_to(VariableId factor) const {
+  std::vector<char> related(bound_.size(), 0);
+  std::vector<VariableId> open{factor};
+  related[factor] = 1;
+  while (!open.empty()) {
+    const VariableId variable = open.back();
+    open.pop_back();
+    for (std::uint32_t i = watch_begin_[variable]; i < watch_begin_[variable + 1]; ++i) {
+      const Literal& literal = (*body_)[watchers_[i]];
+      if (taken_[watchers_[i]] || !may_bind(literal, variable)) continue;
+      for (std::uint32_t u = literal.uses.begin; u < literal.uses.end; ++u) {
+        const VariableId other = statement_.uses[u];
+        if (other == kUnnamed || bound_[other] || related[other]) continue;
+        related[other] = 1;
+        open.push_back(other);
+      }
+    }
+  }
+  return related;
+}
+
+// Follows each choice of products that are 0 = 0 * Y, and of those that compute a factor instead,
+// as far as the factor could be computed from theirs.
 void BodyOrder::explore(VariableId factor, std::vector<std::vector<Step>>& ways, unsigned& tries) {
-  constexpr unsigned kMostTries = 100;
+  constexpr unsigned kMostTries = 1000;
   if (++tries > kMostTries) is_tangled_ = true;
   settle_certain();
   while (!bound_[factor] && !is_tangled_ && !products_.empty()) {
@@ -291,15 +314,17 @@ void BodyOrder::explore(VariableId factor, std::vector<std::vector<Step>>& ways,
     products_.pop_front();
     const MaybeReady now = taken_[literal] ? std::nullopt : readiness((*body_)[literal]);
     if (!now) continue;
+    const bool is_open = now->mode == StepMode::kFactor;
+    const VariableId other_factor = statement_.argument((*body_)[literal], now->target).variable;
+    if (is_open && !related_to(factor)[other_factor]) continue;
     taken_[literal] = 1;
-    if (now->mode == StepMode::kFactor) {
+    if (is_open) {
       BodyOrder other(*this);
       other.steps_.push_back({literal, now->mode, now->target});
       other.bind((*body_)[literal].uses);
       other.explore(factor, ways, tries);
       is_tangled_ = other.is_tangled_;
     }
-    const bool is_open = now->mode == StepMode::kFactor;
     steps_.push_back({literal, is_open ? StepMode::kZero : StepMode::kTest, now->target});
     settle_certain();
   }

@@ -86,6 +86,7 @@ class BodyOrder {
   bool take_a_product();
   bool can_be_given(VariableId variable) const;
   bool may_bind(const Literal& literal, VariableId variable) const;
+  std::vector<char> related_to(VariableId factor) const;
   Slice find_others(std::uint32_t literal, std::uint32_t target);
   void explore(VariableId factor, std::vector<std::vector<Step>>& ways, unsigned& tries);
   bool take_a_range();

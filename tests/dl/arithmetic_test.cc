@@ -232,6 +232,13 @@ struct Body {
   friend void PrintTo(const Body& test, std::ostream* stream) { *stream << test.name; }
 };
 class OpenFactors : public testing::TestWithParam<Body> {};
+// Products of their own do not multiply the ways to another.
+TEST(Arithmetic, OfManyOpenFactorsIsFollowedWhereTheyAreRelated) {
+  const std::string rule = "r(A) :- z(Z), w(W), 0 = A * Z, W = A * 2" +
+                           numbered(500, ", 4 = BN * 2, BN < CN, 6 = CN * 2") + ".";
+  EXPECT_EQ(run("z(0). z(2). w(8). " + rule, "-pfilter=r"), (Outcome{"{r(4)}\n", "", 0}));
+}
+
 TEST_P(OpenFactors, HaveTheSameAnswersInEveryOrder) {
   std::vector<std::string> literals = GetParam().literals;
   std::ranges::sort(literals);
