@@ -11,6 +11,7 @@
 #include "driver/phases.h"
 #include "driver/program_text.h"
 #include "harness.h"
+#include "model/run.h"
 
 namespace {
 
@@ -99,6 +100,8 @@ void expect_same_in_two_files(std::string_view text, const RewrittenProgram& pro
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const fuzz::Input input = fuzz::read_input(data, size);
+  zarel::Run run;    // for what reads a text without rewriting it
+  const zarel::Run::Scope scope(run);
   const zarel::Options line = fuzz::zarel_options(input.words);
   const RewriteOptions options{
       line.OptionArityCheck, line.OptionSafetyCheck, {}, line.OptionLinkTemplates};
