@@ -109,6 +109,7 @@ RewrittenProgram rewrite(const std::vector<std::string>& files, const RewriteOpt
     write_clauses(clauses, CLAUSES());
     write_queries(clauses);
     result.clauses = std::move(clauses).str();
+    for (const CLAUSET& clause : written_clauses()) result.places.push_back(clause.location());
   } catch (const RunEnd& end) {
     result.status = end.status;
   }

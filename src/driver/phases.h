@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "model/source_location.h"
+
 namespace zarel {
 
 // Reads every file into one program, and then the library of a semantics: "constrained", a file's
@@ -36,6 +38,7 @@ struct RewrittenProgram {
   std::string legend;      // of template invocations
   std::string output;      // what reading said on standard output
   std::string messages;    // and on standard error
+  std::vector<SourceLocation> places;    // of the clauses that are not generated, in their order
 };
 
 // Rewrites the program of these files, in a run of its own.

@@ -50,18 +50,20 @@ std::size_t offset_of(std::string_view text, const zarel::SourceLocation& locati
   return begin + location.column - 1;
 }
 
-// The beginning of some statement, from the rewriting that came last. Auxiliary clauses stand in
+// The beginning of some statement of the program that was rewritten. Auxiliary clauses stand in
 // the middle of a statement, where no mark that could end one stands in front.
-std::optional<std::size_t> statement_begin(std::string_view text) {
-  const auto clauses = zarel::written_clauses();
-  if (clauses.empty()) return std::nullopt;
-  const zarel::SourceLocation& location = clauses[text.size() % clauses.size()].location();
+std::optional<std::size_t> statement_begin(std::string_view text, const RewrittenProgram& program) {
+  if (program.places.empty()) return std::nullopt;
+  const zarel::SourceLocation& location = program.places[text.size() % program.places.size()];
   if (location.line == 0) return std::nullopt;
   const std::size_t begin = offset_of(text, location);
   const std::size_t last = text.substr(0, begin).find_last_not_of(" \t\n");
   if (last == std::string_view::npos ||
       std::string_view(".?]}").find(text[last]) == std::string_view::npos)
     return std::nullopt;
+  // A clause that a template's body led to stands inside its braces.
+  const std::string_view front = text.substr(0, begin);
+  if (std::ranges::count(front, '{') > std::ranges::count(front, '}')) return std::nullopt;
   const std::size_t line = text.rfind('\n', last) + 1;
   const bool may_be_comment = text.substr(line, last - line).find('%') != std::string_view::npos;
   return may_be_comment ? std::nullopt : std::optional(begin);
@@ -85,7 +87,7 @@ std::string outcome(const RewrittenProgram& program) {
 
 void expect_same_in_two_files(std::string_view text, const RewrittenProgram& program,
                               const RewriteOptions& options) {
-  const std::optional<std::size_t> begin = statement_begin(text);
+  const std::optional<std::size_t> begin = statement_begin(text, program);
   if (!begin) return;
   const std::string_view front = text.substr(0, *begin);
   const std::string_view back = text.substr(*begin);
