@@ -272,10 +272,12 @@ Slice BodyOrder::find_others(std::uint32_t literal, std::uint32_t target) {
   const VariableId factor = statement_.argument((*body_)[literal], target).variable;
   const auto begin = static_cast<std::uint32_t>(others_.size());
   if (integers_ == IntegerBound::kNone && can_be_given(factor)) {
+    std::vector<std::vector<Step>> ways = std::exchange(others_, {});    // the rest needs no copy
     BodyOrder rest(*this);
     rest.steps_ = {{literal, StepMode::kZero, target}};
     unsigned tries = 0;
-    rest.explore(factor, others_, tries);
+    rest.explore(factor, ways, tries);
+    others_ = std::move(ways);
     is_tangled_ = is_tangled_ || rest.is_tangled_;
   }
   return {begin, static_cast<std::uint32_t>(others_.size())};
@@ -309,6 +311,7 @@ void BodyOrder::explore(VariableId factor, std::vector<std::vector<Step>>& ways,
   constexpr unsigned kMostTries = 1000;
   if (++tries > kMostTries) is_tangled_ = true;
   settle_certain();
+  const std::vector<char> related = related_to(factor);
   while (!bound_[factor] && !is_tangled_ && !products_.empty()) {
     const std::uint32_t literal = products_.front();
     products_.pop_front();
@@ -316,7 +319,7 @@ void BodyOrder::explore(VariableId factor, std::vector<std::vector<Step>>& ways,
     if (!now) continue;
     const bool is_open = now->mode == StepMode::kFactor;
     const VariableId other_factor = statement_.argument((*body_)[literal], now->target).variable;
-    if (is_open && !related_to(factor)[other_factor]) continue;
+    if (is_open && !related[other_factor]) continue;
     taken_[literal] = 1;
     if (is_open) {
       BodyOrder other(*this);
