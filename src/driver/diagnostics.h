@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/diagnostic.h"
+
 namespace zarel {
 
 // What yyerror puts in front of a message, and what it has been told so far.
@@ -32,16 +34,6 @@ int yyerror(std::string_view message);
 
 // yyerror, and one more in parser_errors: the run ends after parsing.
 void report_counted_error(std::string_view message);
-
-// The end of a run, on its way to main (or to a host that called the rewriting as a function).
-// Note [ends as exceptions]
-// A fatal finding deep in a grammar action has to end the run at once, yet tests, fuzzers and hosts
-// call the same code and live on. So the run's end travels as this exception: everything open is
-// closed on the way, and main turns it into the exit status. It is caught nowhere else but where a
-// whole run is called as a function.
-struct RunEnd {
-  int status;
-};
 
 // Ends the run with the given exit status. See Note [ends as exceptions].
 [[noreturn]] void SafeExit(int status);

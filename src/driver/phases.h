@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "model/source_location.h"
+#include "base/place.h"
 
 namespace zarel {
 

@@ -17,14 +17,14 @@ namespace zarel {
 // const ATTRIBUTE&, const FRAME& value), void leave_attribute(const FRAME&, const ATTRIBUTE&).
 template <class Visitor>
 void walk_frame(const FRAME& frame, Visitor& visitor) {
-  struct Place {
+  struct Step {
     const FRAME* frame;
     std::size_t attribute;
     std::size_t value;
   };
-  std::vector<Place> open{{&frame, 0, 0}};
+  std::vector<Step> open{{&frame, 0, 0}};
   while (!open.empty()) {
-    Place& place = open.back();
+    Step& place = open.back();
     const FRAME& owner = *place.frame;
     if (place.attribute == owner.getAttributes().size()) {
       open.pop_back();

@@ -6,10 +6,10 @@
 #include <utility>
 #include <variant>
 
+#include "base/place.h"
 #include "model/atom.h"
 #include "model/literal.h"
 #include "model/program_storage.h"
-#include "model/source_location.h"
 
 namespace zarel {
 
@@ -132,6 +132,6 @@ class CLAUSET {
   Payload payload_;
   SourceLocation location_;
 };
-static_assert(sizeof(CLAUSET) == 32);
+static_assert(sizeof(CLAUSET) == 40);
 
 }    // namespace zarel

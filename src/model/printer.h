@@ -5,9 +5,9 @@
 #include <ostream>
 #include <string_view>
 
+#include "base/text.h"
 #include "model/clause.h"
 #include "model/template_records.h"
-#include "model/text.h"
 
 namespace zarel {
 

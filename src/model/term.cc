@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "base/characters.h"
 #include "driver/diagnostics.h"
-#include "model/characters.h"
 #include "model/function_term_table.h"
 
 namespace zarel {

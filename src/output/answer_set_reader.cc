@@ -4,8 +4,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/parser_stacks.h"
 #include "driver/diagnostics.h"
-#include "driver/parser_stacks.h"
 #include "output/answer_set_builder.h"
 #include "output/scanner_input.h"
 #include "output_grammar.h"

@@ -1,6 +1,6 @@
 #include "output/flat_atom.h"
 
-#include "model/characters.h"
+#include "base/characters.h"
 
 namespace zarel {
 namespace {

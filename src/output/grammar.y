@@ -9,7 +9,7 @@
 %parse-param {zarel::AnswerSetBuilder& build} {zarel::ParserStacks& stacks}
 
 %code requires {
-#include "driver/parser_stacks.h"
+#include "base/parser_stacks.h"
 #include "output/answer_set_builder.h"
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "model/characters.h"
+#include "base/characters.h"
 #include "parser/scanner_actions.h"
 
 namespace zarel {

@@ -9,7 +9,7 @@
 %expect 0
 
 %code requires {
-#include "driver/parser_stacks.h"
+#include "base/parser_stacks.h"
 #include "parser/program_builder.h"
 }
 

@@ -5,10 +5,10 @@
 #include <ostream>
 #include <string>
 
+#include "base/characters.h"
 #include "driver/diagnostics.h"
 #include "frames/frame_rule.h"
 #include "functions/function_terms.h"
-#include "model/characters.h"
 #include "model/names.h"
 #include "model/namespaces.h"
 #include "model/printer.h"

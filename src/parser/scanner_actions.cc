@@ -1,23 +1,14 @@
 #include "parser/scanner_actions.h"
 
 #include <algorithm>
-#include <limits>
 #include <string>
 
 #include "driver/diagnostics.h"
 
 namespace zarel {
-namespace {
-
-std::uint16_t narrowed(int value) {
-  constexpr int kLargest = std::numeric_limits<std::uint16_t>::max();
-  return static_cast<std::uint16_t>(std::min(value, kLargest));
-}
-
-}    // namespace
-
 SourceLocation ScannerActions::place(int line, int column) const {
-  return {static_cast<std::uint32_t>(line), narrowed(column), narrowed(file_)};
+  return {static_cast<std::uint32_t>(line), static_cast<std::uint32_t>(column),
+          static_cast<std::uint32_t>(file_)};
 }
 
 void ScannerActions::pass(std::string_view text) {

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <utility>
 
+#include "base/place.h"
 #include "model/name_table.h"
-#include "model/source_location.h"
 #include "parser/program_builder.h"
 #include "parser/scanner_input.h"
 

@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/text.h"
 #include "model/template_records.h"
-#include "model/text.h"
 
 namespace zarel {
 

@@ -5,7 +5,7 @@
 #include <numeric>
 #include <unordered_map>
 
-#include "model/characters.h"
+#include "base/characters.h"
 #include "model/names.h"
 #include "model/program.h"
 #include "model/run.h"

@@ -1,4 +1,4 @@
-#include "driver/parser_stacks.h"
+#include "base/parser_stacks.h"
 
 namespace zarel {
 

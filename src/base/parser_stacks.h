@@ -8,7 +8,7 @@
 namespace zarel {
 
 // A generated parser takes and returns memory by hand, and returns none when an action ends the
-// run. So its memory is owned here, and whoever called the parser clears what is left. See Note
+// run. So its memory is owned here, and whoever called the parser clears what is left. See
 // [ends as exceptions].
 class ParserStacks {
  public:

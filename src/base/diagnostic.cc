@@ -1,0 +1,76 @@
+#include "base/diagnostic.h"
+
+#include <array>
+
+namespace zarel {
+namespace {
+
+using enum Code;
+
+constexpr std::array kKinds = std::to_array<DiagnosticKind>({
+    {kUnreadableFile, "unreadable-file", Severity::kError, Shown::kWithLine},
+    {kReadFailure, "read-failure", Severity::kError, Shown::kWithLine},
+    {kSyntaxError, "syntax-error", Severity::kError, Shown::kWithLine},
+    {kInputTooDeep, "input-too-deep", Severity::kError, Shown::kWithLine},
+    {kUnknownCharacter, "unknown-character", Severity::kWarning, Shown::kAsOutput},
+    {kLongIdentifier, "long-identifier", Severity::kError, Shown::kWithLine},
+    {kUnderscoreIdentifier, "underscore-identifier", Severity::kError, Shown::kWithLine},
+    {kLongNumber, "long-number", Severity::kError, Shown::kWithLine},
+    {kUnclosedVerbatim, "unclosed-verbatim", Severity::kWarning, Shown::kWithLine},
+    {kUnknownPrefix, "unknown-prefix", Severity::kError, Shown::kWithLine},
+    {kRedefinedPrefix, "redefined-prefix", Severity::kWarning, Shown::kWithLine},
+    {kQuotedFunctor, "quoted-functor", Severity::kError, Shown::kWithLine},
+    {kQuotedFrameSpace, "quoted-frame-space", Severity::kError, Shown::kWithLine},
+    {kQuotedTemplateName, "quoted-template-name", Severity::kError, Shown::kWithLine},
+    {kNegationInHead, "negation-in-head", Severity::kError, Shown::kWithLine},
+    {kNegatedValue, "negated-value", Severity::kError, Shown::kWithLine},
+    {kNestedNegation, "nested-negation", Severity::kError, Shown::kWithLine},
+    {kWeightRange, "weight-range", Severity::kError, Shown::kWithLine},
+    {kWeightPrecision, "weight-precision", Severity::kWarning, Shown::kWithLine},
+    {kMaxintExceeded, "maxint-exceeded", Severity::kError, Shown::kWithLine},
+    {kMaxintUnknown, "maxint-unknown", Severity::kError, Shown::kWithLine},
+    {kMaxintRedefined, "maxint-redefined", Severity::kWarning, Shown::kWithLine},
+    {kMaxintNoInteger, "maxint-no-integer", Severity::kError, Shown::kWithLine},
+    {kMaxintTooSmall, "maxint-too-small", Severity::kError, Shown::kWithLine},
+    {kReplacedQuery, "replaced-query", Severity::kWarning, Shown::kAsOutput},
+    {kArityClash, "arity-clash", Severity::kError, Shown::kAlone},
+    {kRoleClash, "role-clash", Severity::kError, Shown::kAlone},
+    {kMarkerClash, "marker-clash", Severity::kError, Shown::kNever},
+    {kUnsafeRule, "unsafe-rule", Severity::kError, Shown::kWithLine},
+    {kTemplateRedefined, "template-redefined", Severity::kError, Shown::kAlone},
+    {kTemplateUndefined, "template-undefined", Severity::kError, Shown::kAlone},
+    {kFormalInHead, "formal-in-head", Severity::kError, Shown::kAlone},
+    {kGlobalInHead, "global-in-head", Severity::kError, Shown::kAlone},
+    {kFormalArity, "formal-arity", Severity::kError, Shown::kAlone},
+    {kGlobalArity, "global-arity", Severity::kError, Shown::kAlone},
+    {kOutputArity, "output-arity", Severity::kError, Shown::kAlone},
+    {kActualCount, "actual-count", Severity::kError, Shown::kAlone},
+    {kActualArity, "actual-arity", Severity::kError, Shown::kAlone},
+    {kResultArity, "result-arity", Severity::kError, Shown::kAlone},
+    {kResultMissing, "result-missing", Severity::kError, Shown::kAlone},
+    {kEndlessExpansion, "endless-expansion", Severity::kError, Shown::kAlone},
+    {kUnreadableAnswers, "unreadable-answers", Severity::kError, Shown::kWithLine},
+    {kAnswerSyntax, "answer-syntax", Severity::kError, Shown::kWithLine},
+    {kAnswersTooDeep, "answers-too-deep", Severity::kError, Shown::kWithLine},
+    {kAnswerScanner, "answer-scanner", Severity::kError, Shown::kAlone},
+});
+
+constexpr bool is_in_order() {
+  for (std::size_t i = 0; i < kKinds.size(); ++i) {
+    if (kKinds[i].code != static_cast<Code>(i)) return false;
+  }
+  return true;
+}
+static_assert(is_in_order(), "a row for each code, in the order of the codes");
+
+}    // namespace
+
+const DiagnosticKind& kind_of(Code code) {
+  return kKinds[static_cast<std::size_t>(code)];
+}
+
+std::span<const DiagnosticKind> all_kinds() {
+  return kKinds;
+}
+
+}    // namespace zarel

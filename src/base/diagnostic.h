@@ -1,0 +1,118 @@
+#pragma once
+// diagnostic.h - what is wrong with an input, as a value: messages are made of it, not the other
+// way round.
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/place.h"
+
+namespace zarel {
+
+enum class Severity { kError, kWarning };
+
+// How the established command line shows a finding.
+enum class Shown {
+  kWithLine,    // as yyerror: the place that the scanner had reached, the text, a full stop
+  kAlone,       // its text as a line, on standard error
+  kAsOutput,    // its text on standard output
+  kNever,       // the run ends without a word, or goes on
+};
+
+// Every kind of finding. Its row in the table of kinds says the rest.
+enum class Code : std::uint8_t {
+  // Reading the input.
+  kUnreadableFile,
+  kReadFailure,
+  kSyntaxError,
+  kInputTooDeep,
+  kUnknownCharacter,
+  kLongIdentifier,
+  kUnderscoreIdentifier,
+  kLongNumber,
+  kUnclosedVerbatim,
+  kUnknownPrefix,
+  kRedefinedPrefix,
+  kQuotedFunctor,
+  kQuotedFrameSpace,
+  kQuotedTemplateName,
+  kNegationInHead,
+  kNegatedValue,
+  kNestedNegation,
+  kWeightRange,
+  kWeightPrecision,
+  kMaxintExceeded,
+  kMaxintUnknown,
+  kMaxintRedefined,
+  kMaxintNoInteger,
+  kMaxintTooSmall,
+  kReplacedQuery,
+  // The program as a whole.
+  kArityClash,
+  kRoleClash,
+  kMarkerClash,
+  kUnsafeRule,
+  // Templates.
+  kTemplateRedefined,
+  kTemplateUndefined,
+  kFormalInHead,
+  kGlobalInHead,
+  kFormalArity,
+  kGlobalArity,
+  kOutputArity,
+  kActualCount,
+  kActualArity,
+  kResultArity,
+  kResultMissing,
+  kEndlessExpansion,
+  // Reading answers.
+  kUnreadableAnswers,
+  kAnswerSyntax,
+  kAnswersTooDeep,
+  kAnswerScanner,
+};
+
+// One kind of finding.
+struct DiagnosticKind {
+  Code code;
+  std::string_view name;    // stable: what users and tools refer to
+  Severity severity;
+  Shown shown;
+};
+
+const DiagnosticKind& kind_of(Code code);
+std::span<const DiagnosticKind> all_kinds();    // in the order of the codes
+
+// A further place that a finding is about, and what is there.
+struct Note {
+  Place place;
+  std::string text;
+};
+
+struct Diagnostic {
+  Code code;
+  Place place;         // not known where nothing of the input is at fault
+  std::string text;    // the established text, without its full stop where yyerror adds one
+  std::vector<Note> notes = {};
+  std::string detail = {};    // what the established command line shows besides
+  int parser_line = 0;        // the line that it shows: the scanner's at that moment
+};
+
+// Takes findings in the order in which they are made.
+using DiagnosticSink = std::function<void(Diagnostic)>;
+
+// The end of a run before its time, on its way to whoever called for the run.
+// Note [ends as exceptions]
+// A fatal finding deep in a grammar action has to end the run at once, yet tests, fuzzers and hosts
+// call the same code and live on. So the run's end travels as this exception: everything open is
+// closed on the way, and main turns it into the exit status. It is caught nowhere else but where a
+// whole run is called as a function.
+struct RunEnd {
+  int status;    // with which the established command line ends
+};
+
+}    // namespace zarel
