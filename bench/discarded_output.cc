@@ -14,8 +14,7 @@ void DiscardedOutput::begin_run() {
   scope_.reset();
   run_ = std::make_unique<Run>();
   scope_.emplace(*run_);
-  run_->report.output = &stream_;
-  run_->report.errors = &stream_;
+  zarel::show_findings(stream_, stream_);
 }
 
 }    // namespace zarel

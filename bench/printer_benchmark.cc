@@ -4,9 +4,9 @@
 #include <sstream>
 
 #include "discarded_output.h"
-#include "driver/program_text.h"
 #include "model/program.h"
 #include "sample_text.h"
+#include "zarel/program_text.h"
 
 namespace zarel {
 namespace {

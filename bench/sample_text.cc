@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "driver/diagnostics.h"
-#include "driver/phases.h"
+#include "driver/rewriting.h"
 #include "parser/parse.h"
 #include "parser/program_builder.h"
 
@@ -106,8 +106,9 @@ std::vector<std::string> spellings(std::size_t count) {
 void read_text(std::string_view program) {
   std::ostringstream verbatim;
   ProgramBuilder builder;
-  parse_text(program, builder, verbatim);
-  if (report_state().parser_errors != 0) throw std::logic_error("errors in a sample program");
+  parse_text(program, current_run().files.add("sample"), builder, verbatim);
+  if (current_run().findings.parser_errors != 0)
+    throw std::logic_error("errors in a sample program");
 }
 
 }    // namespace zarel

@@ -82,6 +82,7 @@ struct DiagnosticKind {
   std::string_view name;    // stable: what users and tools refer to
   Severity severity;
   Shown shown;
+  bool is_counted = false;    // in parser_errors, which keep the program from being solved
 };
 
 const DiagnosticKind& kind_of(Code code);

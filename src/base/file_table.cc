@@ -1,6 +1,7 @@
 #include "base/file_table.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace zarel {
@@ -12,15 +13,24 @@ bool continues_character(char byte) {
   return (static_cast<unsigned char>(byte) & kMask) == kContinuing;
 }
 
-bool is_wide(char byte) {
-  constexpr unsigned char kFirstWide = 0x80;
-  return static_cast<unsigned char>(byte) >= kFirstWide;
+// Eight bytes at a time: every string, comment and flat fact is looked at.
+bool has_wide(std::string_view text) {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+  std::uint64_t word = 0;
+  while (text.size() >= sizeof word) {
+    std::memcpy(&word, text.data(), sizeof word);
+    if ((word & kHighBits) != 0) return true;
+    text.remove_prefix(sizeof word);
+  }
+  word = 0;
+  text.copy(reinterpret_cast<char*>(&word), sizeof word);
+  return (word & kHighBits) != 0;
 }
 
 }    // namespace
 
 void WideCharacters::note(std::string_view text, std::uint32_t line, std::uint32_t column) {
-  if (std::none_of(text.begin(), text.end(), is_wide)) return;
+  if (!has_wide(text)) return;
   for (const char byte : text) {
     if (continues_character(byte)) note_byte(line, column);
     ++column;
@@ -32,11 +42,12 @@ void WideCharacters::note(std::string_view text, std::uint32_t line, std::uint32
 }
 
 void WideCharacters::note_byte(std::uint32_t line, std::uint32_t column) {
-  if (runs_.empty() || runs_.back().line != line) {
+  if (runs_.empty() || runs_.back().line < line) {
     runs_.push_back({line, column, 0, 1});
     return;
   }
   Run& last = runs_.back();
+  if (line < last.line || column < last.column + last.count) return;    // it came before
   if (last.column + last.count == column) {
     ++last.count;
   } else {
@@ -56,8 +67,8 @@ std::uint32_t WideCharacters::character(std::uint32_t line, std::uint32_t column
   return column - run.before - std::min(run.count, column - run.column + 1);
 }
 
-std::uint32_t FileTable::add(std::string_view name) {
-  files_.push_back({std::string(name), {}});
+std::uint32_t FileTable::add(std::string_view name, std::string_view path, std::string_view text) {
+  files_.push_back({std::string(name), std::string(path), text});
   return static_cast<std::uint32_t>(files_.size() - 1);
 }
 
@@ -67,9 +78,9 @@ Position FileTable::position(const SourceLocation& location) const {
   return {file, line, column, is_known ? files_[file].wide.character(line, column) : column};
 }
 
-Place FileTable::place(std::uint32_t file, const SourceRange& range) const {
-  return {position({range.first_line, range.first_column, file}),
-          position({range.last_line, range.last_column, file})};
+Place FileTable::place(const SourceSpan& span) const {
+  const SourceRange& range = span.range;
+  return {position(span.first()), position({range.last_line, range.last_column, span.file})};
 }
 
 Place FileTable::place(const SourceLocation& location) const {

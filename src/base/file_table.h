@@ -17,7 +17,7 @@ namespace zarel {
 class WideCharacters {
  public:
   // Notes the bytes of the text, which stands at this line and column, that only continue a
-  // character of UTF-8. Texts come in their order.
+  // character of UTF-8. Texts come in their order, and may come again.
   void note(std::string_view text, std::uint32_t line, std::uint32_t column);
 
   // The column in characters of the character that the byte at this column belongs to.
@@ -36,23 +36,27 @@ class WideCharacters {
 };
 
 struct ReadFile {
-  std::string name;    // as messages show it
-  WideCharacters wide;
+  std::string name;         // as messages show it
+  std::string path;         // empty for a text in memory
+  std::string_view text;    // that one
+  WideCharacters wide = {};
 };
 
 class FileTable {
  public:
-  // A file that is going to be read; returns its number, from 0. The addresses of entries stay.
-  std::uint32_t add(std::string_view name);
+  // A file that is going to be read, or a text in memory, which has to last; returns its number,
+  // from 0. The addresses of entries stay.
+  std::uint32_t add(std::string_view name, std::string_view path = {}, std::string_view text = {});
 
   std::size_t size() const { return files_.size(); }
+  const ReadFile& last() const { return files_.back(); }
   const ReadFile& operator[](std::uint32_t file) const { return files_[file]; }
   ReadFile& operator[](std::uint32_t file) { return files_[file]; }
 
-  // The same places with their columns in characters. A file that is none of the table's gives the
-  // column in bytes.
+  // The same places with their columns in characters. In a file that is none of the table's these
+  // are the columns in bytes.
   Position position(const SourceLocation& location) const;
-  Place place(std::uint32_t file, const SourceRange& range) const;
+  Place place(const SourceSpan& span) const;
   Place place(const SourceLocation& location) const;    // of its one character
 
  private:

@@ -24,6 +24,19 @@ struct SourceRange {
   std::uint32_t last_column;
 };
 
+// From the beginning of the one to the end of the other.
+constexpr SourceRange joined(const SourceRange& first, const SourceRange& last) {
+  return {first.first_line, first.first_column, last.last_line, last.last_column};
+}
+
+// A range in one of the files that were read.
+struct SourceSpan {
+  std::uint32_t file = kNoFile;
+  SourceRange range = {};
+
+  SourceLocation first() const { return {range.first_line, range.first_column, file}; }
+};
+
 // One character of a file; a column in bytes and the same column in characters, from 1.
 struct Position {
   std::uint32_t file = kNoFile;

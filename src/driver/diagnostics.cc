@@ -1,26 +1,37 @@
 #include "driver/diagnostics.h"
 
 #include <iostream>
-#include <utility>
+
+#include "model/run.h"
 
 namespace zarel {
 namespace {
 
-constinit thread_local ReportState* state_of_run = nullptr;
+// "name: line 3: ", with more around it after "-v".
+std::string shown_place(const ReportState& state, int line) {
+  if (state.ParserStateInternal) return "Internal parser invocation: ";
+  const FileTable& files = current_run().files;
+  const bool is_verbose = state.OptionVerbosity != 0;
+  std::string text;
+  if (is_verbose) text.append(state.WhoAmI).append(" (");
+  if (files.size() != 0 && !files.last().name.empty()) {
+    text.append(files.last().name).append(": ");
+  }
+  text.append("line ").append(std::to_string(line));
+  return text.append(is_verbose ? "): " : ": ");
+}
+
+int show_with_line(std::string_view message, int line) {
+  std::string text = shown_place(report_state(), line);
+  text.append(message).append(".\n");
+  standard_error() << text << std::flush;
+  return 0;
+}
 
 }    // namespace
 
 ReportState& report_state() {
-  return *state_of_run;
-}
-
-ReportState* set_report_state(ReportState* state) {
-  return std::exchange(state_of_run, state);
-}
-
-std::ostream& standard_output() {
-  std::ostream* const output = report_state().output;
-  return output != nullptr ? *output : std::cout;
+  return current_run().parts.get<ReportState>();
 }
 
 std::ostream& standard_error() {
@@ -28,31 +39,39 @@ std::ostream& standard_error() {
   return errors != nullptr ? *errors : std::cerr;
 }
 
-int yyerror(std::string_view message) {
-  const ReportState& state = report_state();
-  const bool is_verbose = state.OptionVerbosity != 0;
-  std::string line;
-  if (state.ParserStateInternal) {
-    line = "Internal parser invocation: ";
-  } else {
-    if (is_verbose) line += state.WhoAmI + " (";
-    if (!state.parser_file.empty()) line += state.parser_file + ": ";
-    line += "line " + std::to_string(state.parser_line);
-    if (is_verbose) line += ')';
-    line += ": ";
-  }
-  line.append(message).append(".\n");
-  standard_error() << line << std::flush;
-  return 0;
+void show_findings(std::ostream& output, std::ostream& errors) {
+  Run& run = current_run();
+  run.output = &output;
+  run.findings.sink = show;
+  report_state().errors = &errors;
 }
 
-void report_counted_error(std::string_view message) {
-  yyerror(message);
-  ++report_state().parser_errors;
+void show(const Diagnostic& finding) {
+  switch (kind_of(finding.code).shown) {
+    case Shown::kWithLine:
+      // The message shows the last place that was read.
+      if (finding.code == Code::kUnsafeRule) report_state().ParserStateInternal = false;
+      show_with_line(finding.text, finding.parser_line);
+      standard_error() << finding.detail;
+      break;
+    case Shown::kAlone:
+      standard_output() << finding.detail;
+      standard_error() << finding.text << '\n';
+      break;
+    case Shown::kAsOutput:
+      standard_output() << finding.text;
+      break;
+    case Shown::kNever:
+      break;
+  }
+}
+
+int yyerror(std::string_view message) {
+  return show_with_line(message, current_run().findings.parser_line);
 }
 
 void SafeExit(int status) {
-  throw RunEnd{status};
+  end_run(status);
 }
 
 void InternalError(std::string_view text) {

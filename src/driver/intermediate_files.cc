@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "driver/diagnostics.h"
-#include "driver/program_text.h"
 #include "model/program.h"
+#include "zarel/program_text.h"
 
 namespace zarel {
 namespace {

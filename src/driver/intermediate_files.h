@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "driver/input_file.h"
+#include "zarel/input_file.h"
 
 namespace zarel {
 

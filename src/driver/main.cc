@@ -10,14 +10,14 @@
 #include "driver/diagnostics.h"
 #include "driver/intermediate_files.h"
 #include "driver/options.h"
-#include "driver/phases.h"
+#include "driver/rewriting.h"
 #include "driver/solver_call.h"
 #include "driver/solver_guard.h"
 #include "model/predicate_table.h"
 #include "model/run.h"
 #include "output/answer_set_reader.h"
 #include "output/display_settings.h"
-#include "templates/linking.h"
+#include "zarel/phases.h"
 
 namespace zarel {
 namespace {
@@ -91,6 +91,7 @@ int run(std::span<char* const> arguments) {
 int run_to_status(std::span<char* const> arguments) {
   Run whole;
   const Run::Scope scope(whole);
+  show_findings(std::cout, std::cerr);
   try {
     return run(arguments);
   } catch (const RunEnd& end) {

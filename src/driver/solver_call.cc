@@ -10,7 +10,7 @@
 #include "driver/diagnostics.h"
 #include "driver/intermediate_files.h"
 #include "driver/solver_process.h"
-#include "model/program.h"
+#include "model/run.h"
 #include "output/answer_set_reader.h"
 
 namespace zarel {
@@ -71,7 +71,7 @@ void solve(const std::string& command) {
   const HeldMessages messages;
   SolverProcess solver(command);
   if (output.is_open()) {
-    report_state().parser_line = 1;
+    current_run().findings.parser_line = 1;
     read_answer_sets(output.handle(), [&solver] { return solver.may_write(); });
   }
   solver.finish();

@@ -1,5 +1,7 @@
 #include "frames/frame_rule.h"
 
+#include "frames/frame_source.h"
+
 namespace zarel {
 
 std::vector<std::string> FRAME_HEAD::toStrings() const {
@@ -48,7 +50,7 @@ std::vector<CLAUSET> FRAME_RULE::standardize(const FrameContext& context) const 
   if (body_) body = body_->standardize(context);
   if (head_) return frame_rule_clauses(*head_, &*body, context);
   std::vector<CLAUSET> clauses;
-  if (body) clauses.emplace_back(Constraint(*body), context.location);
+  if (body) clauses.emplace_back(Constraint(*body), frame_source());
   return clauses;
 }
 
@@ -58,7 +60,7 @@ std::vector<CLAUSET> frame_rule_clauses(const FRAME_HEAD& head, const Body* body
   for (const Head& statement : head.standardize(context)) {
     Rule rule;
     rule.init(&statement, body);
-    clauses.emplace_back(std::move(rule), context.location);
+    clauses.emplace_back(std::move(rule), frame_source());
   }
   return clauses;
 }

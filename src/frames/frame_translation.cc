@@ -3,6 +3,7 @@
 #include <string>
 
 #include "frames/frame_encoding.h"
+#include "frames/frame_source.h"
 #include "frames/frame_walk.h"
 #include "model/program.h"
 
@@ -11,12 +12,12 @@ namespace {
 
 using Type = PREDICATE_NAMETS::TYPE;
 
-void add_rule(const ATOMT& head_atom, const Body& body, const SourceLocation& location) {
+void add_rule(const ATOMT& head_atom, const Body& body) {
   Head head;
   head.add(head_atom);
   Rule rule;
   rule.init(&head, &body);
-  CLAUSES().emplace_back(std::move(rule), location);
+  CLAUSES().emplace_back(std::move(rule), frame_source());
 }
 
 ATOMT auxiliary_atom(const char* stem, std::uint32_t number, const std::vector<TERMT>& variables) {
@@ -79,7 +80,7 @@ class CollectLiterals {
                      variables_.begin() + static_cast<std::ptrdiff_t>(closed.first_variable),
                      variables_.end());
     const ATOMT auxiliary = auxiliary_atom("aaa", closed.number, variables);
-    add_rule(auxiliary, body_of(closed.literals), context_.location);
+    add_rule(auxiliary, body_of(closed.literals));
     lists_.back().literals.push_back({auxiliary, true});
   }
 
@@ -133,14 +134,13 @@ ATOMT newHeadAuxAtom(const FRAME& frame, const FrameContext& context) {
   const ATOMT auxiliary = auxiliary_atom("faa", FRAME::nextAuxAtom()++, variables_of(frame));
   Body body;
   body.add({auxiliary, false});
-  for (const Literal& literal : to_literals(frame, context))
-    add_rule(literal.atom, body, context.location);
+  for (const Literal& literal : to_literals(frame, context)) add_rule(literal.atom, body);
   return auxiliary;
 }
 
 ATOMT newNegationAuxAtom(const FRAME& frame, const FrameContext& context) {
   const ATOMT auxiliary = auxiliary_atom("faa", FRAME::nextAuxAtom()++, variables_of(frame));
-  add_rule(auxiliary, body_of(to_literals(frame, context)), context.location);
+  add_rule(auxiliary, body_of(to_literals(frame, context)));
   return auxiliary;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 // frame_translation.h - frames into literals, and into auxiliary rules where one literal cannot say
-// it. The rules go straight to CLAUSES.
+// it. The rules go straight to CLAUSES,
+// as what comes from the frame that the run works on.
 
 #include <vector>
 
@@ -13,7 +14,6 @@ namespace zarel {
 struct FrameContext {
   bool is_higher_order;
   bool is_in_template;
-  SourceLocation location;    // of the statement, for the auxiliary rules
 };
 
 enum class FramePosition { kHead = 0, kBody = 1 };

@@ -44,7 +44,7 @@ ATOMT::ATOMT(const INVOCATIONATOM& invocation)
       InvocationPayload{names().intern(invocation.name),
                         storage.store(std::span<const TERMT>(invocation.outputTerms)),
                         storage.store(std::span<const ATOMT>(invocation.actuals.positive())),
-                        invocation.expansion_key});
+                        invocation.expansion_key, invocation.written});
 }
 
 ATOMT ATOMT::external(std::string_view name, std::span<const TERMT> bracketed,

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/place.h"
 #include "model/literal.h"
 #include "model/predicate_table.h"
 #include "model/program_storage.h"
@@ -113,6 +114,7 @@ struct InvocationPayload {
   StoredList<TERMT> terms;
   StoredList<ATOMT> actuals;
   std::uint32_t expansion_key;    // the invocation's
+  SourceSpan written;             // no part of what it means
 };
 
 struct EXTERNAL_ATOM {

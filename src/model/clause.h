@@ -6,9 +6,9 @@
 #include <utility>
 #include <variant>
 
-#include "base/place.h"
 #include "model/atom.h"
 #include "model/literal.h"
+#include "model/origin.h"
 #include "model/program_storage.h"
 
 namespace zarel {
@@ -119,18 +119,18 @@ class CLAUSET {
   enum class Kind : std::uint32_t { kRule = 0, kMaxint = 1, kConstraint = 2, kWeakConstraint = 3 };
   using Payload = std::variant<Rule, TERMT, Constraint, WeakConstraint>;
 
-  CLAUSET(Payload payload, const SourceLocation& location)
-      : payload_(std::move(payload)), location_(location) {}
+  CLAUSET(Payload payload, const ClauseSource& source)
+      : payload_(std::move(payload)), source_(source) {}
 
   Kind kind() const { return static_cast<Kind>(payload_.index()); }
   const Payload& payload() const { return payload_; }
   Payload& payload() { return payload_; }
   const Rule& rule() const { return *std::get_if<Rule>(&payload_); }    // only for rules
-  const SourceLocation& location() const { return location_; }
+  const ClauseSource& source() const { return source_; }
 
  private:
   Payload payload_;
-  SourceLocation location_;
+  ClauseSource source_;
 };
 static_assert(sizeof(CLAUSET) == 40);
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-#include "driver/diagnostics.h"
+#include "model/report.h"
 #include "model/template_records.h"
 
 namespace zarel {
@@ -67,8 +67,8 @@ std::string getNameAtomLabeled(std::string_view name) {
 
 void check_template_name(std::string_view name) {
   if (name.find_first_of("\"(") == std::string_view::npos) return;
-  std::string message = "a predicate or attribute in a template must be a plain name, not ";
-  report_counted_error(message.append(name));
+  std::string text = "a predicate or attribute in a template must be a plain name, not ";
+  report(Code::kQuotedTemplateName, text.append(name));
 }
 
 std::string_view getName(std::string_view name) {

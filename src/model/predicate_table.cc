@@ -1,10 +1,10 @@
 #include "model/predicate_table.h"
 
-#include <ostream>
+#include <string>
 
-#include "driver/diagnostics.h"
 #include "model/atom.h"
 #include "model/names.h"
+#include "model/report.h"
 #include "model/run.h"
 
 namespace zarel {
@@ -13,16 +13,17 @@ namespace {
 using Type = PREDICATE_NAMETS::TYPE;
 
 [[noreturn]] void end_for_arity(std::string_view name, std::uint32_t first, std::uint32_t now) {
-  standard_error() << name << ", first used with arity " << first << ", now seen with arity " << now
-                   << ".\n";
-  SafeExit(1);
+  std::string text(name);
+  text.append(", first used with arity ").append(std::to_string(first));
+  text.append(", now seen with arity ").append(std::to_string(now)).append(".");
+  report_and_end(Code::kArityClash, text);
 }
 
 [[noreturn]] void end_for_role(std::string_view name, std::string_view first,
                                std::string_view now) {
-  standard_error() << name << ", first used as " << first << " predicate, now seen as " << now
-                   << " predicate.\n";
-  SafeExit(1);
+  std::string text(name);
+  text.append(", first used as ").append(first).append(" predicate, now seen as ");
+  report_and_end(Code::kRoleClash, text.append(now).append(" predicate."));
 }
 
 }    // namespace
@@ -61,7 +62,11 @@ std::uint32_t PredicateTable::enter_invocation(NameId name, std::uint32_t arity,
   Entry& entry = entries_[predicate];
   const bool is_invocation = entry.type == Type::kInvocation;
   if (arity != entry.arity && is_invocation) end_for_arity(template_name, entry.arity, arity);
-  if (arity != entry.arity || !(is_invocation || entry.type == Type::kUnknown)) SafeExit(1);
+  if (arity != entry.arity || !(is_invocation || entry.type == Type::kUnknown)) {
+    std::string text = "the name of the template ";
+    text.append(template_name).append(" has another use");
+    report_and_end(Code::kMarkerClash, text);
+  }
   entry.type = Type::kInvocation;
   return predicate;
 }

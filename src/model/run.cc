@@ -24,13 +24,10 @@ Run::Run(const RunOptions& chosen) : options(chosen) {
   register_builtins();
 }
 
-Run::Scope::Scope(Run& run)
-    : run_before_(std::exchange(run_of_thread, &run)),
-      report_before_(set_report_state(&run.report)) {}
+Run::Scope::Scope(Run& run) : run_before_(std::exchange(run_of_thread, &run)) {}
 
 Run::Scope::~Scope() {
   run_of_thread = run_before_;
-  set_report_state(report_before_);
 }
 
 Run& current_run() {

@@ -13,15 +13,19 @@
 #include <string>
 #include <vector>
 
-#include "driver/diagnostics.h"
+#include "base/diagnostic.h"
+#include "base/file_table.h"
+#include "base/line_map.h"
 #include "model/clause.h"
 #include "model/function_term_table.h"
 #include "model/generic_names.h"
 #include "model/name_table.h"
 #include "model/namespaces.h"
+#include "model/origin.h"
 #include "model/predicate_table.h"
 #include "model/program.h"
 #include "model/program_storage.h"
+#include "model/report.h"
 #include "model/term.h"
 
 namespace zarel {
@@ -31,6 +35,14 @@ struct RunOptions {
   bool links_templates = false;
   bool has_higher_order = true;    // predicates may be variables: see OptionHigherOrder()
   bool has_frame_logic = true;
+};
+
+// What was found wrong, and what the established messages show of the reading.
+struct Findings {
+  DiagnosticSink sink;             // takes findings at once; none: they are kept
+  std::vector<Diagnostic> kept;    // in their order
+  int parser_line = 0;             // the line that messages show; the scanners advance it
+  int parser_errors = 0;           // errors that keep the program from being solved
 };
 
 // Tables of the folders above the model: each knows its own type alone.
@@ -83,12 +95,15 @@ struct Run {
 
    private:
     Run* run_before_;
-    ReportState* report_before_;
   };
 
   // In the order in which they are made: what stands below may point into what stands above.
   RunOptions options;
-  ReportState report;
+  std::ostream* output = nullptr;    // see standard_output()
+  FileTable files;                   // that were read
+  OriginTable origins;
+  Findings findings;
+  Work work;
   ProgramStorage storage;
   NameTable names;
   PredicateTable predicates;
@@ -102,7 +117,10 @@ struct Run {
   int template_labels = 0;    // cont()
   std::vector<CLAUSET> clauses;
   std::vector<Body> queries;
+  std::vector<SourceLocation> query_places;
   std::vector<std::string> includes;
+  std::vector<SourceLocation> include_places;
+  LineMap verbatim_lines;    // of what went to the verbatim sections
   NameList globals;
   NameList atom_globals;
   int generated_clauses = 0;    // nclause()

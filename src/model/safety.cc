@@ -1,11 +1,11 @@
 #include "model/safety.h"
 
 #include <algorithm>
-#include <ostream>
+#include <string>
 #include <unordered_set>
 
-#include "driver/diagnostics.h"
 #include "model/names.h"
+#include "model/report.h"
 
 namespace zarel {
 namespace {
@@ -60,34 +60,41 @@ class BoundVariables {
     return !term.is_variable() || bound_.count(term.index()) != 0;
   }
 
-  bool cover(std::span<const TERMT> terms) const {
-    return std::all_of(terms.begin(), terms.end(),
-                       [this](const TERMT& term) { return covers(term); });
+  // The first variable that is not bound; null without one.
+  const TERMT* uncovered(std::span<const TERMT> terms) const {
+    for (const TERMT& term : terms) {
+      if (!covers(term)) return &term;
+    }
+    return nullptr;
   }
 
  private:
   std::unordered_set<std::uint32_t> bound_;
 };
 
-bool is_safe_aggregate(const AGGREGATEPREDT& aggregate, const BoundVariables& outside) {
-  if (!outside.covers(aggregate.lower.term) || !outside.covers(aggregate.upper.term)) return false;
+const TERMT* unsafe_in_aggregate(const AGGREGATEPREDT& aggregate, const BoundVariables& outside) {
+  if (!outside.covers(aggregate.lower.term)) return &aggregate.lower.term;
+  if (!outside.covers(aggregate.upper.term)) return &aggregate.upper.term;
   const std::span<const Literal> body = aggregate.body.elements();
   const BoundVariables inside(body);
-  return std::all_of(body.begin(), body.end(), [&](const Literal& literal) {
-    if (is_binding(literal)) return true;
-    const std::span<const TERMT> terms = literal.atom.terms();
-    return std::all_of(terms.begin(), terms.end(), [&](const TERMT& term) {
-      return outside.covers(term) || inside.covers(term);
-    });
-  });
+  for (const Literal& literal : body) {
+    if (is_binding(literal)) continue;
+    for (const TERMT& term : literal.atom.terms()) {
+      if (!outside.covers(term) && !inside.covers(term)) return &term;
+    }
+  }
+  return nullptr;
 }
 
-bool is_safe_body(std::span<const Literal> body, const BoundVariables& bound) {
-  return std::all_of(body.begin(), body.end(), [&](const Literal& literal) {
-    if (is_binding(literal)) return true;
-    return literal.atom.is_aggregate() ? is_safe_aggregate(literal.atom.aggregate(), bound)
-                                       : bound.cover(literal.atom.terms());
-  });
+const TERMT* unsafe_in_body(std::span<const Literal> body, const BoundVariables& bound) {
+  for (const Literal& literal : body) {
+    if (is_binding(literal)) continue;
+    const TERMT* const unsafe = literal.atom.is_aggregate()
+                                    ? unsafe_in_aggregate(literal.atom.aggregate(), bound)
+                                    : bound.uncovered(literal.atom.terms());
+    if (unsafe != nullptr) return unsafe;
+  }
+  return nullptr;
 }
 
 }    // namespace
@@ -106,16 +113,21 @@ template <>
 bool Body::isSafe() const {
   BoundVariables bound(positive_);
   bound.add(negated_);
-  return is_safe_body(positive_, bound) && is_safe_body(negated_, bound);
+  return unsafe_in_body(positive_, bound) == nullptr && unsafe_in_body(negated_, bound) == nullptr;
+}
+
+std::optional<TERMT> unsafe_variable(const Rule& rule) {
+  const BoundVariables bound(rule.body());
+  for (const ATOMT& atom : rule.head()) {
+    if (const TERMT* const unsafe = bound.uncovered(atom.terms())) return *unsafe;
+  }
+  if (const TERMT* const unsafe = unsafe_in_body(rule.body(), bound)) return *unsafe;
+  return std::nullopt;
 }
 
 template <>
 bool Rule::isSafe() const {
-  const BoundVariables bound(body());
-  const std::span<const ATOMT> atoms = head();
-  const bool is_head_safe = std::all_of(
-      atoms.begin(), atoms.end(), [&](const ATOMT& atom) { return bound.cover(atom.terms()); });
-  return is_head_safe && is_safe_body(body(), bound);
+  return !unsafe_variable(*this);
 }
 
 void control_of_arity(const ATOMT& atom) {
@@ -123,10 +135,11 @@ void control_of_arity(const ATOMT& atom) {
   const auto known = ATOMT::Predicates().find(name);
   const std::size_t arity = atom.terms().size();
   if (!known || ATOMT::Predicates().arity(*known) == arity) return;
-  standard_error() << name << " is a global predicate first used with arity "
-                   << ATOMT::Predicates().arity(*known) << ", now seen with arity " << arity
-                   << ".\n";
-  SafeExit(1);
+  std::string text(name);
+  text.append(" is a global predicate first used with arity ");
+  text.append(std::to_string(ATOMT::Predicates().arity(*known)));
+  text.append(", now seen with arity ").append(std::to_string(arity)).append(".");
+  report_and_end(Code::kGlobalArity, text);
 }
 
 int nAsterisk(const ATOMT& atom) {

@@ -2,6 +2,8 @@
 // safety.h - whether every variable of a rule is bound by its body, and two small tests of atoms
 // that templates use.
 
+#include <optional>
+
 #include "model/clause.h"
 
 namespace zarel {
@@ -15,6 +17,9 @@ template <>
 bool Body::isSafe() const;
 template <>
 bool Rule::isSafe() const;
+
+// The first variable of the rule that would have to be bound and is not; nothing when it is safe.
+std::optional<TERMT> unsafe_variable(const Rule& rule);
 
 // Ends the run with status 1 and a message when a predicate of the atom's name without prefix is
 // known with another arity.

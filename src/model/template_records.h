@@ -29,6 +29,7 @@ struct DEFINITIONATOM {
   std::uint32_t sequence_number;
   std::unordered_set<NameId> globals = {};    // the names behind its own GLOBAL
   NameId frame_space = {};                    // the default one where it stands
+  SourceSpan head = {};                       // where that is written
 };
 
 // What an actual predicate stands for; only linked templates look at it.
@@ -45,6 +46,8 @@ struct INVOCATIONATOM {
   std::vector<ActualOrigin> origins = {};    // one for each actual predicate
   std::uint32_t expansion_key = 0;           // tells linked invocations of one text apart; else 0
   std::uint32_t level = 0;                   // how many expansions it is nested in
+  SourceSpan written = {};                   // its place
+  OriginId origin = OriginId::kWritten;      // of the clause that it stands in
 };
 
 }    // namespace zarel

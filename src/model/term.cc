@@ -4,8 +4,8 @@
 #include <unordered_set>
 
 #include "base/characters.h"
-#include "driver/diagnostics.h"
 #include "model/function_term_table.h"
+#include "model/report.h"
 
 namespace zarel {
 namespace {
@@ -70,7 +70,7 @@ std::vector<TERMT> newTERMTS(const TERMT& a, const TERMT* b, const TERMT* c) {
 
 std::string_view getVariableName(std::uint32_t number) {
   const std::optional<NameId> name = Variables().name_of(number);
-  if (!name) SafeExit(1);
+  if (!name) end_run(1);
   return names().spelling(*name);
 }
 

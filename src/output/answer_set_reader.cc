@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "base/parser_stacks.h"
-#include "driver/diagnostics.h"
+#include "model/run.h"
 #include "output/answer_set_builder.h"
 #include "output/scanner_input.h"
 #include "output_grammar.h"
@@ -14,6 +14,15 @@ namespace zarel {
 namespace {
 
 constexpr int kMemoryExhausted = 2;
+
+// As the established texts have it.
+constexpr std::string_view kUnreadable = "can't open input";
+constexpr std::string_view kExhausted = "memory exhausted";
+
+Code code_of(std::string_view message) {
+  if (message == kUnreadable) return Code::kUnreadableAnswers;
+  return message == kExhausted ? Code::kAnswersTooDeep : Code::kAnswerSyntax;
+}
 
 // Everything that one reading makes, gone at its end, whichever way it ends.
 class Reading {
@@ -38,7 +47,7 @@ class Reading {
  private:
   void report_exhaustion() {
     builder_.print_completed();
-    output_yyerror("memory exhausted");
+    output_yyerror(kExhausted);
   }
 
   AnswerSetBuilder builder_;
@@ -61,7 +70,7 @@ int read_answer_sets(std::string_view text) {
 }
 
 void output_yyerror(std::string_view message) {
-  yyerror(message);
+  report({code_of(message), {}, std::string(message)});
 }
 
 }    // namespace zarel

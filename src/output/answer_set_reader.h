@@ -13,7 +13,7 @@ using HasGrown = std::function<bool()>;
 
 // Reads answer sets, lists of terms and best-model blocks until the end of an open file or pipe of
 // which nothing was read through its buffer, and prints each to standard_output() once it is
-// complete, as display_settings() say. Advances report_state().parser_line by the lines read; the
+// complete, as display_settings() say. Advances the run's parser_line by the lines read; the
 // caller sets it before. Returns 0; after a "syntax error" 1 and after "memory exhausted" 2,
 // reported with output_yyerror, what was complete before having been printed. An input that cannot
 // be read at all is reported as "can't open input" and throws the run's end with status 0. A later
@@ -22,10 +22,10 @@ using HasGrown = std::function<bool()>;
 int read_answer_sets(std::FILE* in, HasGrown grown = {});
 
 // The same for text in memory. A reading keeps nothing behind, and shares nothing with another one
-// but what it prints to and report_state().
+// but the run.
 int read_answer_sets(std::string_view text);
 
-// Reports the message with yyerror, which adds the place. Counts nothing.
+// Reports the message to the run. Counts nothing.
 void output_yyerror(std::string_view message);
 
 }    // namespace zarel

@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "driver/diagnostics.h"
+#include "model/report.h"
 
 namespace zarel {
 namespace {

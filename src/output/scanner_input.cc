@@ -8,7 +8,7 @@
 #include <unistd.h>
 #include <utility>
 
-#include "driver/diagnostics.h"
+#include "model/report.h"
 #include "output_grammar.h"
 #define YYSTYPE OUTPUT_YYSTYPE    // the scanner's header knows the value type by this name alone
 #include "output_scanner.h"
@@ -24,7 +24,7 @@ constexpr int kLongToken = 64 * 1024;
 // Whether a file can be read shows when it is.
 [[noreturn]] void end_unread() {
   output_yyerror("can't open input");
-  SafeExit(0);
+  end_run(0);
 }
 
 // The generator names its functions without their prefix. Its messages carry the names that callers
@@ -74,7 +74,7 @@ int ScannerInput::read_some(std::FILE* in, char* into, int room) {
 }
 
 int ScannerInput::read_piece(std::FILE* in, char* into, int room, int held) {
-  if (!builder_->print_completed()) SafeExit(1);
+  if (!builder_->print_completed()) end_run(1);
   const int wanted = held > kLongToken ? std::min(held, room) : 1;
   int total = 0;
   while (total < wanted) {
@@ -87,8 +87,7 @@ int ScannerInput::read_piece(std::FILE* in, char* into, int room, int held) {
 
 void ScannerInput::end_scanning(const char* message) {
   builder_->print_completed();
-  standard_error() << with_established_names(message) << '\n' << std::flush;
-  SafeExit(2);
+  report_and_end({Code::kAnswerScanner, {}, with_established_names(message)}, 2);
 }
 
 }    // namespace zarel

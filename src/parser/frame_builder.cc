@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "driver/diagnostics.h"
 #include "functions/function_terms.h"
 #include "model/printer.h"
+#include "model/report.h"
 
 namespace zarel {
 namespace {
@@ -39,7 +39,7 @@ FrameTerm FrameBuilder::function(const TERMT& placeholder) {
 
 ATTRIBUTE FrameBuilder::with_value(const ATTRIBUTE& label, ARROW arrow, const FRAME& value) {
   if (is_negated_frame(value)) {
-    report_counted_error("You cannot have a negated frame for the value of an attribute");
+    report(Code::kNegatedValue, "You cannot have a negated frame for the value of an attribute");
   }
   return saying(label, arrow, program_storage().store(std::span<const FRAME>(&value, 1)));
 }
@@ -48,7 +48,7 @@ ATTRIBUTE FrameBuilder::with_values(const ATTRIBUTE& label, ARROW arrow, ValuesM
   const StoredList<FRAME> list = program_storage().store(values_.take(values));
   for (const FRAME& value : list.elements()) {
     if (is_negated_frame(value))
-      report_counted_error("You cannot a negated frame for the value of an attribute");
+      report(Code::kNegatedValue, "You cannot a negated frame for the value of an attribute");
   }
   return saying(label, arrow, list);
 }
@@ -80,7 +80,7 @@ FRAME FrameBuilder::in_space(FRAME molecule, NameId frame_space) {
   const std::string_view space = names().spelling(frame_space);
   if (space.starts_with('"')) {
     std::string message = "the frame space of a frame must be a name without quotes, not ";
-    report_counted_error(message.append(space));
+    report(Code::kQuotedFrameSpace, message.append(space));
   }
   molecule.set_framespace(frame_space);
   return molecule;
@@ -88,7 +88,7 @@ FRAME FrameBuilder::in_space(FRAME molecule, NameId frame_space) {
 
 FRAME FrameBuilder::checked(const FRAME& frame) {
   if (frame.subject().is_negated() && frame.has_true_negation()) {
-    report_counted_error("You cannot have a nested true negation in frame definition");
+    report(Code::kNestedNegation, "You cannot have a nested true negation in frame definition");
   }
   return frame;
 }

@@ -3,9 +3,11 @@
 %define parse.error simple
 %locations
 %define api.pure full
+%define api.location.type {zarel::SourceRange}
 %define lr.type ielr
 %param {void* scanner}
 %parse-param {zarel::ParserStacks& stacks} {zarel::ProgramBuilder& build}
+%initial-action { @$ = {1, 1, 1, 1}; }
 %expect 0
 
 %code requires {
@@ -14,29 +16,28 @@
 }
 
 %code {
-#include "driver/diagnostics.h"
 #include "parser/scanner_actions.h"
 
-int yylex(YYSTYPE* value, YYLTYPE* location, void* scanner);
+int yylex(YYSTYPE* value, zarel::SourceRange* location, void* scanner);
 zarel::ScannerActions* yyget_extra(void* scanner);
 
 namespace {
-int yyerror(const YYLTYPE* /*location*/, void* /*scanner*/, zarel::ParserStacks& /*stacks*/,
-            zarel::ProgramBuilder& /*build*/, const char* message) {
-  return zarel::yyerror(message);
+void yyerror(const zarel::SourceRange* place, void* /*scanner*/, zarel::ParserStacks& /*stacks*/,
+             zarel::ProgramBuilder& build, const char* message) {
+  build.at(*place).parser_failed(message);
 }
 }  // namespace
 
+// It may be moved: places are plain numbers.
+#define YYLTYPE_IS_TRIVIAL 1
 // The stack is on the heap, and this deep: some three million nested terms.
 #define YYMAXDEPTH 8000000
 #define YYMALLOC stacks.allocate
 #define YYFREE stacks.release
 
-// A place in the file that the scanner reads.
-#define PLACE(location) yyget_extra(scanner)->place((location).first_line, (location).first_column)
-
-// A construct stands where its first token does.
-#define YYLLOC_DEFAULT(Current, Rhs, Count) ((Current) = YYRHSLOC(Rhs, (Count) != 0 ? 1 : 0))
+// A construct stands from its first token to its last. The builder is told before the action.
+#define YYLLOC_DEFAULT(Current, Rhs, Count) \
+  build.at((Current) = zarel::joined(YYRHSLOC(Rhs, (Count) != 0 ? 1 : 0), YYRHSLOC(Rhs, Count)))
 
 using zarel::AggregateFunction;
 using zarel::BUILTIN;
@@ -117,9 +118,9 @@ program
 
 statement
   : template_head LBRACE clauses RBRACE       { build.close_template(); }
-  | body QUERY_MARK                           { if (!build.query($body, PLACE(@$))) YYERROR; }
-  | MAXINT EQUAL NUMBER DOT                   { build.maxint_directive($NUMBER, PLACE(@$)); }
-  | MAXINT EQUAL no_number DOT                { build.maxint_directive($no_number, PLACE(@$)); }
+  | body QUERY_MARK                           { if (!build.query($body)) YYERROR; }
+  | MAXINT EQUAL NUMBER DOT                   { build.maxint_directive($NUMBER); }
+  | MAXINT EQUAL no_number DOT                { build.maxint_directive($no_number); }
   | INCLUDE name                              { build.include_line($name); }
   | INCLUDE LT name GT                        { build.include_library_line($name); }
   | NAMESPACE LPAREN name[prefix] COMMA name[uri] RPAREN
@@ -129,13 +130,13 @@ statement
   ;
 
 clause
-  : FLAT_FACT                                 { build.flat_fact($FLAT_FACT, PLACE(@$)); }
-  | head DOT                                  { build.fact(PLACE(@$)); }
-  | closed_head body DOT                      { build.rule($body, PLACE(@$)); }
+  : FLAT_FACT                                 { build.flat_fact($FLAT_FACT); }
+  | head DOT                                  { build.fact(); }
+  | closed_head body DOT                      { build.rule($body); }
   | called_name LPAREN integer_term[first] DOT DOT integer_term[last] RPAREN DOT
-                                              { build.range_fact($called_name, $first, $last, PLACE(@$)); }
-  | IMPLIES body DOT                          { build.constraint($body, PLACE(@$)); }
-  | WEAK_IMPLIES body DOT cost                { build.weak_constraint($body, $cost, PLACE(@$)); }
+                                              { build.range_fact($called_name, $first, $last); }
+  | IMPLIES body DOT                          { build.constraint($body); }
+  | WEAK_IMPLIES body DOT cost                { build.weak_constraint($body, $cost); }
   ;
 
 /* Template definitions */
@@ -226,7 +227,7 @@ output_term
 /* Heads and bodies */
 
 closed_head
-  : head IMPLIES       { build.close_head(PLACE(@$)); }
+  : head IMPLIES       { build.close_head(); }
   ;
 
 head
@@ -237,7 +238,7 @@ head
   ;
 
 open_head
-  : head or            { build.next_disjunct(PLACE(@$)); }
+  : head or            { build.next_disjunct(); }
   ;
 
 or
@@ -248,10 +249,10 @@ or
 
 body
   : item                       { $$ = build.first_literal($item); }
-  | frame_literal              { $$ = build.first_frame($frame_literal, PLACE(@$)); }
+  | frame_literal              { $$ = build.first_frame($frame_literal); }
   | body[list] COMMA item      { $$ = build.next_literal($list, $item); }
   | body[list] COMMA frame_literal
-                               { $$ = build.next_frame($list, $frame_literal, PLACE(@frame_literal)); }
+                               { $$ = build.at(@frame_literal).next_frame($list, $frame_literal); }
   ;
 
 item
@@ -262,10 +263,10 @@ item
 
 conjunction
   : simple_item                          { $$ = build.first_literal($simple_item); }
-  | frame_literal                        { $$ = build.first_frame($frame_literal, PLACE(@$)); }
+  | frame_literal                        { $$ = build.first_frame($frame_literal); }
   | conjunction[list] COMMA simple_item  { $$ = build.next_literal($list, $simple_item); }
   | conjunction[list] COMMA frame_literal
-                                         { $$ = build.next_frame($list, $frame_literal, PLACE(@frame_literal)); }
+                                         { $$ = build.at(@frame_literal).next_frame($list, $frame_literal); }
   ;
 
 simple_item
@@ -288,7 +289,7 @@ simple_item
   | value EQUAL operand[a] arithmetic operand[b]
                                { $$ = build.builtin($arithmetic, build.terms($a, $b, $value)); }
   | MAXINT EQUAL operand[a] arithmetic operand[b]
-                               { $$ = build.builtin($arithmetic, build.terms($a, $b, build.maxint_term())); }
+                               { $$ = build.builtin($arithmetic, build.terms($a, $b, build.at(@MAXINT).maxint_term())); }
   ;
 
 equality
@@ -512,7 +513,7 @@ integer_term
 
 guarded
   : value EQUAL aggregate              { $$ = build.left_equal($value, $aggregate); }
-  | MAXINT EQUAL aggregate             { $$ = build.left_equal(build.maxint_term(), $aggregate); }
+  | MAXINT EQUAL aggregate             { $$ = build.left_equal(build.at(@MAXINT).maxint_term(), $aggregate); }
   | other_term EQUAL aggregate         { $$ = build.left_equal($other_term, $aggregate); }
   | aggregate EQUAL term               { $$ = build.right_equal($aggregate, $term); }
   | term less aggregate                { $$ = build.left_guarded($term, $less, $aggregate); }

@@ -2,20 +2,20 @@
 
 #include <algorithm>
 
-#include "driver/diagnostics.h"
+#include "model/report.h"
 
 namespace zarel {
 
 TERMT IntegerBounds::integer(std::uint32_t value) {
   if (MaxInteger_ != kNone && value > MaxInteger_)
-    report_counted_error("number outside of given integer range");
+    report(Code::kMaxintExceeded, "number outside of given integer range");
   MaxIntegerSeen_ = std::max(MaxIntegerSeen_, std::int64_t{value});
   return TERMT::integer(static_cast<std::int32_t>(value));
 }
 
 TERMT IntegerBounds::maxint() {
   if (MaxInteger_ == kNone) {
-    report_counted_error("#maxint used but no upper integer bound (option -N) given");
+    report(Code::kMaxintUnknown, "#maxint used but no upper integer bound (option -N) given");
     MaxInteger_ = 0;
   }
   return TERMT::integer(static_cast<std::int32_t>(MaxInteger_));
@@ -23,17 +23,17 @@ TERMT IntegerBounds::maxint() {
 
 bool IntegerBounds::define(const TERMT& term) {
   if (MaxInteger_ != kNone) {
-    yyerror("Cannot redefine #maxint. Ignoring this definition");
+    report(Code::kMaxintRedefined, "Cannot redefine #maxint. Ignoring this definition");
     return false;
   }
   if (term.kind != TermKind::kInteger) {
-    report_counted_error("parse error in #maxint statement");
+    report(Code::kMaxintNoInteger, "parse error in #maxint statement");
     return true;
   }
   MaxInteger_ = term.value;
   if (MaxInteger_ < MaxIntegerSeen_) {
-    report_counted_error(
-        "#maxint must not be less than the maximum integer occurring in the input");
+    report(Code::kMaxintTooSmall,
+           "#maxint must not be less than the maximum integer occurring in the input");
   }
   return true;
 }

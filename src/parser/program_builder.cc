@@ -6,13 +6,12 @@
 #include <string>
 
 #include "base/characters.h"
-#include "driver/diagnostics.h"
 #include "frames/frame_rule.h"
 #include "functions/function_terms.h"
 #include "model/names.h"
 #include "model/namespaces.h"
 #include "model/printer.h"
-#include "model/program.h"
+#include "model/run.h"
 #include "parser/flat_fact.h"
 #include "templates/definitions.h"
 #include "templates/invocations.h"
@@ -44,7 +43,7 @@ std::uint32_t scaled_fraction(Number fraction) {
 TERMT scaled_weight(std::uint32_t whole, std::uint32_t fraction) {
   const std::uint64_t scaled = std::uint64_t{whole} * kWeightScale + fraction;
   if (scaled > std::numeric_limits<std::uint32_t>::max()) {
-    report_counted_error("weak constraint weight out of range");
+    report(Code::kWeightRange, "weak constraint weight out of range");
   }
   return TERMT::integer(static_cast<std::int32_t>(static_cast<std::uint32_t>(scaled)));
 }
@@ -59,21 +58,31 @@ void say_that_query_is_replaced(const Body& old_query, const Body& new_query) {
   append_list(line, new_query, ", ");
   line += " replaces ";
   append_list(line, old_query, ", ");
-  standard_output() << line.view() << ".\n";
+  line += ".\n";
+  Run& run = current_run();
+  report({Code::kReplacedQuery,
+          work_place(),
+          line.str(),
+          {{place_of(run.query_places.back()), "the query that it replaces"}}});
 }
 
 }    // namespace
 
-int ProgramBuilder::start_file() {
+void ProgramBuilder::start_file(std::uint32_t file) {
+  file_ = file;
+  work_ = {{file, {1, 1, 1, 1}}};
   spaces_.start_file();
   leave_template();
   end_statement();
-  return files_++;
+}
+
+void ProgramBuilder::parser_failed(std::string_view message) const {
+  report(message == kSyntaxError ? Code::kSyntaxError : Code::kInputTooDeep, std::string(message));
 }
 
 // What is left of a template body with an error in it is read as statements of the program.
 void ProgramBuilder::skipped_statement() {
-  ++report_state().parser_errors;
+  ++current_run().findings.parser_errors;
   leave_template();
   end_statement();
 }
@@ -91,7 +100,7 @@ TERMT ProgramBuilder::qualified_term(const NamePair& prefix_and_local) {
   }
   std::string message = "An URI with id '";
   message.append(names().spelling(prefix)).append("' does not exist");
-  report_counted_error(message);
+  report(Code::kUnknownPrefix, message);
   return newTERMT(local);
 }
 
@@ -99,8 +108,8 @@ NameId ProgramBuilder::disjunction_name() {
   return names().intern("v");
 }
 
-FrameContext ProgramBuilder::context(const SourceLocation& location) const {
-  return {OptionHigherOrder(), is_in_template_ && are_frames_local(), location};
+FrameContext ProgramBuilder::context() const {
+  return {OptionHigherOrder(), is_in_template_ && are_frames_local()};
 }
 
 std::vector<CLAUSET>& ProgramBuilder::clauses() {
@@ -118,7 +127,7 @@ ATOMT ProgramBuilder::plain_atom(NameId name, std::span<const TERMT> terms,
 }
 
 bool ProgramBuilder::allows_frame_space() const {
-  if (is_in_template_) yyerror(kSyntaxError);
+  if (is_in_template_) parser_failed(kSyntaxError);
   return !is_in_template_;
 }
 
@@ -135,7 +144,7 @@ ATOMT ProgramBuilder::atom(NameId name, NameId frame_space, Negation negation) {
 TERMT ProgramBuilder::function_term(NameId functor, TermsMark arguments) {
   if (const std::string_view name = names().spelling(functor); name.starts_with('"')) {
     std::string message = "a functor must be a name without quotes, not ";
-    report_counted_error(message.append(name));
+    report(Code::kQuotedFunctor, message.append(name));
   }
   return newFTERM(functor, terms_.take(arguments));
 }
@@ -216,12 +225,12 @@ Body* ProgramBuilder::next_literal(Body* body, const Literal& literal) {
   return body;
 }
 
-Body* ProgramBuilder::first_frame(const FRAME& frame, const SourceLocation& location) {
-  return next_frame(empty_body(), frame, location);
+Body* ProgramBuilder::first_frame(const FRAME& frame) {
+  return next_frame(empty_body(), frame);
 }
 
-Body* ProgramBuilder::next_frame(Body* body, const FRAME& frame, const SourceLocation& location) {
-  for (const Literal& literal : standardize(frame, FramePosition::kBody, context(location)))
+Body* ProgramBuilder::next_frame(Body* body, const FRAME& frame) {
+  for (const Literal& literal : standardize(frame, FramePosition::kBody, context()))
     body->add(literal);
   return body;
 }
@@ -232,22 +241,23 @@ FRAME ProgramBuilder::negated(FRAME frame) {
 }
 
 void ProgramBuilder::head_frame(const FRAME& frame) {
-  if (frame.has_nested_negation()) report_counted_error("You cannot have negation in head");
+  if (frame.has_nested_negation())
+    report(Code::kNegationInHead, "You cannot have negation in head");
   head_frame_ = frame;
 }
 
 // Before what follows is read: its predicates are recorded behind those of the frame.
-void ProgramBuilder::next_disjunct(const SourceLocation& location) {
+void ProgramBuilder::next_disjunct() {
   if (!head_frame_) return;
-  const auto literals = standardize(*head_frame_, FramePosition::kHead, context(location));
+  const auto literals = standardize(*head_frame_, FramePosition::kHead, context());
   for (const Literal& literal : literals) head_.add(literal.atom);
   head_frame_.reset();
 }
 
 // A frame alone stays one until the body is known: each of its statements then heads a clause of
 // its own.
-void ProgramBuilder::close_head(const SourceLocation& location) {
-  if (head_.size() != 0) next_disjunct(location);
+void ProgramBuilder::close_head() {
+  if (head_.size() != 0) next_disjunct();
 }
 
 TERMT ProgramBuilder::weight(Number whole) {
@@ -256,117 +266,128 @@ TERMT ProgramBuilder::weight(Number whole) {
 
 TERMT ProgramBuilder::weight(Number whole, Number fraction) {
   if (fraction.digit_count > kFractionDigits)
-    yyerror("Number has more precision than supported. Truncated");
+    report(Code::kWeightPrecision, "Number has more precision than supported. Truncated");
   return scaled_weight(whole.value, scaled_fraction(fraction));
 }
 
-TERMT ProgramBuilder::flat_term(std::string_view text) {
-  if (is_digit(text[0])) {
-    std::uint32_t value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return bounds_.integer(value);
-  }
+// An integer may be reported: it stands where it is in the fact, not where that is.
+TERMT ProgramBuilder::flat_integer(std::string_view digits, const TokenText& fact) {
+  std::uint32_t value = 0;
+  std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  const SourceRange whole = work_.span.range;
+  const auto begin = static_cast<std::uint32_t>(digits.data() - fact.begin) + whole.first_column;
+  const auto length = static_cast<std::uint32_t>(digits.size());
+  const TERMT term =
+      at({whole.first_line, begin, whole.first_line, begin + length - 1}).bounds_.integer(value);
+  at(whole);
+  return term;
+}
+
+TERMT ProgramBuilder::flat_term(std::string_view text, const TokenText& fact) {
+  if (is_digit(text[0])) return flat_integer(text, fact);
   const NameId name = names().intern(text);
   return is_upper_case(text[0]) ? variable_term(name) : constant_term(name);
 }
 
-void ProgramBuilder::flat_fact(const TokenText& text, const SourceLocation& location) {
+void ProgramBuilder::flat_fact(const TokenText& text) {
   FlatFact parts({text.begin, text.length});
   const NameId name = names().intern(parts.next());
   TermsMark list = terms_.empty_list();
   for (std::string_view term = parts.next(); !term.empty(); term = parts.next()) {
-    list = terms_.next(list, flat_term(term));
+    list = terms_.next(list, flat_term(term, text));
   }
   head_.add(atom(name, list, frame_space()));
-  rule(nullptr, location);
+  rule(nullptr);
 }
 
-void ProgramBuilder::fact(const SourceLocation& location) {
-  close_head(location);
-  rule(nullptr, location);
+void ProgramBuilder::fact() {
+  close_head();
+  rule(nullptr);
 }
 
-void ProgramBuilder::rule(Body* body, const SourceLocation& location) {
+void ProgramBuilder::rule(Body* body) {
   if (hasFunctionTerm()) {
     if (body == nullptr) body = empty_body();
     rewriteFunctions(&head_, *body);
   }
-  if (head_frame_) return frame_rule(body, location);
+  if (head_frame_) return frame_rule(body);
   Rule rule;
   rule.init(&head_, body);
-  clauses().emplace_back(std::move(rule), location);
+  clauses().emplace_back(std::move(rule), work_source());
   end_statement();
 }
 
-void ProgramBuilder::frame_rule(const Body* body, const SourceLocation& location) {
+void ProgramBuilder::frame_rule(const Body* body) {
   const FRAME_HEAD head({*head_frame_});
-  for (CLAUSET& clause : frame_rule_clauses(head, body, context(location)))
+  for (CLAUSET& clause : frame_rule_clauses(head, body, context()))
     clauses().push_back(std::move(clause));
   end_statement();
 }
 
-void ProgramBuilder::range_fact(NameId name, const TERMT& first, const TERMT& last,
-                                const SourceLocation& location) {
+void ProgramBuilder::range_fact(NameId name, const TERMT& first, const TERMT& last) {
+  const WorkScope made_of_range(OriginId::kRange);
   const TERMT variable = newTERMT(getNameTerm({}, 0));
   head_.add(atom(name, terms(variable), spaces_.current()));
   Body* const body = first_literal(builtin(BUILTIN::kInt, terms(variable)));
   next_literal(body, builtin(BUILTIN::kGreaterOrEqual, terms(variable, first)));
   next_literal(body, builtin(BUILTIN::kLessOrEqual, terms(variable, last)));
-  rule(body, location);
+  rule(body);
 }
 
-void ProgramBuilder::constraint(Body* body, const SourceLocation& location) {
+void ProgramBuilder::constraint(Body* body) {
   rewriteFunctions(nullptr, *body);
-  clauses().emplace_back(Constraint(*body), location);
+  clauses().emplace_back(Constraint(*body), work_source());
   end_statement();
 }
 
-void ProgramBuilder::weak_constraint(Body* body, const WeakCost& cost,
-                                     const SourceLocation& location) {
+void ProgramBuilder::weak_constraint(Body* body, const WeakCost& cost) {
   rewriteFunctions(nullptr, *body);
-  clauses().emplace_back(WeakConstraint(*body, cost), location);
+  clauses().emplace_back(WeakConstraint(*body, cost), work_source());
   end_statement();
 }
 
 // Only one query is kept. The variables that follow are numbered from 0 again.
-bool ProgramBuilder::query(Body* body, const SourceLocation& location) {
+bool ProgramBuilder::query(Body* body) {
   if (has_invocation_) {
-    yyerror(kSyntaxError);
+    parser_failed(kSyntaxError);
     return false;
   }
-  if (hasFunctionTerm()) rewriteQuery(*body, location);
+  if (hasFunctionTerm()) rewriteQuery(*body);
   if (!QUERIES().empty()) say_that_query_is_replaced(QUERIES().back(), *body);
   QUERIES().assign(1, *body);
+  current_run().query_places.assign(1, work_source().location);
   LocalVariables().reset();
   end_statement();
   return true;
 }
 
 // The directive's own number is no integer of the program: no earlier bound holds for it.
-void ProgramBuilder::maxint_directive(Number number, const SourceLocation& location) {
-  maxint_directive(TERMT::integer(static_cast<std::int32_t>(number.value)), location);
+void ProgramBuilder::maxint_directive(Number number) {
+  maxint_directive(TERMT::integer(static_cast<std::int32_t>(number.value)));
 }
 
-void ProgramBuilder::maxint_directive(const TERMT& term, const SourceLocation& location) {
-  if (bounds_.define(term)) CLAUSES().emplace_back(term, location);
+void ProgramBuilder::maxint_directive(const TERMT& term) {
+  if (bounds_.define(term)) CLAUSES().emplace_back(term, work_source());
   end_statement();
 }
 
 void ProgramBuilder::include_line(NameId name) {
   std::string line = "#include ";
   Includes().push_back(line.append(names().spelling(name)));
+  current_run().include_places.push_back(work_source().location);
 }
 
 void ProgramBuilder::include_library_line(NameId name) {
   std::string line = "#include <";
   Includes().push_back(line.append(names().spelling(name)).append(">"));
+  current_run().include_places.push_back(work_source().location);
 }
 
 void ProgramBuilder::declare_namespace(NameId prefix, NameId uri) {
   std::string quoted(names().spelling(uri));
   if (quoted.front() != '"') quoted.insert(0, 1, '"').push_back('"');
   if (!vectorName().declare(names().spelling(prefix), quoted)) {
-    yyerror("Cannot define more namespace with the same name");
+    report(Code::kRedefinedPrefix, "Cannot define more namespace with the same name");
   }
 }
 
@@ -386,6 +407,7 @@ void ProgramBuilder::open_template(NameId name, Number output_arity) {
   definition_.outputArity = static_cast<std::int32_t>(output_arity.value);
   definition_.sequence_number = static_cast<std::uint32_t>(cont());
   definition_.frame_space = spaces_.current_default();
+  definition_.head = work_.span;
   is_in_template_ = true;
 }
 
@@ -417,6 +439,7 @@ ATOMT ProgramBuilder::invocation(NameId name, ActualsMark actuals, TermsMark out
     invocation.actuals.add(actual);
     invocation.origins.push_back({actual, spaces_.current_default()});
   }
+  invocation.written = work_.span;
   has_invocation_ = true;
   if (is_in_template_) return ATOMT(invocation);
   invocation.expansion_key = marker_key(expansion_of(invocation));

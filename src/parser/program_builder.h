@@ -10,6 +10,7 @@
 #include "frames/frame_translation.h"
 #include "model/clause.h"
 #include "model/generic_atoms.h"
+#include "model/report.h"
 #include "model/template_records.h"
 #include "parser/frame_builder.h"
 #include "parser/frame_spaces.h"
@@ -35,11 +36,19 @@ using ActualsMark = ListStack<ATOMT>::Mark;
 
 // One builder reads all files of a program. It owns everything that semantic values refer to until
 // the statement's end, so that a statement dropped in the middle leaks nothing; finished clauses
-// and queries go to CLAUSES and QUERIES. Errors are reported through yyerror.
+// and queries go to CLAUSES and QUERIES. Errors are reported to the run.
 class ProgramBuilder {
  public:
-  int start_file();            // returns its number among the files read, from 0
-  void skipped_statement();    // after a syntax error: counts it
+  ProgramBuilder() : work_(work()) {}
+
+  void start_file(std::uint32_t file);    // by its number in the run's table
+  // The construct stands there whose action comes next.
+  ProgramBuilder& at(const SourceRange& place) {
+    work_.span = {file_, place};
+    return *this;
+  }
+  void parser_failed(std::string_view message) const;    // as the generated parser says it
+  void skipped_statement();                              // after a syntax error: counts it
 
   // Terms.
   TERMT constant_term(NameId name) {
@@ -86,8 +95,8 @@ class ProgramBuilder {
 
   Body* first_literal(const Literal& literal);
   Body* next_literal(Body* body, const Literal& literal);
-  Body* first_frame(const FRAME& frame, const SourceLocation& location);
-  Body* next_frame(Body* body, const FRAME& frame, const SourceLocation& location);
+  Body* first_frame(const FRAME& frame);
+  Body* next_frame(Body* body, const FRAME& frame);
   // Frames: their parts, then the whole with its frame space, and under "not".
   FrameBuilder& frames() { return frames_; }
   FRAME negated(FRAME frame);
@@ -96,8 +105,8 @@ class ProgramBuilder {
   // there is reported and counted.
   void head_atom(const ATOMT& atom) { head_.add(atom); }
   void head_frame(const FRAME& frame);
-  void next_disjunct(const SourceLocation& location);
-  void close_head(const SourceLocation& location);
+  void next_disjunct();
+  void close_head();
 
   // The parts of a weak constraint's cost.
   TERMT weight(Number whole);
@@ -105,17 +114,16 @@ class ProgramBuilder {
   TERMT level(Number number) { return TERMT::integer(static_cast<std::int32_t>(number.value)); }
 
   // Statements.
-  void flat_fact(const TokenText& text, const SourceLocation& location);
-  void fact(const SourceLocation& location);    // of the disjuncts read; closes the head
-  void rule(Body* body, const SourceLocation& location);    // the closed head; null: no body
-  void range_fact(NameId name, const TERMT& first, const TERMT& last,
-                  const SourceLocation& location);
-  void constraint(Body* body, const SourceLocation& location);
-  void weak_constraint(Body* body, const WeakCost& cost, const SourceLocation& location);
+  void flat_fact(const TokenText& text);
+  void fact();              // of the disjuncts read; closes the head
+  void rule(Body* body);    // the closed head; null: no body
+  void range_fact(NameId name, const TERMT& first, const TERMT& last);
+  void constraint(Body* body);
+  void weak_constraint(Body* body, const WeakCost& cost);
   // False, with a message, when the query holds a template invocation: a syntax error.
-  bool query(Body* body, const SourceLocation& location);
-  void maxint_directive(Number number, const SourceLocation& location);
-  void maxint_directive(const TERMT& term, const SourceLocation& location);
+  bool query(Body* body);
+  void maxint_directive(Number number);
+  void maxint_directive(const TERMT& term);
   void include_line(NameId name);            // #include name
   void include_library_line(NameId name);    // #include <name>
   void declare_namespace(NameId prefix, NameId uri);
@@ -140,13 +148,14 @@ class ProgramBuilder {
   ATOMT invocation(NameId name, ActualsMark actuals, TermsMark output_terms);
 
  private:
-  TERMT flat_term(std::string_view text);
+  TERMT flat_term(std::string_view text, const TokenText& fact);
+  TERMT flat_integer(std::string_view digits, const TokenText& fact);
   Body* empty_body();
-  FrameContext context(const SourceLocation& location) const;
+  FrameContext context() const;
   ATOMT plain_atom(NameId name, std::span<const TERMT> terms, Negation negation) const;
   std::vector<CLAUSET>& clauses();    // where finished clauses go
   void leave_template();
-  void frame_rule(const Body* body, const SourceLocation& location);
+  void frame_rule(const Body* body);
   void end_statement();
 
   FrameSpaces spaces_;
@@ -163,7 +172,8 @@ class ProgramBuilder {
   bool is_in_template_ = false;    // between its head and its end
   ListStack<ATOMT> actuals_;
   bool has_invocation_ = false;    // in this statement
-  int files_ = 0;                  // read so far
+  Work& work_;                     // the run's
+  std::uint32_t file_ = kNoFile;
 };
 
 }    // namespace zarel

@@ -3,30 +3,55 @@
 #include <algorithm>
 #include <string>
 
-#include "driver/diagnostics.h"
+#include "model/run.h"
 
 namespace zarel {
-SourceLocation ScannerActions::place(int line, int column) const {
-  return {static_cast<std::uint32_t>(line), static_cast<std::uint32_t>(column),
-          static_cast<std::uint32_t>(file_)};
-}
+ScannerActions::ScannerActions(const ScannerInput& input, std::uint32_t file,
+                               std::ostream& verbatim)
+    : input_(input),
+      verbatim_(verbatim),
+      file_(file),
+      wide_(current_run().files[file].wide),
+      verbatim_lines_(current_run().verbatim_lines) {}
 
 void ScannerActions::pass(std::string_view text) {
   const std::size_t last_line = text.rfind('\n');
-  if (last_line == std::string_view::npos) return pass(text.size());
-  line_ += static_cast<int>(std::count(text.begin(), text.end(), '\n'));
-  column_ = static_cast<int>(text.size() - last_line);
+  if (last_line == std::string_view::npos) return pass_line(text);
+  wide_.note(text, line_, column_);
+  line_ += static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
+  column_ = static_cast<std::uint32_t>(text.size() - last_line);
+}
+
+void ScannerActions::pass_line(std::string_view text) {
+  wide_.note(text, line_, column_);
+  pass(text.size());
 }
 
 void ScannerActions::line_end() {
-  ++report_state().parser_line;
+  ++current_run().findings.parser_line;
   ++line_;
   column_ = 1;
 }
 
+// The text was not passed over so far.
+Place ScannerActions::place_of_next(std::string_view text) const {
+  SourceRange range{line_, column_, line_, column_};
+  const std::size_t last_line = text.rfind('\n');
+  const auto size = static_cast<std::uint32_t>(text.size());
+  if (last_line == std::string_view::npos) {
+    range.last_column += size - 1;
+  } else {
+    range.last_line += static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
+    range.last_column = size - static_cast<std::uint32_t>(last_line) - 1;
+  }
+  wide_.note(text, line_, column_);
+  return place_of(SourceSpan{file_, range});
+}
+
 NameId ScannerActions::identifier(std::string_view spelling) {
   if (spelling.size() > kLongestIdentifier) {
-    report_counted_error("identifier too long, truncated to 1001 characters");
+    report({Code::kLongIdentifier, place_of_next(spelling),
+            "identifier too long, truncated to 1001 characters"});
     spelling = spelling.substr(0, kLongestIdentifier);
   }
   return names().intern(spelling);
@@ -34,8 +59,8 @@ NameId ScannerActions::identifier(std::string_view spelling) {
 
 std::optional<Number> ScannerActions::number(std::string_view digits) {
   if (digits.size() > kLongestNumber) {
-    std::string message = "numeric constant ";
-    report_counted_error(message.append(digits).append(" is too long"));
+    std::string text = "numeric constant ";
+    report({Code::kLongNumber, place_of_next(digits), text.append(digits).append(" is too long")});
     return std::nullopt;
   }
   std::uint32_t value = 0;
@@ -43,29 +68,45 @@ std::optional<Number> ScannerActions::number(std::string_view digits) {
   return Number{value, static_cast<std::uint32_t>(digits.size())};
 }
 
-void ScannerActions::underscore_identifier() {
-  report_counted_error("identifier starts with an underscore");
+void ScannerActions::underscore_identifier(std::string_view spelling) {
+  report({Code::kUnderscoreIdentifier, place_of_next(spelling),
+          "identifier starts with an underscore"});
 }
 
 void ScannerActions::unknown_character(char character) {
-  standard_output().put(character);
+  const std::string_view text(&character, 1);
+  report({Code::kUnknownCharacter, place_of(here()), std::string(text)});
+  pass_line(text);
 }
 
-void ScannerActions::open_verbatim() {
+void ScannerActions::open_verbatim(std::string_view mark) {
+  verbatim_mark_ = verbatim_line_ = here();
+  pass(mark);
   verbatim_ << "% ASITIS's Body is herein written verbatim\n";
+  end_verbatim_line(here());
+}
+
+void ScannerActions::end_verbatim_line(const SourceLocation& next) {
+  verbatim_lines_.add({verbatim_line_});
+  verbatim_line_ = next;
 }
 
 void ScannerActions::verbatim(std::string_view text) {
   verbatim_.write(text.data(), static_cast<std::streamsize>(text.size()));
+  std::uint32_t line = line_;
+  for (const char character : text) {
+    if (character == '\n') end_verbatim_line({++line, 1, file_});
+  }
   pass(text);
 }
 
 void ScannerActions::close_verbatim() {
   verbatim_ << "\n% End of ASITIS's Section\n\n";
+  for (int line = 0; line < 3; ++line) end_verbatim_line(here());
 }
 
 void ScannerActions::unclosed_verbatim() {
-  yyerror("EOF in ASITIS");
+  report({Code::kUnclosedVerbatim, place_of(verbatim_mark_), "EOF in ASITIS"});
   close_verbatim();
 }
 

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <utility>
 
+#include "base/file_table.h"
+#include "base/line_map.h"
 #include "base/place.h"
 #include "model/name_table.h"
 #include "parser/program_builder.h"
@@ -20,21 +22,28 @@ inline constexpr std::size_t kLongestNumber = 9;           // digits; more are a
 // Of one scanner, at one file or text.
 class ScannerActions {
  public:
-  // Reads the input, which is the program's file of that number, counted from 0. Verbatim sections
-  // go to `verbatim`.
-  ScannerActions(const ScannerInput& input, int file, std::ostream& verbatim)
-      : input_(input), verbatim_(verbatim), file_(file) {}
+  // Reads the input, which is the file of that number in the run's table. Verbatim sections go to
+  // `verbatim`.
+  ScannerActions(const ScannerInput& input, std::uint32_t file, std::ostream& verbatim);
 
   std::size_t read(char* buffer, std::size_t size) { return input_.read(buffer, size); }
 
-  // Where the next text stands in the file, both counted from 1.
-  int line() const { return line_; }
-  int column() const { return column_; }
-  SourceLocation place(int line, int column) const;    // that place in the file being read
+  // The column where the next text stands, in bytes from 1.
+  std::uint32_t column() const { return column_; }
+
+  // A token begins with the next text; and ends with the last one that was passed over.
+  void begin_token(SourceRange& token) const { token = {line_, column_, line_, column_}; }
+  void end_token(SourceRange& token) const {
+    token.last_line = line_;
+    token.last_column = column_ - 1;
+  }
 
   // Passing over text.
-  void pass(std::string_view text);    // a text that may hold line ends
-  void pass(std::size_t length) { column_ += static_cast<int>(length); }    // a text without
+  void pass(std::string_view text);         // any
+  void pass_line(std::string_view text);    // without line ends
+  void pass(std::size_t length) {           // without line ends, in ASCII
+    column_ += static_cast<std::uint32_t>(length);
+  }
   void line_end();    // one that messages count
 
   // Whether the next token may be a flat fact: a statement begins there, and the file has been
@@ -50,26 +59,34 @@ class ScannerActions {
   // The value of a number; nothing, after a counted error, when it is too long.
   std::optional<Number> number(std::string_view digits);
 
-  void underscore_identifier();              // reports and counts
-  void unknown_character(char character);    // to standard output, as it is
+  void underscore_identifier(std::string_view spelling);    // reports and counts
+  void unknown_character(char character);                   // reports it, and passes over it
 
   // Whether a string is to be closed at the end of the file, where it would stay open: true once.
   bool close_open_string() { return !std::exchange(has_open_string_, true); }
   // Whether there is a quote behind the end of the file.
   bool has_open_string() const { return has_open_string_; }
 
-  // A verbatim section: its beginning, its pieces, its end.
-  void open_verbatim();
+  // A verbatim section: the mark that it begins with, its pieces, its end.
+  void open_verbatim(std::string_view mark);
   void verbatim(std::string_view text);
   void close_verbatim();
   void unclosed_verbatim();    // the file ends in the section
 
  private:
+  SourceLocation here() const { return {line_, column_, file_}; }
+  Place place_of_next(std::string_view text) const;
+  void end_verbatim_line(const SourceLocation& next);
+
   ScannerInput input_;
   std::ostream& verbatim_;
-  int file_;
-  int line_ = 1;    // true line, inside strings and verbatim sections too
-  int column_ = 1;
+  std::uint32_t file_;
+  WideCharacters& wide_;
+  LineMap& verbatim_lines_;
+  std::uint32_t line_ = 1;    // true line, inside strings and verbatim sections too
+  std::uint32_t column_ = 1;
+  SourceLocation verbatim_mark_;    // of the section that was opened last
+  SourceLocation verbatim_line_;    // where the line begins that is being written
   bool has_open_string_ = false;
   bool is_at_statement_ = true;
   bool has_mistake_ = false;

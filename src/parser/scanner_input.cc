@@ -1,6 +1,6 @@
 #include "parser/scanner_input.h"
 
-#include "driver/diagnostics.h"
+#include "model/report.h"
 
 namespace zarel {
 namespace {
@@ -24,8 +24,7 @@ std::size_t ScannerInput::read(char* buffer, std::size_t size) {
 }
 
 void scanner_failed(const char* message) {
-  yyerror(message);
-  SafeExit(1);
+  report_and_end(Code::kReadFailure, message);
 }
 
 }    // namespace zarel

@@ -46,7 +46,7 @@ ATOMT formal_atom(const Expansion& expansion, const ATOMT& atom, const BodyName&
   return asks_for_opposite(name) ? opposite(bound) : bound;
 }
 
-void add_bridge(Expansion& expansion, const ATOMT& atom, const SourceLocation& location) {
+void add_bridge(Expansion& expansion, const ATOMT& atom) {
   const BodyName name = body_name(atom);
   const ATOMT global = bridged(atom);
   const ATOMT local = local_atom(expansion, global, name);
@@ -55,7 +55,7 @@ void add_bridge(Expansion& expansion, const ATOMT& atom, const SourceLocation& l
   for (const ATOMT& bound : bridge_bindings(expansion.binding(), expansion.group_by())) {
     body.add({bound, false});
   }
-  add_generated_rule(local, body, location);
+  add_generated_rule(local, body);
 }
 
 struct NestedActual {
@@ -75,13 +75,12 @@ NestedActual bound_actual(const Expansion& expansion, const BodyName& name, std:
   return {opposite(actual), {opposite(origin.shape), origin.frame_space}};
 }
 
-NestedActual nested_actual(Expansion& expansion, const ATOMT& actual,
-                           const SourceLocation& location) {
+NestedActual nested_actual(Expansion& expansion, const ATOMT& actual) {
   const BodyName name = body_name(actual);
   if (is_global(expansion.definition(), name.text)) {
     if (are_nested_globals_bridged()) {
-      add_bridge(expansion, actual, location);
-      add_bridge(expansion, opposite(actual), location);
+      add_bridge(expansion, actual);
+      add_bridge(expansion, opposite(actual));
     }
     return plain(local_atom(expansion, actual, name));
   }
@@ -132,11 +131,11 @@ BodyName body_name(const ATOMT& atom) {
   return {unlabelled(name), is_strongly_negated};
 }
 
-ATOMT getAtom(Expansion& expansion, const ATOMT& atom, const SourceLocation& location) {
+ATOMT getAtom(Expansion& expansion, const ATOMT& atom) {
   if (!is_rewritten(atom)) return atom;
   const BodyName name = body_name(atom);
   if (is_global(expansion.definition(), name.text)) {
-    add_bridge(expansion, atom, location);
+    add_bridge(expansion, atom);
     return local_atom(expansion, atom, name);
   }
   if (const auto place = expansion.formal(name.text)) {
@@ -146,16 +145,16 @@ ATOMT getAtom(Expansion& expansion, const ATOMT& atom, const SourceLocation& loc
   return local_atom(expansion, atom, name);
 }
 
-INVOCATIONATOM rewritten_invocation(Expansion& expansion, const ATOMT& marker,
-                                    const SourceLocation& location) {
+INVOCATIONATOM rewritten_invocation(Expansion& expansion, const ATOMT& marker) {
   const INVOCATIONATOM written = invocation_of(marker);
   INVOCATIONATOM rewritten{written.name, written.outputTerms, {}};
   for (const ATOMT& actual : written.actuals.positive()) {
-    NestedActual nested = nested_actual(expansion, actual, location);
+    NestedActual nested = nested_actual(expansion, actual);
     rewritten.actuals.add(nested.atom);
     rewritten.origins.push_back(nested.origin);
   }
   rewritten.level = expansion.invocation().level + 1;
+  rewritten.written = marker.invocation().written;
   return rewritten;
 }
 

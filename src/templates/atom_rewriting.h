@@ -49,12 +49,11 @@ class Expansion {
 
 // The atom under its new name, group-by terms in front where it is not a formal predicate. A
 // bridge rule is added to the program for a global one.
-ATOMT getAtom(Expansion& expansion, const ATOMT& atom, const SourceLocation& location);
+ATOMT getAtom(Expansion& expansion, const ATOMT& atom);
 
 // A nested invocation with its actual predicates renamed as getAtom does it, and their parameters
 // extended by the group-by terms.
-INVOCATIONATOM rewritten_invocation(Expansion& expansion, const ATOMT& marker,
-                                    const SourceLocation& location);
+INVOCATIONATOM rewritten_invocation(Expansion& expansion, const ATOMT& marker);
 
 // The name of a template body's predicate as the definition has it: without label and "-".
 struct BodyName {

@@ -1,6 +1,7 @@
 #include "templates/checks.h"
 
 #include <algorithm>
+#include <optional>
 #include <ostream>
 #include <span>
 #include <string>
@@ -9,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "driver/diagnostics.h"
 #include "model/program.h"
+#include "model/report.h"
 #include "templates/atom_rewriting.h"
 #include "templates/definitions.h"
 #include "templates/invocations.h"
@@ -19,9 +20,19 @@
 namespace zarel {
 namespace {
 
-bool fault(const std::string& message) {
-  standard_error() << message << '\n';
+bool fault(Diagnostic finding) {
+  report(std::move(finding));
   return false;
+}
+
+Note note_of(const DEFINITIONATOM& definition) {
+  return {place_of(definition.head), "the definition of the template"};
+}
+
+// What is wrong with an invocation, as its definition has it.
+bool fault(Code code, const INVOCATIONATOM& invocation, const DEFINITIONATOM& definition,
+           std::string text) {
+  return fault({code, place_of(invocation.written), std::move(text), {note_of(definition)}});
 }
 
 std::string quoted(std::string_view name) {
@@ -58,12 +69,13 @@ class RuleFault {
   }
 
   void look_at(const CLAUSET& clause) {
+    location_ = clause.source().location;
     for (const ATOMT& atom : head_of(clause)) look_at_head(atom);
     look_at_body(std::visit(BodyOf{}, clause.payload()));
   }
 
-  // Empty when there is none.
-  const std::string& message() const { return message_; }
+  // Nothing when there is none.
+  const std::optional<Diagnostic>& finding() const { return finding_; }
 
  private:
   // The places of formal predicates of one name: of the first, and of the first with another arity.
@@ -88,14 +100,16 @@ class RuleFault {
     const std::string_view name = body_name(atom).text;
     const std::span<const std::size_t> places = places_of(name);
     if (!places.empty()) {
-      found(places.front(), quoted(name) +
-                                " is a formal predicate and it cannot be in the head of rule in a "
-                                "template definition.");
+      found(places.front(), Code::kFormalInHead,
+            quoted(name) +
+                " is a formal predicate and it cannot be in the head of rule in a "
+                "template definition.");
     }
     if (is_global(definition_, name)) {
-      found(0, quoted(name) +
-                   " is a global predicate and it  cannot be in the head of rule in a "
-                   "template definition.");
+      found(0, Code::kGlobalInHead,
+            quoted(name) +
+                " is a global predicate and it  cannot be in the head of rule in a "
+                "template definition.");
     }
   }
 
@@ -122,43 +136,48 @@ class RuleFault {
     for (const std::size_t place : places_of(body_name(atom).text)) {
       const FORMALPRED& formal = definition_.formals[place];
       if (arity == static_cast<std::size_t>(formal.arity)) continue;
-      found(place, quoted(formal.name) + " is a formal predicate with arity " +
-                       std::to_string(formal.arity) + " now is defined with arity " +
-                       std::to_string(arity) + ".");
+      found(place, Code::kFormalArity,
+            quoted(formal.name) + " is a formal predicate with arity " +
+                std::to_string(formal.arity) + " now is defined with arity " +
+                std::to_string(arity) + ".");
     }
   }
 
-  void found(std::size_t place, std::string message) {
+  void found(std::size_t place, Code code, std::string text) {
     if (place >= place_) return;
     place_ = place;
-    message_ = std::move(message);
+    finding_ = {code, place_of(location_), std::move(text), {note_of(definition_)}};
   }
 
   const DEFINITIONATOM& definition_;
   std::unordered_map<std::string_view, Places> places_;
   std::size_t place_ = std::string::npos;    // of the formal predicate that has the fault
-  std::string message_;
+  std::optional<Diagnostic> finding_;
+  SourceLocation location_;    // of the clause that is looked at
 };
 
 bool check_rules(const DEFINITIONATOM& definition) {
   RuleFault first(definition);
   for (const CLAUSET& clause : definition.rules) first.look_at(clause);
-  return first.message().empty() || fault(first.message());
+  return !first.finding() || fault(*first.finding());
 }
 
 bool check_output_arity(const INVOCATIONATOM& invocation, const DEFINITIONATOM& definition) {
   const std::size_t seen = invocation.outputTerms.size();
   if (seen == static_cast<std::size_t>(definition.outputArity)) return true;
-  return fault(definition.name + ", defined with arity of output " +
-               std::to_string(definition.outputArity) + ", now seen with arity " +
-               std::to_string(seen) + ".");
+  return fault(Code::kOutputArity, invocation, definition,
+               definition.name + ", defined with arity of output " +
+                   std::to_string(definition.outputArity) + ", now seen with arity " +
+                   std::to_string(seen) + ".");
 }
 
 bool check_actual_count(const INVOCATIONATOM& invocation, const DEFINITIONATOM& definition) {
   if (invocation.actuals.size() == definition.formals.size()) return true;
-  return fault(quoted(definition.name) + ", defined with " +
-               std::to_string(definition.formals.size()) + " formal predicates , now seen with " +
-               std::to_string(invocation.actuals.size()) + "actual predicates.");
+  return fault(Code::kActualCount, invocation, definition,
+               quoted(definition.name) + ", defined with " +
+                   std::to_string(definition.formals.size()) +
+                   " formal predicates , now seen with " +
+                   std::to_string(invocation.actuals.size()) + "actual predicates.");
 }
 
 bool check_actual_arities(const INVOCATIONATOM& invocation, const DEFINITIONATOM& definition) {
@@ -167,8 +186,14 @@ bool check_actual_arities(const INVOCATIONATOM& invocation, const DEFINITIONATOM
     const std::uint32_t arity = invocation.actuals[i].asterisk_count();
     const FORMALPRED& formal = definition.formals[i];
     if (arity == static_cast<std::uint32_t>(formal.arity)) continue;
-    standard_output() << "j:" << arity << "\nk:" << formal.name << '(' << formal.arity << ")\n";
-    return fault("Invocation " + quoted(invocation.name) + " malformed");
+    std::string detail = "j:";
+    detail.append(std::to_string(arity)).append("\nk:").append(formal.name).append("(");
+    detail.append(std::to_string(formal.arity)).append(")\n");
+    return fault({Code::kActualArity,
+                  place_of(invocation.written),
+                  "Invocation " + quoted(invocation.name) + " malformed",
+                  {note_of(definition)},
+                  detail});
   }
   return true;
 }
@@ -192,11 +217,15 @@ bool check_result(const DEFINITIONATOM& definition) {
     if (atom == nullptr) continue;
     has_result = true;
     if (atom->terms().size() == static_cast<std::size_t>(definition.outputArity)) continue;
-    return fault("In definition template " + quoted(definition.name) + " atom " +
-                 quoted(definition.name) + " don't have the same output arity of template.");
+    return fault({Code::kResultArity,
+                  place_of(clause.source().location),
+                  "In definition template " + quoted(definition.name) + " atom " +
+                      quoted(definition.name) + " don't have the same output arity of template.",
+                  {note_of(definition)}});
   }
   if (has_result) return true;
-  return fault(quoted(definition.name) + " lacks an head atom having the same name of template.");
+  return fault({Code::kResultMissing, place_of(definition.head),
+                quoted(definition.name) + " lacks an head atom having the same name of template."});
 }
 
 // The definitions that the program's invocations lead to, each once.
@@ -250,7 +279,10 @@ bool control_of_template() {
   ReachedDefinitions reached;
   for (const INVOCATIONATOM& invocation : invhashmap().all()) {
     const DEFINITIONATOM* const definition = defhashmap().find(invocation.name);
-    if (definition == nullptr) return fault(quoted(invocation.name) + " not defined.");
+    if (definition == nullptr) {
+      return fault({Code::kTemplateUndefined, place_of(invocation.written),
+                    quoted(invocation.name) + " not defined."});
+    }
     const bool is_first = reached.add(*definition);
     if (!check_output_arity(invocation, *definition)) return false;
     if (is_first && !check_rules(*definition)) return false;

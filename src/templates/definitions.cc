@@ -2,7 +2,6 @@
 
 #include <ostream>
 
-#include "driver/diagnostics.h"
 #include "model/printer.h"
 #include "model/run.h"
 
@@ -32,10 +31,16 @@ DefinitionTable& defhashmap() {
 }
 
 void addedDefinition(DEFINITIONATOM definition) {
-  const std::string name = definition.name;
-  if (defhashmap().add(std::move(definition))) return;
-  standard_error() << "Template " << name << " already defined.\n";
-  SafeExit(1);
+  const DEFINITIONATOM* const first = defhashmap().find(definition.name);
+  if (first == nullptr) {
+    defhashmap().add(std::move(definition));
+    return;
+  }
+  std::string text = "Template ";
+  report_and_end({Code::kTemplateRedefined,
+                  place_of(definition.head),
+                  text.append(definition.name).append(" already defined."),
+                  {{place_of(first->head), "the first definition"}}});
 }
 
 void lookup(const DefinitionTable& table, const DEFINITIONATOM& definition) {

@@ -1,12 +1,12 @@
 #include "templates/expansion.h"
 
+#include <map>
 #include <optional>
 #include <ostream>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
-#include "driver/diagnostics.h"
 #include "model/run.h"
 #include "model/safety.h"
 #include "templates/atom_rewriting.h"
@@ -47,11 +47,11 @@ AGGREGATEPREDT with_body(const AGGREGATEPREDT& aggregate, const Body& body) {
 class ClauseRewriter {
  public:
   ClauseRewriter(Expansion& expansion, const DoneList& done, std::ostream& legend)
-      : expansion_(expansion), done_(done), legend_(legend) {}
+      : expansion_(expansion), done_(done), legend_(legend), made_by_(work().origin) {}
 
   void rewrite(const CLAUSET& clause) {
-    location_ = clause.location();
-    std::visit([this](const auto& payload) { add_generated(rewritten(payload), location_); },
+    const WorkScope at({clause.source().location, origin_of(clause)});
+    std::visit([this](const auto& payload) { add_generated(rewritten(payload)); },
                clause.payload());
     for (const auto& [invocation, generated] : closed_) {
       StandardizeAtomInvocation(invocation, generated, legend_);
@@ -60,11 +60,24 @@ class ClauseRewriter {
   }
 
  private:
+  OriginId origin_of(const CLAUSET& clause) {
+    const OriginId written = clause.source().origin;
+    if (written == OriginId::kWritten) return made_by_;
+    const auto [known, is_new] = made_otherwise_.try_emplace(written, OriginId::kWritten);
+    if (is_new) {
+      OriginTable& origins = current_run().origins;
+      Origin origin = origins[made_by_];
+      origin.kind = origins[written].kind;
+      known->second = origins.add(origin);
+    }
+    return known->second;
+  }
+
   TERMT rewritten(const TERMT& maxint) { return maxint; }
 
   Rule rewritten(const Rule& rule) {
     Head head;
-    for (const ATOMT& atom : rule.head()) head.add(getAtom(expansion_, atom, location_));
+    for (const ATOMT& atom : rule.head()) head.add(getAtom(expansion_, atom));
     const Body body = safe_body(rule.body());
     Rule made;
     made.init(&head, &body);
@@ -116,7 +129,7 @@ class ClauseRewriter {
   ATOMT rewritten_atom(const ATOMT& atom) {
     if (atom.is_aggregate()) return rewritten_aggregate(atom.aggregate());
     if (atom.payload() == ATOMT::Payload::kInvocation) return nested_marker(atom);
-    return getAtom(expansion_, atom, location_);
+    return getAtom(expansion_, atom);
   }
 
   ATOMT rewritten_aggregate(const AGGREGATEPREDT& written) {
@@ -129,9 +142,10 @@ class ClauseRewriter {
 
   ATOMT nested_marker(const ATOMT& written) {
     templateInn().clear();    // the list is this clause's from here on, and nothing reads it
-    INVOCATIONATOM invocation = rewritten_invocation(expansion_, written, location_);
+    INVOCATIONATOM invocation = rewritten_invocation(expansion_, written);
+    invocation.origin = made_by_;
     const DEFINITIONATOM* const definition = defhashmap().find(invocation.name);
-    if (definition != nullptr && !has_shape_of(invocation, *definition)) SafeExit(1);
+    if (definition != nullptr && !has_shape_of(invocation, *definition)) end_run(1);
     const std::uint32_t key = nested_expansion_of(invocation, expansion_.binding());
     invocation.expansion_key = marker_key(key);
     const ATOMT marker(invocation);
@@ -145,8 +159,8 @@ class ClauseRewriter {
 
   void schedule_nested(std::uint32_t key, INVOCATIONATOM invocation) {
     if (is_too_deep(invocation)) {
-      standard_error() << "Template expansion does not terminate.\n";
-      SafeExit(1);
+      report_and_end({Code::kEndlessExpansion, place_of(invocation.written),
+                      "Template expansion does not terminate."});
     }
     if (is_scheduled_again(key)) schedule().push_back(key);
     invhashmap().add(key, std::move(invocation));
@@ -155,7 +169,8 @@ class ClauseRewriter {
   Expansion& expansion_;
   const DoneList& done_;
   std::ostream& legend_;
-  SourceLocation location_{};                          // of the clause
+  OriginId made_by_;                                   // this expansion
+  std::map<OriginId, OriginId> made_otherwise_;        // its clauses out of frames, say
   std::vector<ATOMT> safety_;                          // made when the first clause needs them
   std::unordered_map<std::uint32_t, ATOMT> groups_;    // made so far, by the safety atom's
   // Its invocations whose expansion is done, each with the generated predicate.

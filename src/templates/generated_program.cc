@@ -1,18 +1,20 @@
 #include "templates/generated_program.h"
 
+#include "model/report.h"
+
 namespace zarel {
 
-void add_generated(CLAUSET::Payload payload, const SourceLocation& location) {
-  CLAUSES().emplace_back(std::move(payload), location);
+void add_generated(CLAUSET::Payload payload) {
+  CLAUSES().emplace_back(std::move(payload), work_source());
   ++nclause();
 }
 
-void add_generated_rule(const ATOMT& head, const Body& body, const SourceLocation& location) {
+void add_generated_rule(const ATOMT& head, const Body& body) {
   Head heads;
   heads.add(head);
   Rule rule;
   rule.init(&heads, &body);
-  add_generated(std::move(rule), location);
+  add_generated(std::move(rule));
 }
 
 }    // namespace zarel

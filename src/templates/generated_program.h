@@ -5,10 +5,10 @@
 
 namespace zarel {
 
-// Appends the clause to CLAUSES and counts it in nclause.
-void add_generated(CLAUSET::Payload payload, const SourceLocation& location);
+// Appends the clause to CLAUSES and counts it in nclause. It comes from where the work stands.
+void add_generated(CLAUSET::Payload payload);
 
 // The same for the rule: head :- body.
-void add_generated_rule(const ATOMT& head, const Body& body, const SourceLocation& location);
+void add_generated_rule(const ATOMT& head, const Body& body);
 
 }    // namespace zarel

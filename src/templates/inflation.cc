@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "driver/diagnostics.h"
+#include "model/run.h"
 #include "templates/definitions.h"
 #include "templates/expansion.h"
 #include "templates/invocations.h"
@@ -22,8 +22,17 @@ std::uint32_t taken_from_schedule() {
 const DEFINITIONATOM& definition_of(const INVOCATIONATOM& invocation) {
   const DEFINITIONATOM* const definition = defhashmap().find(invocation.name);
   if (definition != nullptr) return *definition;
-  standard_error() << "The template #" << invocation.name << " is not defined. Please define it.\n";
-  SafeExit(1);
+  std::string text = "The template #";
+  report_and_end({Code::kTemplateUndefined, place_of(invocation.written),
+                  text.append(invocation.name).append(" is not defined. Please define it.")});
+}
+
+// What is made for the invocation from here on.
+Work work_for(const INVOCATIONATOM& invocation) {
+  const Origin origin{OriginKind::kTemplate,
+                      names().intern(invocation.name),
+                      {invocation.written.first(), invocation.origin}};
+  return {invocation.written, current_run().origins.add(origin)};
 }
 
 }    // namespace
@@ -36,6 +45,7 @@ void Inflation(std::ostream& legend) {
     const std::uint32_t signature = taken_from_schedule();
     const INVOCATIONATOM& representative = *invhashmap().under(signature).front();
     const DEFINITIONATOM& definition = definition_of(representative);
+    const WorkScope at(work_for(representative));
     const std::string generated = generated_name(representative.name, counter);
     done.add(signature, generated);
     const BindingList binding = getProjections(representative, definition.formals, counter, legend);

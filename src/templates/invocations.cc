@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <ostream>
 
-#include "driver/diagnostics.h"
 #include "model/names.h"
 #include "model/printer.h"
 #include "model/run.h"
@@ -124,6 +123,7 @@ INVOCATIONATOM invocation_of(const ATOMT& marker) {
   INVOCATIONATOM invocation{
       std::string(names().spelling(payload.name)), {terms.begin(), terms.end()}, {}};
   for (const ATOMT& actual : payload.actuals.elements()) invocation.actuals.add(actual);
+  invocation.written = payload.written;
   return invocation;
 }
 

@@ -302,7 +302,7 @@ std::optional<ATOMT> group_atom(const ATOMT& safety) {
   const ATOMT atom(local_name(stem, free_label(stem)), group, Type::kUnknown);
   Body body;
   body.add({safety, false});
-  add_generated_rule(atom, body, {});
+  add_generated_rule(atom, body);
   return atom;
 }
 

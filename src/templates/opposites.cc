@@ -41,7 +41,7 @@ void make_opposite(const Projection& projection) {
   const ATOMT source = opposite(projection.source);
   Body body;
   body.add({source, false});
-  add_generated_rule(made, body, {});
+  add_generated_rule(made, body);
   note_projection(made, source);
   projections().opposites.emplace(predicate, predicates.name_id(made.predicate()));
   projections().opposites.emplace(made.predicate(), predicates.name_id(predicate));

@@ -75,7 +75,7 @@ BindingList getProjections(const INVOCATIONATOM& invocation,
     if (are_formals_negated()) note_projection(projection, source);
     Body body;
     body.add({source, false});
-    add_generated_rule(projection, body, {});
+    add_generated_rule(projection, body);
     if (group_by.empty()) continue;
     templateInn().push_back(soloGroup_by(group_by, projection, OtherTerms::kAnonymous));
   }

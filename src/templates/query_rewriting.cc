@@ -5,6 +5,7 @@
 
 #include "functions/function_terms.h"
 #include "model/program.h"
+#include "model/report.h"
 
 namespace zarel {
 namespace {
@@ -27,14 +28,14 @@ std::vector<TERMT> answer_variables(const Body& query) {
 
 }    // namespace
 
-void rewriteQuery(Body& query, const SourceLocation& location) {
+void rewriteQuery(Body& query) {
   const ATOMT answer("aux___query", answer_variables(query), PREDICATE_NAMETS::TYPE::kUnknown);
   rewriteFunctions(nullptr, query);
   Head head;
   head.add(answer);
   Rule rule;
   rule.init(&head, &query);
-  CLAUSES().emplace_back(std::move(rule), location);
+  CLAUSES().emplace_back(std::move(rule), ClauseSource{work_source().location, OriginId::kQuery});
   query.clear();
   query.add({answer, false});
 }

@@ -8,6 +8,6 @@ namespace zarel {
 // A query with function terms becomes the one atom aux___query over its variables, and a rule that
 // derives it from the query's literals is added to CLAUSES. Only atoms with a plain variable among
 // their arguments give variables.
-void rewriteQuery(Body& query, const SourceLocation& location);
+void rewriteQuery(Body& query);
 
 }    // namespace zarel

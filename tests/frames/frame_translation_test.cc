@@ -5,12 +5,12 @@
 
 #include <sstream>
 
-#include "driver/program_text.h"
 #include "frames/frame_encoding.h"
 #include "frames/frame_rule.h"
 #include "frames_fixture.h"
 #include "model/names.h"
 #include "model/program.h"
+#include "zarel/program_text.h"
 
 namespace zarel {
 namespace {
@@ -74,7 +74,7 @@ class Translation : public FramesTest {
     EXPECT_EQ(ATOMT::Predicates().type(predicate), PREDICATE_NAMETS::TYPE::kIdb);
   }
 
-  const FrameContext usual_{true, false, {3, 1, 0}};
+  const FrameContext usual_{true, false};
   const FRAME object_ = frame("o", {says("-a", kSingle, {frame("X")}),
                                     says("not b", kSet, {frame("Y"), frame("X")}), says("not c")});
 };
@@ -85,9 +85,11 @@ class Translation : public FramesTest {
   "aaa0(Y,X) :- a_5(valueOf,fFlogic,o,b,Y,\"->>\"), a_5(valueOf,fFlogic,o,b,X,\"->>\").\n"
 
 TEST_F(Translation, KeepsStatementsInOrderAndThePlaceOfAuxiliaryRules) {
+  const WorkScope at(ClauseSource{{3, 1, 0}});
   EXPECT_EQ(text(to_literals(object_, usual_)), FIRST "; not aaa0(Y,X); not " THIRD);
   EXPECT_EQ(written(CLAUSES()), AUXILIARY);
-  EXPECT_EQ(CLAUSES()[0].location().line, 3U);
+  EXPECT_EQ(CLAUSES()[0].source().location.line, 3U);
+  EXPECT_EQ(CLAUSES()[0].source().origin, OriginId::kFrame);
   EXPECT_EQ(globals(), "a_5 a_3 ");
   expect_idb(CLAUSES()[0]);
 }
@@ -103,11 +105,10 @@ TEST_F(Translation, LooksAtTheNotOfAFrameInBodiesOnly) {
 }
 
 TEST_F(Translation, RecordsAttributesAsNamesButInTemplates) {
-  EXPECT_EQ(text(to_literals(object_, {true, true, {}})),
-            "#0-a(o,f,X); not aaa0(Y,X); not #0c(o,f)");
+  EXPECT_EQ(text(to_literals(object_, {true, true})), "#0-a(o,f,X); not aaa0(Y,X); not #0c(o,f)");
   EXPECT_EQ(globals(), "");
   EXPECT_EQ(written(CLAUSES()), "aaa0(Y,X) :- #0b(o,f,Y), #0b(o,f,X).\n");
-  EXPECT_EQ(text(to_literals(object_, {false, false, {}})), "-a(f,o,X); not aaa1(Y,X); not c(f,o)");
+  EXPECT_EQ(text(to_literals(object_, {false, false})), "-a(f,o,X); not aaa1(Y,X); not c(f,o)");
   EXPECT_EQ(globals(), "a b c ");
 }
 

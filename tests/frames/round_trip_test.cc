@@ -33,7 +33,7 @@ std::string statement(std::mt19937& random) {
 std::string printed(const std::string& answer_set) {
   std::ostringstream out;
   const FreshRun run;
-  report_state().output = &out;
+  current_run().output = &out;
   EXPECT_EQ(read_answer_sets(answer_set), 0);
   return out.str();
 }

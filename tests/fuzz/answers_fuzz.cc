@@ -7,12 +7,12 @@
 
 #include "answer_encoding.h"
 #include "driver/diagnostics.h"
-#include "driver/input_file.h"
 #include "harness.h"
 #include "model/namespaces.h"
 #include "model/run.h"
 #include "output/answer_set_reader.h"
 #include "output/display_settings.h"
+#include "zarel/input_file.h"
 
 namespace {
 
@@ -26,7 +26,8 @@ template <class Source>
 Printed printed(const Source& source) {
   std::ostringstream output;
   std::ostringstream messages;
-  zarel::report_state() = {.output = &output, .errors = &messages};
+  zarel::show_findings(output, messages);
+  zarel::current_run().findings.parser_line = 0;
   Printed result;
   try {
     result.status = zarel::read_answer_sets(source);

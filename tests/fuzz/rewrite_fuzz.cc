@@ -8,10 +8,10 @@
 #include <optional>
 
 #include "dl_translation.h"
-#include "driver/phases.h"
-#include "driver/program_text.h"
+#include "driver/rewriting.h"
 #include "harness.h"
 #include "model/run.h"
+#include "zarel/program_text.h"
 
 namespace {
 
@@ -53,8 +53,9 @@ std::size_t offset_of(std::string_view text, const zarel::SourceLocation& locati
 // The beginning of some statement of the program that was rewritten. Auxiliary clauses stand in
 // the middle of a statement, where no mark that could end one stands in front.
 std::optional<std::size_t> statement_begin(std::string_view text, const RewrittenProgram& program) {
-  if (program.places.empty()) return std::nullopt;
-  const zarel::SourceLocation& location = program.places[text.size() % program.places.size()];
+  if (program.sources.empty()) return std::nullopt;
+  const zarel::SourceLocation& location =
+      program.sources[text.size() % program.sources.size()].location;
   if (location.line == 0) return std::nullopt;
   const std::size_t begin = offset_of(text, location);
   const std::size_t last = text.substr(0, begin).find_last_not_of(" \t\n");

@@ -34,7 +34,7 @@ TEST_F(ClauseTest, CopiesAreIndependent) {
             "a(s) :- b(s)., a(s) :- changed., a(s) :- not b(s).");
   copy = std::move(assigned);
   EXPECT_EQ(text_of(copy), "a(s) :- not b(s).");
-  EXPECT_EQ(copy.location().line, 2U);
+  EXPECT_EQ(copy.source().location.line, 2U);
 }
 
 TEST_F(ClauseTest, KindsHaveTheirCodes) {

@@ -23,7 +23,7 @@ class ModelTest : public RewriteTest {
   void begin(RunOptions options) {
     options.has_higher_order = false;
     run_.begin(options);
-    report_state().errors = &errors_;
+    show_findings(errors_, errors_);
   }
 
   // The last clause of a program. Its atoms are not encoded: p(X) is p(default,X).

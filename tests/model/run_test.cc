@@ -19,13 +19,13 @@ TEST(Runs, KeepNamesClausesAndOptionsApart) {
     EXPECT_FALSE(OptionArityCheck());
     EXPECT_EQ(names().find("p"), std::nullopt);
     EXPECT_FALSE(GLOBALS().contains(names().intern("p")));
-    report_state().parser_errors = 7;
+    current_run().findings.parser_errors = 7;
     nclause() = 3;
   }
   EXPECT_TRUE(OptionArityCheck());
   EXPECT_EQ(names().find("p"), name);
   EXPECT_TRUE(GLOBALS().contains(name));
-  EXPECT_EQ(report_state().parser_errors + nclause(), 0);
+  EXPECT_EQ(current_run().findings.parser_errors + nclause(), 0);
 }
 
 TEST(Runs, BeginWithTheBuiltinsAlone) {

@@ -78,9 +78,9 @@ TEST_F(ReaderState, KeepsZeroBytesInStringsOnlyAndPassesALoneQuoteBeforeThemOver
   EXPECT_EQ(read("{a_3(p,s,\"\0\n\0\0\")}\"c\0\"\0a"sv), "{p(\"\0\n\0\0\")@s}\n\"c\0\"\na\n"sv);
   const std::string zeros = joined({"\"", std::string(1'000'000, '\0'), "\""});
   EXPECT_TRUE(read(zeros) == zeros + "\n");
-  report_state().parser_line = 1;
+  current_run().findings.parser_line = 1;
   EXPECT_EQ(read("a \"\0b\n\0c d"sv), "a\nb\nc\nd\n");
-  EXPECT_EQ(report_state().parser_line, 2);
+  EXPECT_EQ(current_run().findings.parser_line, 2);
   EXPECT_EQ(read("a \"{a_2(p,s)\0, -"sv), "a\nline 2: syntax error.\n");
 }
 
@@ -102,7 +102,7 @@ TEST_F(ReaderState, ReadsManyAtomsAndItems) {
   EXPECT_EQ(read(large), joined({"{", repeated("p(x), ", 300000), "q@s}\n"}));
   const std::string input = repeated("{a_3(p,default,x), -a_2(q,s)} word 12 \"s\"\n", 30000);
   EXPECT_EQ(read(input), repeated("{p(x), -q@s}\nword\n12\n\"s\"\n", 30000));
-  EXPECT_EQ(report_state().parser_line, 30001);
+  EXPECT_EQ(current_run().findings.parser_line, 30001);
 }
 
 }    // namespace

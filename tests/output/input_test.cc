@@ -63,7 +63,7 @@ TEST_F(Input, PrintsCompleteItemsBeforeItWaitsForMore) {
     }
   });
   std::ostream output(&answers);
-  report_state().output = &output;
+  current_run().output = &output;
   EXPECT_EQ(read_answer_sets(in_.get()), 0);
   EXPECT_EQ(answers.str(), "{p}\n{q}\n");
 }

@@ -30,10 +30,9 @@ template <typename Base>
 class ReadingTest : public Base {
  protected:
   ReadingTest() {
+    show_findings(output_, errors_);
     report_state().ParserStateInternal = false;
-    report_state().parser_line = 1;
-    report_state().output = &output_;
-    report_state().errors = &errors_;
+    current_run().findings.parser_line = 1;
   }
 
   // Everything that reading the text prints, the messages last.
@@ -43,7 +42,7 @@ class ReadingTest : public Base {
     const File file(std::tmpfile());
     EXPECT_EQ(write(fileno(file.get()), text.data(), text.size()), std::ssize(text));
     EXPECT_EQ(lseek(fileno(file.get()), 0, SEEK_SET), 0);
-    report_state().parser_line = 1;
+    current_run().findings.parser_line = 1;
     return printed_by_reading(file.get());
   }
 

@@ -6,11 +6,12 @@
 
 #include "../model/fresh_run.h"
 #include "driver/diagnostics.h"
-#include "driver/input_file.h"
-#include "driver/program_text.h"
 #include "model/program.h"
 #include "parser/program_builder.h"
 #include "rewrite_fixture.h"
+#include "zarel/input_file.h"
+#include "zarel/phases.h"
+#include "zarel/program_text.h"
 
 namespace zarel {
 namespace {
@@ -21,10 +22,9 @@ class ParseTest : public RewriteTest {
 
   void start() {
     run_.begin();
+    show_findings(said_, said_);
     report_state().ParserStateInternal = false;
-    report_state().parser_line = 1;
-    report_state().output = &said_;
-    report_state().errors = &said_;
+    current_run().findings.parser_line = 1;
     said_.str("");
     verbatim_.str("");
   }
@@ -40,10 +40,10 @@ class ParseTest : public RewriteTest {
       out << "status " << end.status;
     }
     for (const CLAUSET& clause : CLAUSES()) {
-      const auto& [line, column, file] = clause.location();
+      const auto& [line, column, file] = clause.source().location;
       out << file << ':' << line << ':' << column << '\n';
     }
-    out << verbatim_.str() << said_.str() << report_state().parser_errors << " errors\n";
+    out << verbatim_.str() << said_.str() << current_run().findings.parser_errors << " errors\n";
     return out.str();
   }
 
@@ -62,13 +62,13 @@ class ParseTest : public RewriteTest {
   }
   std::string from_memory(std::string_view text) {
     return read(text, [this](std::string_view part, ProgramBuilder& builder) {
-      parse_text(part, builder, verbatim_);
+      parse_text(part, current_run().files.add(""), builder, verbatim_);
     });
   }
   std::string from_file(std::string_view text) {
     return read(text, [this](std::string_view part, ProgramBuilder& builder) {
       const InputFile file(written({part}).front());
-      parse_file(file.handle(), builder, verbatim_);
+      parse_file(file.handle(), current_run().files.add(""), builder, verbatim_);
     });
   }
 
@@ -99,7 +99,8 @@ struct Interruption : std::stringbuf {
   std::streamsize xsputn(const char* text, std::streamsize length) override {
     std::ostringstream ignored;
     ProgramBuilder builder;
-    parse_text("% \n@s. b :- c. ASITIS %*other*% ) #import", builder, ignored);
+    parse_text("% \n@s. b :- c. ASITIS %*other*% ) #import", current_run().files.add(""), builder,
+               ignored);
     return std::stringbuf::xsputn(text, length);
   }
 };
@@ -108,7 +109,7 @@ TEST_F(ParseTest, GoesOnWhereAnotherParseInterruptedIt) {
   Interruption interruption;
   std::ostream verbatim(&interruption);
   ProgramBuilder builder;
-  parse_text("a :- d, ASITIS %*own*% e(f). g.", builder, verbatim);
+  parse_text("a :- d, ASITIS %*own*% e(f). g.", current_run().files.add(""), builder, verbatim);
   EXPECT_EQ(interruption.str(),
             "% ASITIS's Body is herein written verbatim\nown\n% End of ASITIS's Section\n\n");
   const std::string all = all_that_was_read();
@@ -116,7 +117,7 @@ TEST_F(ParseTest, GoesOnWhereAnotherParseInterruptedIt) {
       all.starts_with("a_1(b,s) :- a_1(c,s).\na_1(b,s) :- a_1(c,s).\n"
                       "a_1(b,s) :- a_1(c,s).\n"
                       "a_1(a,default) :- a_1(d,default), a_2(e,default,f).\n"
-                      "a_1(g,default).\n0:2:5\n0:2:5\n0:2:5\n0:1:1\n0:1:30\n"))
+                      "a_1(g,default).\n1:2:5\n2:2:5\n3:2:5\n0:1:1\n0:1:30\n"))
       << all;
 }
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "driver/phases.h"
+#include "driver/rewriting.h"
 
 namespace zarel {
 

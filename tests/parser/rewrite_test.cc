@@ -96,9 +96,9 @@ TEST_F(RewriteTest, CountsTheRecoveriesFromErrors) {
     const std::vector<std::string> files = written({input});
     std::ostringstream ignored;
     const FreshRun run;
-    report_state().errors = &ignored;
+    show_findings(ignored, ignored);
     EXPECT_THROW(read_program(files, "", ignored), RunEnd) << input;
-    EXPECT_EQ(report_state().parser_errors, errors) << input;
+    EXPECT_EQ(current_run().findings.parser_errors, errors) << input;
   }
 }
 

@@ -4,6 +4,7 @@
 #include <thread>
 
 #include "../model/fresh_run.h"
+#include "driver/diagnostics.h"
 #include "output/answer_set_reader.h"
 #include "rewrite_fixture.h"
 
@@ -30,8 +31,7 @@ std::string outcome(const Job& job) {
   const RewrittenProgram program = rewrite({job.path}, job.options);
   const FreshRun run;
   std::ostringstream printed;
-  report_state().output = &printed;
-  report_state().errors = &printed;
+  show_findings(printed, printed);
   try {
     read_answer_sets(std::string_view("{" + program.clauses + "}"));
   } catch (const RunEnd& end) {

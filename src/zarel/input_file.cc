@@ -1,4 +1,4 @@
-#include "driver/input_file.h"
+#include "zarel/input_file.h"
 
 namespace zarel {
 

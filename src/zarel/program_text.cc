@@ -1,4 +1,4 @@
-#include "driver/program_text.h"
+#include "zarel/program_text.h"
 
 #include "model/printer.h"
 

@@ -1,30 +1,22 @@
 #pragma once
-// phases.h - the phases of the rewriting, in the order in which a run goes through them; and all of
-// them as one call.
+// rewriting.h - the reading of the input, and all of the rewriting as one call, with the
+// established texts.
 
 #include <iosfwd>
 #include <string>
 #include <vector>
 
-#include "base/place.h"
+#include "base/line_map.h"
+#include "model/origin.h"
 
 namespace zarel {
 
 // Reads every file into one program, and then the library of a semantics: "constrained", a file's
-// name, or none. A file that cannot be opened is reported and left out. Ends
-// the run with status 1 when an error was counted.
+// name, or none. A file that cannot be opened is reported and left out. Ends the run with status 1
+// when an error was counted.
 void read_program(const std::vector<std::string>& files, const std::string& semantics,
                   std::ostream& verbatim);
 
-// Checks all template invocations, ending the run with status 1 at the first fault, and expands
-// them.
-void expand_templates(std::ostream& legend);
-
-// Ends the run with status 1 at the first rule that is not safe, shown on standard error.
-void check_safety();
-
-// The rewriting for tests, fuzzers and other programs: no shell, no fixed files, no end of the
-// process.
 struct RewriteOptions {
   bool has_arity_check = false;
   bool has_safety_check = false;
@@ -38,10 +30,11 @@ struct RewrittenProgram {
   std::string legend;      // of template invocations
   std::string output;      // what reading said on standard output
   std::string messages;    // and on standard error
-  std::vector<SourceLocation> places;    // of the clauses that are not generated, in their order
+  std::vector<ClauseSource> sources;    // of the clauses that no template made, in their order
 };
 
-// Rewrites the program of these files, in a run of its own.
+// Rewrites the program of these files, in a run of its own, without a solver, fixed files, or an
+// end of the process.
 RewrittenProgram rewrite(const std::vector<std::string>& files, const RewriteOptions& options);
 
 }    // namespace zarel
