@@ -7,7 +7,7 @@ namespace zarel {
 
 // The place of the run's work, as that of a frame.
 inline ClauseSource frame_source() {
-  return {work_source().location, OriginId::kFrame};
+  return {work().source().location, OriginId::kFrame};
 }
 
 }    // namespace zarel

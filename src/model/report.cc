@@ -21,16 +21,12 @@ Work& work() {
   return current_run().work;
 }
 
-ClauseSource work_source() {
-  return {work().span.first(), work().origin};
-}
-
 Place work_place() {
-  return place_of(work().span);
+  return place_of(work().where());
 }
 
 WorkScope::WorkScope(const ClauseSource& source) : before_(work()) {
-  work() = {span_at(source.location), source.origin};
+  work() = {span_at(source.location), source.origin, nullptr};
 }
 
 WorkScope::WorkScope(OriginId origin) : before_(work()) {

@@ -18,11 +18,14 @@ namespace zarel {
 struct Work {
   SourceSpan span = {};
   OriginId origin = OriginId::kWritten;
+  const SourceRange* reading = nullptr;    // while a file is parsed: where, in place of the span's
+
+  SourceSpan where() const { return {span.file, reading == nullptr ? span.range : *reading}; }
+  ClauseSource source() const { return {where().first(), origin}; }
 };
 
-// The current run's work.
+// The current run's work, and its place with columns in characters.
 Work& work();
-ClauseSource work_source();
 Place work_place();
 
 // The work from now to the end of the scope; then what it was before.

@@ -7,7 +7,7 @@
 %define lr.type ielr
 %param {void* scanner}
 %parse-param {zarel::ParserStacks& stacks} {zarel::ProgramBuilder& build}
-%initial-action { @$ = {1, 1, 1, 1}; }
+%initial-action { @$ = {1, 1, 1, 1}; build.follow(yyloc); }
 %expect 0
 
 %code requires {
@@ -24,7 +24,7 @@ zarel::ScannerActions* yyget_extra(void* scanner);
 namespace {
 void yyerror(const zarel::SourceRange* place, void* /*scanner*/, zarel::ParserStacks& /*stacks*/,
              zarel::ProgramBuilder& build, const char* message) {
-  build.at(*place).parser_failed(message);
+  build.at(*place)->parser_failed(message);
 }
 }  // namespace
 
@@ -35,9 +35,9 @@ void yyerror(const zarel::SourceRange* place, void* /*scanner*/, zarel::ParserSt
 #define YYMALLOC stacks.allocate
 #define YYFREE stacks.release
 
-// A construct stands from its first token to its last. The builder is told before the action.
+// A construct stands from its first token to its last; the builder follows it in yyloc.
 #define YYLLOC_DEFAULT(Current, Rhs, Count) \
-  build.at((Current) = zarel::joined(YYRHSLOC(Rhs, (Count) != 0 ? 1 : 0), YYRHSLOC(Rhs, Count)))
+  ((Current) = zarel::joined(YYRHSLOC(Rhs, (Count) != 0 ? 1 : 0), YYRHSLOC(Rhs, Count)))
 
 using zarel::AggregateFunction;
 using zarel::BUILTIN;
@@ -252,7 +252,7 @@ body
   | frame_literal              { $$ = build.first_frame($frame_literal); }
   | body[list] COMMA item      { $$ = build.next_literal($list, $item); }
   | body[list] COMMA frame_literal
-                               { $$ = build.at(@frame_literal).next_frame($list, $frame_literal); }
+                               { $$ = build.at(@frame_literal)->next_frame($list, $frame_literal); }
   ;
 
 item
@@ -266,7 +266,7 @@ conjunction
   | frame_literal                        { $$ = build.first_frame($frame_literal); }
   | conjunction[list] COMMA simple_item  { $$ = build.next_literal($list, $simple_item); }
   | conjunction[list] COMMA frame_literal
-                                         { $$ = build.at(@frame_literal).next_frame($list, $frame_literal); }
+                                         { $$ = build.at(@frame_literal)->next_frame($list, $frame_literal); }
   ;
 
 simple_item
@@ -289,7 +289,7 @@ simple_item
   | value EQUAL operand[a] arithmetic operand[b]
                                { $$ = build.builtin($arithmetic, build.terms($a, $b, $value)); }
   | MAXINT EQUAL operand[a] arithmetic operand[b]
-                               { $$ = build.builtin($arithmetic, build.terms($a, $b, build.at(@MAXINT).maxint_term())); }
+                               { $$ = build.builtin($arithmetic, build.terms($a, $b, build.at(@MAXINT)->maxint_term())); }
   ;
 
 equality
@@ -513,7 +513,7 @@ integer_term
 
 guarded
   : value EQUAL aggregate              { $$ = build.left_equal($value, $aggregate); }
-  | MAXINT EQUAL aggregate             { $$ = build.left_equal(build.at(@MAXINT).maxint_term(), $aggregate); }
+  | MAXINT EQUAL aggregate             { $$ = build.left_equal(build.at(@MAXINT)->maxint_term(), $aggregate); }
   | other_term EQUAL aggregate         { $$ = build.left_equal($other_term, $aggregate); }
   | aggregate EQUAL term               { $$ = build.right_equal($aggregate, $term); }
   | term less aggregate                { $$ = build.left_guarded($term, $less, $aggregate); }

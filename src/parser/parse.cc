@@ -8,7 +8,8 @@ namespace {
 
 void parse(const ScannerInput& input, std::uint32_t file, ProgramBuilder& builder,
            std::ostream& verbatim) {
-  builder.start_file(file);
+  const WorkScope reading(Work{{file, {1, 1, 1, 1}}, OriginId::kWritten, nullptr});
+  builder.start_file();
   ScannerActions actions(input, file, verbatim);
   const scannerT scanner(actions);
   ParserStacks stacks;

@@ -68,9 +68,7 @@ void say_that_query_is_replaced(const Body& old_query, const Body& new_query) {
 
 }    // namespace
 
-void ProgramBuilder::start_file(std::uint32_t file) {
-  file_ = file;
-  work_ = {{file, {1, 1, 1, 1}}};
+void ProgramBuilder::start_file() {
   spaces_.start_file();
   leave_template();
   end_statement();
@@ -274,13 +272,11 @@ TERMT ProgramBuilder::weight(Number whole, Number fraction) {
 TERMT ProgramBuilder::flat_integer(std::string_view digits, const TokenText& fact) {
   std::uint32_t value = 0;
   std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  const SourceRange whole = work_.span.range;
+  const SourceRange whole = work_.where().range;
   const auto begin = static_cast<std::uint32_t>(digits.data() - fact.begin) + whole.first_column;
   const auto length = static_cast<std::uint32_t>(digits.size());
-  const TERMT term =
-      at({whole.first_line, begin, whole.first_line, begin + length - 1}).bounds_.integer(value);
-  at(whole);
-  return term;
+  const SourceRange own{whole.first_line, begin, whole.first_line, begin + length - 1};
+  return at(own)->bounds_.integer(value);
 }
 
 TERMT ProgramBuilder::flat_term(std::string_view text, const TokenText& fact) {
@@ -313,7 +309,7 @@ void ProgramBuilder::rule(Body* body) {
   if (head_frame_) return frame_rule(body);
   Rule rule;
   rule.init(&head_, body);
-  clauses().emplace_back(std::move(rule), work_source());
+  clauses().emplace_back(std::move(rule), work_.source());
   end_statement();
 }
 
@@ -336,13 +332,13 @@ void ProgramBuilder::range_fact(NameId name, const TERMT& first, const TERMT& la
 
 void ProgramBuilder::constraint(Body* body) {
   rewriteFunctions(nullptr, *body);
-  clauses().emplace_back(Constraint(*body), work_source());
+  clauses().emplace_back(Constraint(*body), work_.source());
   end_statement();
 }
 
 void ProgramBuilder::weak_constraint(Body* body, const WeakCost& cost) {
   rewriteFunctions(nullptr, *body);
-  clauses().emplace_back(WeakConstraint(*body, cost), work_source());
+  clauses().emplace_back(WeakConstraint(*body, cost), work_.source());
   end_statement();
 }
 
@@ -355,7 +351,7 @@ bool ProgramBuilder::query(Body* body) {
   if (hasFunctionTerm()) rewriteQuery(*body);
   if (!QUERIES().empty()) say_that_query_is_replaced(QUERIES().back(), *body);
   QUERIES().assign(1, *body);
-  current_run().query_places.assign(1, work_source().location);
+  current_run().query_places.assign(1, work_.source().location);
   LocalVariables().reset();
   end_statement();
   return true;
@@ -367,20 +363,20 @@ void ProgramBuilder::maxint_directive(Number number) {
 }
 
 void ProgramBuilder::maxint_directive(const TERMT& term) {
-  if (bounds_.define(term)) CLAUSES().emplace_back(term, work_source());
+  if (bounds_.define(term)) CLAUSES().emplace_back(term, work_.source());
   end_statement();
 }
 
 void ProgramBuilder::include_line(NameId name) {
   std::string line = "#include ";
   Includes().push_back(line.append(names().spelling(name)));
-  current_run().include_places.push_back(work_source().location);
+  current_run().include_places.push_back(work_.source().location);
 }
 
 void ProgramBuilder::include_library_line(NameId name) {
   std::string line = "#include <";
   Includes().push_back(line.append(names().spelling(name)).append(">"));
-  current_run().include_places.push_back(work_source().location);
+  current_run().include_places.push_back(work_.source().location);
 }
 
 void ProgramBuilder::declare_namespace(NameId prefix, NameId uri) {
@@ -407,7 +403,7 @@ void ProgramBuilder::open_template(NameId name, Number output_arity) {
   definition_.outputArity = static_cast<std::int32_t>(output_arity.value);
   definition_.sequence_number = static_cast<std::uint32_t>(cont());
   definition_.frame_space = spaces_.current_default();
-  definition_.head = work_.span;
+  definition_.head = work_.where();
   is_in_template_ = true;
 }
 
@@ -439,7 +435,7 @@ ATOMT ProgramBuilder::invocation(NameId name, ActualsMark actuals, TermsMark out
     invocation.actuals.add(actual);
     invocation.origins.push_back({actual, spaces_.current_default()});
   }
-  invocation.written = work_.span;
+  invocation.written = work_.where();
   has_invocation_ = true;
   if (is_in_template_) return ATOMT(invocation);
   invocation.expansion_key = marker_key(expansion_of(invocation));

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <deque>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "frames/frame_translation.h"
@@ -41,12 +42,27 @@ class ProgramBuilder {
  public:
   ProgramBuilder() : work_(work()) {}
 
-  void start_file(std::uint32_t file);    // by its number in the run's table
-  // The construct stands there whose action comes next.
-  ProgramBuilder& at(const SourceRange& place) {
-    work_.span = {file_, place};
-    return *this;
-  }
+  void start_file();
+
+  // While a file is parsed, the place of the construct whose action runs.
+  void follow(const SourceRange& place) { work_.reading = &place; }
+
+  // The builder, for one call, with what it reports and makes at another place.
+  class Placed {
+   public:
+    Placed(ProgramBuilder& builder, const SourceRange& place)
+        : builder_(builder), before_(std::exchange(builder.work_.reading, &place)) {}
+    ~Placed() { builder_.work_.reading = before_; }
+    Placed(const Placed&) = delete;
+    Placed& operator=(const Placed&) = delete;
+    ProgramBuilder* operator->() const { return &builder_; }
+
+   private:
+    ProgramBuilder& builder_;
+    const SourceRange* before_;
+  };
+  Placed at(const SourceRange& place) { return {*this, place}; }
+
   void parser_failed(std::string_view message) const;    // as the generated parser says it
   void skipped_statement();                              // after a syntax error: counts it
 
@@ -173,7 +189,6 @@ class ProgramBuilder {
   ListStack<ATOMT> actuals_;
   bool has_invocation_ = false;    // in this statement
   Work& work_;                     // the run's
-  std::uint32_t file_ = kNoFile;
 };
 
 }    // namespace zarel

@@ -5,7 +5,7 @@
 namespace zarel {
 
 void add_generated(CLAUSET::Payload payload) {
-  CLAUSES().emplace_back(std::move(payload), work_source());
+  CLAUSES().emplace_back(std::move(payload), work().source());
   ++nclause();
 }
 

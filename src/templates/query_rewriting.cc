@@ -35,7 +35,7 @@ void rewriteQuery(Body& query) {
   head.add(answer);
   Rule rule;
   rule.init(&head, &query);
-  CLAUSES().emplace_back(std::move(rule), ClauseSource{work_source().location, OriginId::kQuery});
+  CLAUSES().emplace_back(std::move(rule), ClauseSource{work().source().location, OriginId::kQuery});
   query.clear();
   query.add({answer, false});
 }
