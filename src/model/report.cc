@@ -44,7 +44,9 @@ Place place_of(const SourceSpan& span) {
 void report(Diagnostic finding) {
   Findings& findings = current_run().findings;
   finding.parser_line = findings.parser_line;
-  if (kind_of(finding.code).is_counted) ++findings.parser_errors;
+  const DiagnosticKind& kind = kind_of(finding.code);
+  if (kind.is_counted) ++findings.parser_errors;
+  if (kind.severity == Severity::kError) ++findings.errors;
   if (findings.sink) {
     findings.sink(std::move(finding));
   } else {

@@ -43,6 +43,7 @@ struct Findings {
   std::vector<Diagnostic> kept;    // in their order
   int parser_line = 0;             // the line that messages show; the scanners advance it
   int parser_errors = 0;           // errors that keep the program from being solved
+  int errors = 0;                  // findings of that severity, among them files that are missing
 };
 
 // Tables of the folders above the model: each knows its own type alone.

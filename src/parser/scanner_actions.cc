@@ -75,8 +75,9 @@ void ScannerActions::underscore_identifier(std::string_view spelling) {
 
 void ScannerActions::unknown_character(char character) {
   const std::string_view text(&character, 1);
-  report({Code::kUnknownCharacter, place_of(here()), std::string(text)});
+  const SourceLocation place = here();
   pass_line(text);
+  report({Code::kUnknownCharacter, place_of(place), std::string(text)});
 }
 
 void ScannerActions::open_verbatim(std::string_view mark) {

@@ -1,6 +1,9 @@
 #include "zarel/program_text.h"
 
+#include <algorithm>
+
 #include "model/printer.h"
+#include "model/run.h"
 
 namespace zarel {
 namespace {
@@ -14,11 +17,23 @@ std::size_t write_piece(std::ostream& out, Text& text) {
   return length;
 }
 
+void append_query(Text& text, const Body& query) {
+  append_list(text, query, ", ");
+  text += "?\n";
+}
+
 std::size_t written_count() {
   return CLAUSES().size() - static_cast<std::size_t>(nclause());
 }
 
 }    // namespace
+
+void MappedText::append(std::string_view piece, const LineSource& source) {
+  text += piece;
+  for (auto ends = std::count(piece.begin(), piece.end(), '\n'); ends > 0; --ends) {
+    lines.add(source);
+  }
+}
 
 std::size_t write_clauses(std::ostream& out, std::span<const CLAUSET> clauses) {
   Text text;
@@ -33,11 +48,36 @@ std::size_t write_clauses(std::ostream& out, std::span<const CLAUSET> clauses) {
 
 std::size_t write_queries(std::ostream& out) {
   Text text;
-  for (const Body& query : QUERIES()) {
-    append_list(text, query, ", ");
-    text += "?\n";
-  }
+  for (const Body& query : QUERIES()) append_query(text, query);
   return write_piece(out, text);
+}
+
+void append_clauses(MappedText& program, std::span<const CLAUSET> clauses) {
+  Text text;
+  for (const CLAUSET& clause : clauses) {
+    append_text(text, clause);
+    text += '\n';
+    const auto origin = static_cast<std::uint32_t>(clause.source().origin);
+    program.append(text.view(), {clause.source().location, origin});
+    text.clear();
+  }
+}
+
+MappedText program_text(std::string_view verbatim) {
+  const Run& run = current_run();
+  MappedText program{std::string(verbatim), run.verbatim_lines};
+  for (std::size_t i = 0; i < run.includes.size(); ++i) {
+    program.append(run.includes[i], {});
+    program.append("\n", {run.include_places[i]});
+  }
+  append_clauses(program, run.clauses);
+  Text text;
+  for (std::size_t i = 0; i < run.queries.size(); ++i) {
+    append_query(text, run.queries[i]);
+    program.append(text.view(), {run.query_places[i]});
+    text.clear();
+  }
+  return program;
 }
 
 std::span<const CLAUSET> written_clauses() {

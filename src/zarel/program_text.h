@@ -4,7 +4,10 @@
 #include <cstddef>
 #include <ostream>
 #include <span>
+#include <string>
+#include <string_view>
 
+#include "base/line_map.h"
 #include "model/clause.h"
 #include "model/program.h"
 
@@ -15,6 +18,19 @@ std::size_t write_clauses(std::ostream& out, std::span<const CLAUSET> clauses);
 
 // Every query of the program: its literals, "?", a line end. Returns the length of the text.
 std::size_t write_queries(std::ostream& out);
+
+// A text, and where its lines come from. An origin is that of a clause: an OriginId.
+struct MappedText {
+  std::string text;
+  LineMap lines;
+
+  // Adds a piece. The lines that end in it come from there.
+  void append(std::string_view piece, const LineSource& source);
+};
+
+// The whole program as a solver reads it: the verbatim sections, which are `verbatim`, the include
+// lines, all clauses, and the query. Verbatim text and include lines come from themselves.
+MappedText program_text(std::string_view verbatim);
 
 // The clauses that the user's statements became, and those that template expansion added behind
 // them.

@@ -1,0 +1,65 @@
+#include "zarel/program.h"
+
+#include <utility>
+
+#include "zarel/phases.h"
+
+namespace zarel {
+
+Program::Program(const ProgramOptions& options, DiagnosticSink sink)
+    : run_({options.has_arity_check, options.has_linked_templates}),
+      has_safety_check_(options.has_safety_check) {
+  const Run::Scope scope(run_);
+  reader_.emplace(verbatim_);
+  run_.findings.sink = std::move(sink);
+}
+
+// False when the run ends in the action, or has ended before.
+bool Program::attempt(const std::function<void()>& action) {
+  if (has_ended_) return false;
+  const Run::Scope scope(run_);
+  try {
+    action();
+  } catch (const RunEnd&) {
+    has_ended_ = true;
+  }
+  return !has_ended_;
+}
+
+void Program::read_file(const std::string& path) {
+  attempt([&] { reader_->read_file(path, path); });
+}
+
+void Program::read_text(std::string_view text, std::string_view name) {
+  attempt([&] { reader_->read_text(text, name); });
+}
+
+bool Program::rewrite() {
+  if (run_.findings.errors != 0) return false;
+  return attempt([this] {
+    std::ostringstream legend;
+    expand_templates(legend);
+    if (has_safety_check_) check_safety();
+    rewritten_ = program_text(verbatim_.view());
+  });
+}
+
+LineOrigin Program::origin_of_line(std::size_t line) const {
+  if (line == 0 || line > rewritten_.lines.lines()) return {};
+  const LineSource source = rewritten_.lines.source_of(line);
+  LineOrigin result{run_.files.place(source.location), {}};
+  for (auto id = static_cast<OriginId>(source.origin); id != OriginId::kWritten;) {
+    const Origin& origin = run_.origins[id];
+    OriginStep step{origin.kind, {}, {}};
+    id = OriginId::kWritten;
+    if (origin.template_name) {
+      step.template_name = run_.names.spelling(*origin.template_name);
+      step.invocation = run_.files.place(origin.invocation.location);
+      id = origin.invocation.origin;
+    }
+    result.steps.push_back(std::move(step));
+  }
+  return result;
+}
+
+}    // namespace zarel

@@ -1,0 +1,74 @@
+#pragma once
+// program.h - a program, from its texts to what a solver reads: what a host of the library calls.
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/run.h"
+#include "zarel/input_reader.h"
+#include "zarel/program_text.h"
+
+namespace zarel {
+
+struct ProgramOptions {
+  bool has_arity_check = false;
+  bool has_safety_check = false;
+  bool has_linked_templates = false;
+};
+
+// What made a line of the rewritten program out of the user's text, from the inside outwards: the
+// first step made the line itself, each further one the invocation of the step before.
+struct OriginStep {
+  OriginKind kind = OriginKind::kWritten;
+  std::string template_name;    // when it is a template, or made something in its expansion
+  Place invocation;             // of that template
+};
+
+// Where a line of the rewritten program comes from.
+struct LineOrigin {
+  Place place;                      // not known for a line that there is not
+  std::vector<OriginStep> steps;    // none for what was written so, but for its encoding
+};
+
+// One program and its run. Several live side by side, each used by one thread at a time; nothing is
+// shared. No file is written, and nothing of the process is touched.
+class Program {
+ public:
+  // Findings are kept, or handed to `sink` as they come.
+  explicit Program(const ProgramOptions& options = {}, DiagnosticSink sink = {});
+
+  // Adds a file, or a text that has to last as long as the program, which findings call `name`.
+  // What is wrong is among the findings; behind what cannot be gone on from, nothing is read.
+  void read_file(const std::string& path);
+  void read_text(std::string_view text, std::string_view name);
+
+  // When all is read: expands the templates, and makes the text. Returns whether the program can be
+  // solved; otherwise the findings say why not, and there is no text.
+  bool rewrite();
+
+  const std::string& text() const { return rewritten_.text; }
+  LineOrigin origin_of_line(std::size_t line) const;    // of the text, from 1
+
+  // What is wrong, in the order in which it was found; nothing when a sink takes it.
+  std::span<const Diagnostic> findings() const { return run_.findings.kept; }
+  const FileTable& files() const { return run_.files; }    // by the numbers in places
+
+  Run& run() { return run_; }
+
+ private:
+  bool attempt(const std::function<void()>& action);
+
+  Run run_;
+  std::ostringstream verbatim_;
+  std::optional<InputReader> reader_;    // made inside the run
+  bool has_safety_check_;
+  bool has_ended_ = false;    // by a finding that nothing can go on from
+  MappedText rewritten_;
+};
+
+}    // namespace zarel
