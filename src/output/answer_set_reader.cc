@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "base/parser_stacks.h"
+#include "grammar.h"
 #include "model/run.h"
 #include "output/answer_set_builder.h"
 #include "output/scanner_input.h"
-#include "output_grammar.h"
 
 namespace zarel {
 namespace {

@@ -8,10 +8,10 @@
 #include <unistd.h>
 #include <utility>
 
+#include "grammar.h"
 #include "model/report.h"
-#include "output_grammar.h"
 #define YYSTYPE OUTPUT_YYSTYPE    // the scanner's header knows the value type by this name alone
-#include "output_scanner.h"
+#include "scanner.h"
 
 namespace zarel {
 namespace {

@@ -1,6 +1,6 @@
 #include "parser/parse.h"
 
-#include "grammar.hh"
+#include "grammar.h"
 #include "parser/token_scanner.h"
 
 namespace zarel {

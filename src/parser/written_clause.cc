@@ -4,7 +4,7 @@
 #include <memory>
 #include <sstream>
 
-#include "grammar.hh"
+#include "grammar.h"
 #include "model/run.h"
 #include "parser/scanner_actions.h"
 #include "parser/token_scanner.h"
