@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "run_program.h"
+#include "support/run_program.h"
 
 namespace zarel {
 namespace {

@@ -24,7 +24,7 @@
 #include <string>
 #include <vector>
 
-#include "run_program.h"
+#include "support/run_program.h"
 
 namespace zarel {
 namespace {
@@ -77,7 +77,7 @@ std::vector<std::string> sorted_lines(const std::string& text) {
 }
 
 fs::path example_file(const std::string& name, const std::string& ending) {
-  return fs::path(EXAMPLES_FOLDER) / (name + ending);
+  return fs::path(PROJECT_FOLDER "/examples") / (name + ending);
 }
 
 // The name of a variant begins with that of its program.
@@ -87,8 +87,8 @@ std::string program_of(const std::string& name) {
 
 void check_example(const std::string& name) {
   const WorkFolder folder;
-  fs::copy(EXAMPLES_FOLDER, folder.path() / "examples", fs::copy_options::recursive);
-  fs::copy(LIBRARY_FOLDER, folder.path() / "library", fs::copy_options::recursive);
+  fs::copy(PROJECT_FOLDER "/examples", folder.path() / "examples", fs::copy_options::recursive);
+  fs::copy(PROJECT_FOLDER "/library", folder.path() / "library", fs::copy_options::recursive);
   const fs::path expected = example_file(name, ".expected");
   const Outcome outcome =
       folder.run("cd examples; zarel -silent " + first_line_of(example_file(name, ".options")) +
@@ -103,7 +103,7 @@ void check_example(const std::string& name) {
 std::set<std::string> example_names() {
   std::set<std::string> names;
   std::set<std::string> programs;
-  for (const auto& entry : fs::directory_iterator(EXAMPLES_FOLDER)) {
+  for (const auto& entry : fs::directory_iterator(PROJECT_FOLDER "/examples")) {
     const std::string ending = entry.path().extension().string();
     const std::string stem = entry.path().stem().string();
     if (ending == ".zrl") programs.insert(stem);
@@ -138,7 +138,8 @@ int main(int argument_count, char** arguments) {
     zarel::register_check("Examples", name, [name] { zarel::check_example(name); });
   }
   std::set<std::filesystem::path> cases;    // AREA/NAME, every folder that holds an `args`
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(GOLDEN_FOLDER)) {
+  for (const auto& entry :
+       std::filesystem::recursive_directory_iterator(PROJECT_FOLDER "/tests/golden")) {
     if (entry.path().filename() == "args") cases.insert(entry.path().parent_path());
   }
   for (const std::filesystem::path& folder : cases) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "run_program.h"
+#include "support/run_program.h"
 
 namespace dl_test {
 

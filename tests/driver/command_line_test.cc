@@ -2,7 +2,7 @@
 
 #include <regex>
 
-#include "run_program.h"
+#include "support/run_program.h"
 
 namespace zarel {
 namespace {
@@ -91,7 +91,7 @@ TEST(CommandLine, ShowsTheFirstThreeParagraphsOfTheLicenceForVerbose) {
   const std::string notice =
       behind_banner(folder.run("zarel -silent --license missing.zrl").output);
   EXPECT_EQ(behind_banner(folder.run("zarel -license").output), notice);
-  EXPECT_EQ(notice, text_of(LICENSE_FILE) + "\n");
+  EXPECT_EQ(notice, text_of(PROJECT_FOLDER "/LICENSE") + "\n");
   std::size_t end = 0;
   for (int i = 0; i < 3; ++i) end = notice.find("\n\n", end) + 2;
   Outcome verbose = folder.run("zarel -v");

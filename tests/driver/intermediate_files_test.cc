@@ -1,7 +1,7 @@
 // intermediate_files_test.cc - ".source", ".legend", ".output" and the standard streams when they
 // cannot be opened, written or read.
 
-#include "run_program.h"
+#include "support/run_program.h"
 
 namespace zarel {
 namespace {

@@ -1,7 +1,7 @@
 // solver_process_test.cc - how the solver is found and called, and solvers that fail, die, hang or
 // talk too much.
 
-#include "run_program.h"
+#include "support/run_program.h"
 
 namespace zarel {
 namespace {

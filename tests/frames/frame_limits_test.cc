@@ -1,7 +1,7 @@
 // frame_limits_test.cc - deep, wide and broken frames: all of it in linear time, nothing lost.
 
-#include "../output/reading_fixture.h"
-#include "../parser/rewrite_fixture.h"
+#include "support/rewrite_fixture.h"
+#include "support/texts.h"
 
 namespace zarel {
 namespace {

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "../model/fresh_run.h"
 #include "frames/frame.h"
 #include "model/printer.h"
+#include "support/fresh_run.h"
 
 namespace zarel {
 

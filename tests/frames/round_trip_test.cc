@@ -4,10 +4,10 @@
 #include <set>
 #include <sstream>
 
-#include "../model/fresh_run.h"
-#include "../parser/rewrite_fixture.h"
 #include "driver/diagnostics.h"
 #include "output/answer_set_reader.h"
+#include "support/fresh_run.h"
+#include "support/rewrite_fixture.h"
 
 namespace zarel {
 namespace {

@@ -3,10 +3,10 @@
 
 #include "functions/function_terms.h"
 
-#include "../model/fresh_run.h"
-#include "../output/reading_fixture.h"
-#include "../parser/rewrite_fixture.h"
 #include "model/printer.h"
+#include "support/fresh_run.h"
+#include "support/rewrite_fixture.h"
+#include "support/texts.h"
 
 namespace zarel {
 namespace {

@@ -4,13 +4,13 @@
 #include <optional>
 #include <sstream>
 
-#include "../parser/rewrite_fixture.h"
 #include "driver/diagnostics.h"
-#include "fresh_run.h"
 #include "model/generic_atoms.h"
 #include "model/printer.h"
 #include "model/program.h"
 #include "model/template_records.h"
+#include "support/fresh_run.h"
+#include "support/rewrite_fixture.h"
 
 namespace zarel {
 

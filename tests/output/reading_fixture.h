@@ -3,18 +3,18 @@
 
 #include <cstdio>
 #include <gtest/gtest.h>
-#include <initializer_list>
 #include <memory>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <unistd.h>
 
-#include "../model/fresh_run.h"
 #include "driver/diagnostics.h"
 #include "model/namespaces.h"
 #include "output/answer_set_reader.h"
 #include "output/display_settings.h"
+#include "support/fresh_run.h"
+#include "support/texts.h"
 
 namespace zarel {
 
@@ -67,20 +67,5 @@ struct Case {
 };
 class Reader : public ReadingTest<testing::TestWithParam<Case>> {};
 class ReaderState : public ReadingTest<testing::Test> {};
-
-inline constexpr auto case_name = [](const auto& test) { return std::string(test.param.name); };
-
-inline std::string repeated(std::string_view text, std::size_t count) {
-  std::string all;
-  all.reserve(text.size() * count);
-  for (std::size_t i = 0; i < count; ++i) all += text;
-  return all;
-}
-
-inline std::string joined(std::initializer_list<std::string_view> pieces) {
-  std::string all;
-  for (const std::string_view piece : pieces) all += piece;
-  return all;
-}
 
 }    // namespace zarel

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <random>
 
-#include "rewrite_fixture.h"
+#include "support/rewrite_fixture.h"
 
 namespace zarel {
 namespace {
@@ -157,7 +157,8 @@ TEST_F(RewriteTest, OutlivesBinaryGarbage) {
 
 TEST_F(RewriteTest, OutlivesPrefixesOfTheGoldenInputs) {
   int inputs = 0;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(GOLDEN_FOLDER)) {
+  for (const auto& entry :
+       std::filesystem::recursive_directory_iterator(PROJECT_FOLDER "/tests/golden")) {
     if (entry.path().extension() != ".zrl") continue;
     std::ifstream file(entry.path(), std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(file), {}};

@@ -4,11 +4,11 @@
 
 #include <sstream>
 
-#include "../model/fresh_run.h"
 #include "driver/diagnostics.h"
 #include "model/program.h"
 #include "parser/program_builder.h"
-#include "rewrite_fixture.h"
+#include "support/fresh_run.h"
+#include "support/rewrite_fixture.h"
 #include "zarel/input_file.h"
 #include "zarel/phases.h"
 #include "zarel/program_text.h"
@@ -81,7 +81,8 @@ TEST_F(ParseTest, ReadsTheSameFromMemoryAsFromAFile) {
   for (int i = 0; i < 10'000; ++i) long_text += "\np(a" + std::to_string(i) + ",\"b\nc\").";
   using std::string_literals::operator""s;
   std::vector<std::string> texts{"", "a", "p(\"a", "p(\"a\0\"). p(\"\0b\n q."s, long_text};
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(GOLDEN_FOLDER)) {
+  for (const auto& entry :
+       std::filesystem::recursive_directory_iterator(PROJECT_FOLDER "/tests/golden")) {
     if (entry.path().extension() != ".zrl") continue;
     std::ifstream file(entry.path(), std::ios::binary);
     texts.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());

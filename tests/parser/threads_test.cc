@@ -3,10 +3,10 @@
 #include <random>
 #include <thread>
 
-#include "../model/fresh_run.h"
 #include "driver/diagnostics.h"
 #include "output/answer_set_reader.h"
-#include "rewrite_fixture.h"
+#include "support/fresh_run.h"
+#include "support/rewrite_fixture.h"
 
 namespace zarel {
 namespace {
@@ -19,7 +19,8 @@ struct Job {
 
 std::vector<Job> all_jobs() {
   std::vector<Job> jobs;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(GOLDEN_FOLDER)) {
+  for (const auto& entry :
+       std::filesystem::recursive_directory_iterator(PROJECT_FOLDER "/tests/golden")) {
     if (entry.path().extension() != ".zrl") continue;
     jobs.push_back({entry.path(), {}});
     jobs.push_back({entry.path(), {.has_arity_check = true, .has_linked_templates = true}});

@@ -1,21 +1,28 @@
 // registries_test.cc - what template definitions and invocations are kept in, and its dumps.
 
+#include <gtest/gtest.h>
+#include <sstream>
+
+#include "driver/diagnostics.h"
 #include "model/atom_order.h"
+#include "support/fresh_run.h"
+#include "support/texts.h"
 #include "templates/definitions.h"
 #include "templates/group_terms.h"
 #include "templates/inflation.h"
 #include "templates/invocations.h"
 #include "templates/projections.h"
 #include "templates/safety_literals.h"
-#include "templates_fixture.h"
 
 namespace zarel {
 namespace {
 
 using Type = PREDICATE_NAMETS::TYPE;
 
-class TemplateTables : public ReadingTest<testing::Test> {
+class TemplateTables : public testing::Test {
  protected:
+  TemplateTables() { report_state().output = &output_; }
+
   static ATOMT atom(std::string_view name, const std::vector<TERMT>& terms) {
     return {name, terms, Type::kUnknown};
   }
@@ -26,6 +33,8 @@ class TemplateTables : public ReadingTest<testing::Test> {
     return made;
   }
 
+  FreshRun run_;
+  std::ostringstream output_;
   const TERMT asterisk_ = TERMT::asterisk(), dollar_ = TERMT::dollar();
 };
 

@@ -3,8 +3,8 @@
 
 #include <regex>
 
-#include "../output/reading_fixture.h"
-#include "../parser/rewrite_fixture.h"
+#include "support/rewrite_fixture.h"
+#include "support/texts.h"
 
 // The template that most programs invoke, in whole or up to its rules, and its usual invocation.
 #define T_OF_F "#template t{f(1)}(1) { "

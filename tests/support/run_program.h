@@ -1,6 +1,6 @@
 #pragma once
 // run_program.h - runs the built programs as a user's shell does, in a folder of their own, and
-// hands back what they give. Who includes it defines ZAREL_FOLDER, the folder of the programs.
+// hands back what they give. ZAREL_FOLDER is the folder of the programs.
 
 #include <cstdlib>
 #include <filesystem>
@@ -11,6 +11,8 @@
 #include <string>
 #include <string_view>
 #include <sys/wait.h>
+
+#include "support/texts.h"
 
 namespace zarel {
 
@@ -81,7 +83,5 @@ struct ShellCase {
   Outcome outcome() const { return {std::string(output), std::string(errors), status}; }
   friend void PrintTo(const ShellCase& test, std::ostream* out) { *out << test.name; }
 };
-
-inline constexpr auto case_name = [](const auto& test) { return std::string(test.param.name); };
 
 }    // namespace zarel
