@@ -59,7 +59,7 @@ class Translation : public FramesTest {
  protected:
   static std::string written(const std::vector<CLAUSET>& clauses) {
     std::ostringstream out;
-    write_clauses(out, clauses);
+    for (const CLAUSET& clause : clauses) out << clause << '\n';
     return out.str();
   }
   static std::string globals() {

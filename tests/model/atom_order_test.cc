@@ -1,4 +1,4 @@
-// The three-way comparison of atoms.
+// The three-way comparison of atoms; that of atoms which files write is in tests/parser.
 
 #include "model/atom_order.h"
 
@@ -17,31 +17,6 @@ void expect_sign(int sign, const ATOMT& a, const ATOMT& b) {
   EXPECT_EQ(sign_of(a != b), sign) << text_of(a) << " and " << text_of(b);
   EXPECT_EQ(sign_of(b != a), -sign) << text_of(a) << " and " << text_of(b);
   EXPECT_EQ(a != a, 0);
-}
-
-// The same of the two atoms of each constraint of a program.
-void expect_sign_in(const std::vector<CLAUSET>& program, int sign) {
-  for (const CLAUSET& of : program) {
-    const auto literals = std::get<Constraint>(of.payload()).body();
-    expect_sign(sign, literals[0].atom, literals[1].atom);
-  }
-}
-
-// Predicates and names are numbered as they come.
-TEST_F(AtomOrder, GoesByPredicateLengthAndTermsAndThroughAggregatesToTheEnd) {
-  clause(R"(
-    :- p(9), q.               :- p(9), p(1,1).        :- p, p(1).         :- X < 3, X > 2.
-    :- p(X,Y), p(Y,X).        :- p(X,Y), p(X,0).      :- p(1,2), p(1,3).
-    :- 1 < #count{X:p}, 2 < #count{X:p}.              :- X < #count{X:p}, 0 < #count{X:p}.
-    :- 1 < #count{X:p}, 1 <= #count{X:p}.             :- #count{X:p} < 1, #count{X:p} < 2.
-    :- 1 < #count{X:p}, 1 < #count{Y:p}.              :- 1 < #count{X:p}, 1 < #sum{X:p}.
-    :- 1 < #count{X:p}, 1 < #count{X:q}.              :- 1 < #count{X:p}, 1 < #count{X:not p}.
-    :- 1 < #count{X:p}, 1 < #count{X:p, p}.)");
-  expect_sign_in(CLAUSES(), -1);
-  clause(R"(
-    :- p(X,1), p(X,1).
-    :- 1 < #count{X:p, not p, q, not q}, 1 < #count{X:not q, q, not p, p}.)");
-  expect_sign_in(CLAUSES(), 0);
 }
 
 // Aggregates without guards, predicates of two kinds as "&f" and "f", terms that stand alone.

@@ -1,10 +1,7 @@
-// Conjunctions, clauses and their copies, and the lists of the program.
+// Conjunctions, clauses and their copies.
 
 #include "model/clause.h"
 
-#include "model/function_term_table.h"
-#include "model/namespaces.h"
-#include "model/program.h"
 #include "model_fixture.h"
 
 namespace zarel {
@@ -24,42 +21,28 @@ TEST_F(ClauseTest, NegatedLiteralsStandBehindTheOthers) {
 }
 
 TEST_F(ClauseTest, CopiesAreIndependent) {
-  const CLAUSET original = clause("@s.\na :- b.");
+  Head head;
+  head.add(atom("a"));
+  const Body of = body(yes(atom("b")));
+  Rule rule;
+  rule.init(&head, &of);
+  const CLAUSET original(rule, {.line = 2});
   CLAUSET copy = original;
   CLAUSET assigned(TERMT::integer(1), {});
   assigned = original;
   std::get<Rule>(copy.payload()).body()[0].atom = atom("changed");
   std::get<Rule>(assigned.payload()).body()[0].is_negated = true;
-  EXPECT_EQ(list_of(std::vector{original, copy, assigned}),
-            "a(s) :- b(s)., a(s) :- changed., a(s) :- not b(s).");
+  EXPECT_EQ(list_of(std::vector{original, copy, assigned}), "a :- b., a :- changed., a :- not b.");
   copy = std::move(assigned);
-  EXPECT_EQ(text_of(copy), "a(s) :- not b(s).");
+  EXPECT_EQ(text_of(copy), "a :- not b.");
   EXPECT_EQ(copy.source().location.line, 2U);
 }
 
 TEST_F(ClauseTest, KindsHaveTheirCodes) {
   std::uint32_t code = 0;
-  for (const std::string_view text : {"a :- b.", "#maxint = 1.", ":- b.", ":~ b. [2:1]"})
-    EXPECT_EQ(clause(text).kind(), CLAUSET::Kind{code++}) << text;
-}
-
-TEST_F(ClauseTest, OfANewRunAreNoneOfTheOneBefore) {
-  clause("#namespace(n,\"u\") -p(X,n:a). q? #include lib");
-  GLOBALS().add(names().intern("q"));
-  nclause() = 1;
-  FTermTable().enter(0, {names().intern("f"), {}});
-  current_run().options.checks_arity = true;
-  begin({});
-  EXPECT_TRUE(CLAUSES().empty() && QUERIES().empty() && Includes().empty());
-  EXPECT_TRUE(GLOBALS().names().empty() && Atom_Globals().names().empty());
-  EXPECT_TRUE(NegativeAtoms().empty() && vectorName().is_empty() && !prefix_was_used());
-  EXPECT_EQ(nclause(), 0);
-  EXPECT_EQ(FTermTable().count(), 0U);
-  EXPECT_FALSE(OptionArityCheck());
-  EXPECT_EQ(Variables().size(), 0U);
-  EXPECT_FALSE(TERMT::Constants().find("a"));
-  EXPECT_EQ(newTERMT("Y"), TERMT::variable(0));
-  EXPECT_EQ(atom("q").predicate(), kBuiltinCount);
+  for (const CLAUSET::Payload& payload : std::initializer_list<CLAUSET::Payload>{
+           Rule(), num(1), Constraint(body()), WeakConstraint(body(), {num(2), num(1)})})
+    EXPECT_EQ(CLAUSET(payload, {}).kind(), CLAUSET::Kind{code++});
 }
 
 }    // namespace

@@ -1,6 +1,7 @@
 #pragma once
 // model_fixture.h - empty tables for every test, and short ways to build the model's values.
 
+#include <gtest/gtest.h>
 #include <optional>
 #include <sstream>
 
@@ -10,12 +11,11 @@
 #include "model/program.h"
 #include "model/template_records.h"
 #include "support/fresh_run.h"
-#include "support/rewrite_fixture.h"
 
 namespace zarel {
 
 // Starts from what a run starts with; messages go to `errors_`.
-class ModelTest : public RewriteTest {
+class ModelTest : public testing::Test {
  protected:
   ModelTest() { begin({}); }
 
@@ -24,14 +24,6 @@ class ModelTest : public RewriteTest {
     options.has_higher_order = false;
     run_.begin(options);
     show_findings(errors_, errors_);
-  }
-
-  // The last clause of a program. Its atoms are not encoded: p(X) is p(default,X).
-  const CLAUSET& clause(std::string_view program) {
-    begin({});
-    std::ostringstream ignored;
-    read_program(written({program}), "", ignored);
-    return CLAUSES().back();
   }
 
   std::ostringstream errors_;

@@ -1,29 +1,20 @@
 #pragma once
 // reading_fixture.h - text in, printed text and messages out.
 
-#include <cstdio>
 #include <gtest/gtest.h>
-#include <memory>
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 
 #include "driver/diagnostics.h"
 #include "model/namespaces.h"
 #include "output/answer_set_reader.h"
 #include "output/display_settings.h"
 #include "support/fresh_run.h"
+#include "support/text_file.h"
 #include "support/texts.h"
 
 namespace zarel {
-
-struct CloseFile {
-  void operator()(std::FILE* file) const {
-    std::fclose(file);    // NOLINT(cppcoreguidelines-owning-memory): this is its owner
-  }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
 
 // A run of its own, results and messages caught.
 template <typename Base>
@@ -39,9 +30,7 @@ class ReadingTest : public Base {
   std::string read(std::string_view text) { return printed_by_reading(text); }
   // The same of a file with that text, which begins with line 1.
   std::string read_as_file(std::string_view text) {
-    const File file(std::tmpfile());
-    EXPECT_EQ(write(fileno(file.get()), text.data(), text.size()), std::ssize(text));
-    EXPECT_EQ(lseek(fileno(file.get()), 0, SEEK_SET), 0);
+    const File file = file_with(text);
     current_run().findings.parser_line = 1;
     return printed_by_reading(file.get());
   }

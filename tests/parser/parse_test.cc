@@ -2,21 +2,24 @@
 
 #include "parser/parse.h"
 
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
 #include <sstream>
 
 #include "driver/diagnostics.h"
+#include "model/printer.h"
 #include "model/program.h"
 #include "parser/program_builder.h"
 #include "support/fresh_run.h"
-#include "support/rewrite_fixture.h"
-#include "zarel/input_file.h"
-#include "zarel/phases.h"
-#include "zarel/program_text.h"
+#include "support/text_file.h"
+#include "templates/checks.h"
+#include "templates/inflation.h"
 
 namespace zarel {
 namespace {
 
-class ParseTest : public RewriteTest {
+class ParseTest : public testing::Test {
  protected:
   ParseTest() { start(); }
 
@@ -33,9 +36,14 @@ class ParseTest : public RewriteTest {
   std::string all_that_was_read() {
     std::ostringstream out, ignored;
     try {
-      expand_templates(ignored);
-      write_clauses(out, CLAUSES());
-      write_queries(out);
+      if (control_of_template()) Inflation(ignored);
+      for (const CLAUSET& clause : CLAUSES()) out << clause << '\n';
+      Text queries;
+      for (const Body& query : QUERIES()) {
+        append_list(queries, query, ", ");
+        queries += "?\n";
+      }
+      out << queries.view();
     } catch (const RunEnd& end) {
       out << "status " << end.status;
     }
@@ -67,8 +75,7 @@ class ParseTest : public RewriteTest {
   }
   std::string from_file(std::string_view text) {
     return read(text, [this](std::string_view part, ProgramBuilder& builder) {
-      const InputFile file(written({part}).front());
-      parse_file(file.handle(), current_run().files.add(""), builder, verbatim_);
+      parse_file(file_with(part).get(), current_run().files.add(""), builder, verbatim_);
     });
   }
 

@@ -1,4 +1,4 @@
-// cost_test.cc - large programs with templates; the tests' time limit is what they guard.
+// template_cost_test.cc - large programs with templates; the tests' time limit is what they guard.
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 // frame_limits_test.cc - deep, wide and broken frames: all of it in linear time, nothing lost.
 
-#include "support/rewrite_fixture.h"
+#include "rewrite_fixture.h"
 #include "support/texts.h"
 
 namespace zarel {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <random>
 
-#include "support/rewrite_fixture.h"
+#include "rewrite_fixture.h"
 
 namespace zarel {
 namespace {

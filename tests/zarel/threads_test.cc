@@ -5,8 +5,8 @@
 
 #include "driver/diagnostics.h"
 #include "output/answer_set_reader.h"
+#include "rewrite_fixture.h"
 #include "support/fresh_run.h"
-#include "support/rewrite_fixture.h"
 
 namespace zarel {
 namespace {

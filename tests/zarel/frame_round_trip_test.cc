@@ -1,4 +1,4 @@
-// round_trip_test.cc - the frames that an answer set prints are a program of the same statements.
+// frame_round_trip_test.cc - the frames that an answer set prints are a program of the same statements.
 
 #include <random>
 #include <set>
@@ -6,8 +6,8 @@
 
 #include "driver/diagnostics.h"
 #include "output/answer_set_reader.h"
+#include "rewrite_fixture.h"
 #include "support/fresh_run.h"
-#include "support/rewrite_fixture.h"
 
 namespace zarel {
 namespace {

@@ -1,4 +1,4 @@
-// linked_test.cc - what invocations become with -linktemplates.
+// template_linking_test.cc - what invocations become with -linktemplates.
 
 #include "templates_fixture.h"
 

@@ -1,4 +1,4 @@
-// checks_test.cc - every fault of invocations and definitions, with its message and where it goes.
+// template_checks_test.cc - every fault of invocations and definitions, with its message and where it goes.
 
 #include "templates_fixture.h"
 

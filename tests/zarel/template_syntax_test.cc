@@ -1,4 +1,4 @@
-// reading_test.cc - the syntax of template definitions and invocations.
+// template_syntax_test.cc - the syntax of template definitions and invocations.
 
 #include "templates_fixture.h"
 

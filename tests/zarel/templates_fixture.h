@@ -3,7 +3,7 @@
 
 #include <regex>
 
-#include "support/rewrite_fixture.h"
+#include "rewrite_fixture.h"
 #include "support/texts.h"
 
 // The template that most programs invoke, in whole or up to its rules, and its usual invocation.

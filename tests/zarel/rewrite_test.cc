@@ -1,8 +1,8 @@
 // rewrite_test.cc - small programs and what reading them says: each starts from fresh tables.
 
 #include "driver/diagnostics.h"
+#include "rewrite_fixture.h"
 #include "support/fresh_run.h"
-#include "support/rewrite_fixture.h"
 
 namespace zarel {
 namespace {

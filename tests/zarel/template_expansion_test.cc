@@ -1,4 +1,4 @@
-// expansion_test.cc - what invocations become without options.
+// template_expansion_test.cc - what invocations become without options.
 
 #include "templates_fixture.h"
 
