@@ -26,7 +26,7 @@ TEST_F(ClauseTest, CopiesAreIndependent) {
   const Body of = body(yes(atom("b")));
   Rule rule;
   rule.init(&head, &of);
-  const CLAUSET original(rule, {.line = 2});
+  const CLAUSET original(rule, {{2, 1, 0}});
   CLAUSET copy = original;
   CLAUSET assigned(TERMT::integer(1), {});
   assigned = original;

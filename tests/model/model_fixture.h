@@ -5,11 +5,11 @@
 #include <optional>
 #include <sstream>
 
-#include "driver/diagnostics.h"
 #include "model/generic_atoms.h"
 #include "model/printer.h"
 #include "model/program.h"
 #include "model/template_records.h"
+#include "support/caught_findings.h"
 #include "support/fresh_run.h"
 
 namespace zarel {
@@ -23,7 +23,7 @@ class ModelTest : public testing::Test {
   void begin(RunOptions options) {
     options.has_higher_order = false;
     run_.begin(options);
-    show_findings(errors_, errors_);
+    catch_findings(errors_, errors_);
   }
 
   std::ostringstream errors_;

@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "driver/diagnostics.h"
 #include "model/namespaces.h"
 #include "output/answer_set_reader.h"
 #include "output/display_settings.h"
+#include "support/caught_findings.h"
 #include "support/fresh_run.h"
 #include "support/text_file.h"
 #include "support/texts.h"
@@ -21,8 +21,7 @@ template <typename Base>
 class ReadingTest : public Base {
  protected:
   ReadingTest() {
-    show_findings(output_, errors_);
-    report_state().ParserStateInternal = false;
+    catch_findings(output_, errors_);
     current_run().findings.parser_line = 1;
   }
 

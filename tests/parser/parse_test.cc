@@ -7,10 +7,10 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "driver/diagnostics.h"
 #include "model/printer.h"
 #include "model/program.h"
 #include "parser/program_builder.h"
+#include "support/caught_findings.h"
 #include "support/fresh_run.h"
 #include "support/text_file.h"
 #include "templates/checks.h"
@@ -25,8 +25,7 @@ class ParseTest : public testing::Test {
 
   void start() {
     run_.begin();
-    show_findings(said_, said_);
-    report_state().ParserStateInternal = false;
+    catch_findings(said_, said_);
     current_run().findings.parser_line = 1;
     said_.str("");
     verbatim_.str("");

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "driver/diagnostics.h"
 #include "model/atom_order.h"
 #include "model/function_term_table.h"
 #include "model/names.h"
@@ -24,8 +23,8 @@ class ParsedModel : public testing::Test {
     run_.begin({.has_higher_order = false});
     std::ostringstream ignored;
     ProgramBuilder builder;
-    parse_text(program, builder, ignored);
-    EXPECT_EQ(report_state().parser_errors, 0);
+    parse_text(program, current_run().files.add(""), builder, ignored);
+    EXPECT_EQ(current_run().findings.parser_errors, 0);
   }
 
   // Expects this sign of the first literal of each constraint compared with its second one, and the

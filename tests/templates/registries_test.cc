@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "driver/diagnostics.h"
 #include "model/atom_order.h"
 #include "support/fresh_run.h"
 #include "support/texts.h"
@@ -21,7 +20,7 @@ using Type = PREDICATE_NAMETS::TYPE;
 
 class TemplateTables : public testing::Test {
  protected:
-  TemplateTables() { report_state().output = &output_; }
+  TemplateTables() { current_run().output = &output_; }
 
   static ATOMT atom(std::string_view name, const std::vector<TERMT>& terms) {
     return {name, terms, Type::kUnknown};

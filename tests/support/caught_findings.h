@@ -1,5 +1,5 @@
 #pragma once
-// shown_findings.h - what a run finds wrong, as text.
+// caught_findings.h - what a run finds wrong, as text.
 
 #include <ostream>
 
@@ -10,7 +10,7 @@ namespace zarel {
 // From now on the current run's results go to `output`, and what it finds to `errors`: in a line
 // behind the line that the scanner has reached, or alone, as the established command line does it
 // while it reads.
-inline void show_findings(std::ostream& output, std::ostream& errors) {
+inline void catch_findings(std::ostream& output, std::ostream& errors) {
   current_run().output = &output;
   current_run().findings.sink = [&output, &errors](const Diagnostic& finding) {
     const Shown shown = kind_of(finding.code).shown;
