@@ -1,7 +1,8 @@
 # warnings: linked by every target of our own code; generated scanners and parsers do without.
 add_library(warnings INTERFACE)
 target_compile_options(warnings INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+  $<$<CXX_COMPILER_ID:Clang>:-Wreserved-identifier>)    # the linter takes a fifth of its time for the same
 
 if(ZAREL_SANITIZE_THREADS)
   add_compile_options(-fsanitize=thread)
