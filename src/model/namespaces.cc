@@ -5,7 +5,10 @@ namespace zarel {
 bool NamespaceTable::declare(std::string_view prefix, std::string_view quoted_uri) {
   if (existNameSpace(prefix)) return false;
   by_prefix_.emplace(prefix, pairs_.size());
-  by_uri_.emplace(quoted_uri, pairs_.size());    // keeps the first pair of a URI
+  if (quoted_uri.ends_with('"')) {
+    // Keeps the first pair of a URI.
+    by_uri_.emplace(quoted_uri.substr(0, quoted_uri.size() - 1), pairs_.size());
+  }
   pairs_.emplace_back(prefix, quoted_uri);
   return true;
 }
@@ -20,8 +23,9 @@ std::optional<std::string_view> NamespaceTable::uri_of(std::string_view prefix) 
   return pairs_[found->second].second;
 }
 
-std::optional<std::string_view> NamespaceTable::prefix_of(std::string_view quoted_uri) const {
-  const auto found = by_uri_.find(quoted_uri);
+std::optional<std::string_view> NamespaceTable::prefix_of_opening(
+    std::string_view uri_without_end) const {
+  const auto found = by_uri_.find(uri_without_end);
   if (found == by_uri_.end()) return std::nullopt;
   return pairs_[found->second].first;
 }

@@ -22,8 +22,9 @@ class NamespaceTable {
   // The URI of a prefix, quotes included; nothing for an unknown prefix.
   std::optional<std::string_view> uri_of(std::string_view prefix) const;
 
-  // The first declared prefix that stands for exactly this quoted URI; nothing when there is none.
-  std::optional<std::string_view> prefix_of(std::string_view quoted_uri) const;
+  // The first declared prefix whose quoted URI is exactly this and the closing quote; nothing when
+  // there is none. So the beginning of an address is found without a copy.
+  std::optional<std::string_view> prefix_of_opening(std::string_view uri_without_end) const;
 
   const std::vector<std::pair<std::string, std::string>>& pairs() const { return pairs_; }
   bool is_empty() const { return pairs_.empty(); }
@@ -39,7 +40,7 @@ class NamespaceTable {
 
   std::vector<std::pair<std::string, std::string>> pairs_;
   PositionOf by_prefix_;
-  PositionOf by_uri_;    // the first pair of each URI
+  PositionOf by_uri_;    // the first pair of each URI, its closing quote left out
 };
 
 // The program's table (the established name), and whether a term of the input was written with a

@@ -1,7 +1,6 @@
 #include "output/framespace_display.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "model/generic_encoding.h"
 
@@ -15,9 +14,7 @@ void append_shortened(std::string& out, const NamespaceTable& namespaces, std::s
     out += piece;
     return;
   }
-  std::string head(piece.substr(0, hash_sign + 1));
-  head += '"';
-  const std::optional<std::string_view> prefix = namespaces.prefix_of(head);
+  const auto prefix = namespaces.prefix_of_opening(piece.substr(0, hash_sign + 1));
   if (!prefix) {
     out += piece;
     return;
