@@ -38,6 +38,15 @@ std::uint32_t AttributeTable::number_of(std::string_view name, bool negated,
   return number;
 }
 
+AttributeTable::Parts AttributeTable::parts(std::uint32_t number) const {
+  const Attribute& attribute = attributes_[number];
+  const std::string_view all = text_of(attribute);
+  std::string_view name = all.substr(0, attribute.name_end - attribute.begin);
+  const bool negated = name.starts_with('-');    // no name begins so by itself
+  if (negated) name.remove_prefix(1);
+  return {name, negated, all.substr(attribute.name_end - attribute.begin)};
+}
+
 void AttributeTable::clear() {
   text_.clear();
   attributes_.clear();

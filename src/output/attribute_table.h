@@ -21,6 +21,14 @@ class AttributeTable {
   // The attribute as it is printed, its arrow behind it; valid until the next number_of.
   std::string_view text(std::uint32_t number) const { return text_of(attributes_[number]); }
 
+  // Its parts, valid as long.
+  struct Parts {
+    std::string_view name;
+    bool negated;
+    std::string_view arrow;
+  };
+  Parts parts(std::uint32_t number) const;
+
   void clear();
 
  private:

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "output/answer_sink.h"
 #include "output/attribute_table.h"
 #include "output/frame_records.h"
 
@@ -28,6 +29,11 @@ struct AttributeStatement {
 // the next one.
 class FrameMap {
  public:
+  // The name spaces, null for none, are those of qualified constants, and outlive this.
+  explicit FrameMap(const NamespaceTable* namespaces = nullptr) : namespaces_(namespaces) {}
+
+  bool is_empty() const { return is_empty_; }
+
   // Appends the value to the object's first attribute of this name, sign and arrow, making it when
   // there is none. Throws std::length_error when the texts of one answer set exceed 4 GB.
   void add_value(const AttributeStatement& statement) { add(statement, true); }
@@ -40,6 +46,9 @@ class FrameMap {
   // suffix.
   void stringMolecules(std::string& out) const;
 
+  // Tells the sink of all objects in that order.
+  void report_objects(AnswerSink& sink) const;
+
   void clear();
 
  private:
@@ -47,6 +56,7 @@ class FrameMap {
 
   void add(const AttributeStatement& statement, bool has_value);
 
+  const NamespaceTable* namespaces_;
   AttributeTable attributes_;
   std::array<FrameRecords, 1U << kPartBits> parts_;    // by the first bits of the object's hash
   bool is_empty_ = true;

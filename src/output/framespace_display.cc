@@ -3,24 +3,18 @@
 #include <algorithm>
 
 #include "model/generic_encoding.h"
+#include "output/answer_terms.h"
 
 namespace zarel {
 namespace {
 
 void append_shortened(std::string& out, const NamespaceTable& namespaces, std::string_view piece) {
-  const std::size_t hash_sign = piece.find('#');
-  // Declared URIs end in # and a quote, so that a piece without # can be none of them.
-  if (!piece.ends_with('"') || hash_sign == std::string_view::npos) {
+  const auto [prefix, local_name] = qualified_name(namespaces, piece);
+  if (prefix.empty()) {
     out += piece;
-    return;
+  } else {
+    out.append(prefix).append(1, ':').append(local_name);
   }
-  const auto prefix = namespaces.prefix_of_opening(piece.substr(0, hash_sign + 1));
-  if (!prefix) {
-    out += piece;
-    return;
-  }
-  piece.remove_suffix(1);
-  out.append(*prefix).append(1, ':').append(piece.substr(hash_sign + 1));
 }
 
 }    // namespace

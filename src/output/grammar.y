@@ -6,11 +6,11 @@
 %define api.token.prefix {TOKEN_}
 %define api.value.type {zarel::TextRange}
 %param {void* scanner}
-%parse-param {zarel::AnswerSetBuilder& build} {zarel::ParserStacks& stacks}
+%parse-param {zarel::AnswerEvents& events} {zarel::ParserStacks& stacks}
 
 %code requires {
 #include "base/parser_stacks.h"
-#include "output/answer_set_builder.h"
+#include "output/answer_events.h"
 }
 
 %code {
@@ -23,9 +23,9 @@
 #define YYFREE stacks.release
 
 int output_yylex(OUTPUT_YYSTYPE* value, void* scanner);
-static void output_yyerror(void*, zarel::AnswerSetBuilder& build, zarel::ParserStacks&,
+static void output_yyerror(void*, zarel::AnswerEvents& events, zarel::ParserStacks&,
                            const char* message) {
-  build.print_completed();
+  events.flush();
   zarel::output_yyerror(message);
 }
 }
@@ -48,35 +48,41 @@ items
   | items item
   ;
 item
-  : answer_set  { build.print_answer_set(); }
-  | terms       { build.print_terms($1); }
-  | CAPITAL[title] WORD[subject] ":" answer_set
+  : answer_set  { events.finish_answer_set(); }
+  | terms       { events.row($1); }
+  | title subject ":" answer_set
     CAPITAL[cost] "(" "[" CAPITAL[weight_name] ":" CAPITAL[level_name] "]" ")" ":"
     "<" "[" WORD[weight] ":" WORD[level] "]" ">"
-    { build.print_best_model({$title, $subject, $cost, $weight_name, $level_name, $weight, $level}); }
+    { events.finish_best_model({$cost, $weight_name, $level_name, $weight, $level}); }
+  ;
+title
+  : CAPITAL  { events.set_title($1); }
+  ;
+subject
+  : WORD  { events.set_subject($1); }
   ;
 answer_set
-  : open_brace "}"        { build.end_answer_set(); }
-  | open_brace atoms "}"  { build.end_answer_set(); }
+  : open_brace "}"        { events.end_answer_set(); }
+  | open_brace atoms "}"  { events.end_answer_set(); }
   ;
 open_brace
-  : "{"  { build.begin_answer_set(); }
+  : "{"  { events.begin_answer_set(); }
   ;
 atoms
   : signed_atom
-  | atoms ","[comma] signed_atom  { build.drop_comma($comma); }
+  | atoms ","[comma] signed_atom  { events.drop_comma($comma); }
   ;
 signed_atom
   : atom
-  | "-" { build.set_negativeAtom(true); } atom  { build.set_negativeAtom(false); }
+  | "-" { events.set_negativeAtom(true); } atom  { events.set_negativeAtom(false); }
   ;
 atom
   : WORD[word] "(" first[relation] "," second[space] ")"[close]
-    { build.add_short_atom($word, $relation, $space, $close); }
+    { events.short_atom($word, $relation, $space, $close); }
   | WORD[word] "(" first[relation] "," second[space] "," terms[arguments] ")"[close]
-    { build.add_atom({$word, $relation, $space, $arguments, $close}); }
+    { events.atom({$word, $relation, $space, $arguments, $close}); }
   | FLAT_ATOM
-    { build.add_flat_atom($1); }
+    { events.flat_atom($1); }
   ;
 // A phrase of several tokens is one range from the first to the last, for their texts stand side by side.
 terms

@@ -2,18 +2,16 @@
 
 #include <ostream>
 
-#include "model/report.h"
-
 namespace zarel {
 namespace {
 
 constexpr std::size_t kLargePiece = 64UL * 1024;
 
-void write(std::string_view text) {
-  standard_output().write(text.data(), static_cast<std::streamsize>(text.size()));
-}
-
 }    // namespace
+
+void ResultWriter::write(std::string_view text) {
+  out_.write(text.data(), static_cast<std::streamsize>(text.size()));
+}
 
 void ResultWriter::add(std::string_view item) {
   if (item.size() >= kLargePiece) {    // not worth a copy
@@ -32,8 +30,8 @@ bool ResultWriter::write_out() {
     collected_.clear();
     has_written_ = true;
   }
-  standard_output().flush();
-  return !has_written_ || standard_output().good();
+  out_.flush();
+  return !has_written_ || out_.good();
 }
 
 }    // namespace zarel

@@ -3,13 +3,11 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
-#include <ostream>
-#include <string>
 #include <unistd.h>
 #include <utility>
 
 #include "grammar.h"
-#include "model/report.h"
+#include "output/reading_errors.h"
 #define YYSTYPE OUTPUT_YYSTYPE    // the scanner's header knows the value type by this name alone
 #include "scanner.h"
 
@@ -21,26 +19,10 @@ namespace {
 // take quadratic time.
 constexpr int kLongToken = 64 * 1024;
 
-// Whether a file can be read shows when it is.
-[[noreturn]] void end_unread() {
-  output_yyerror("can't open input");
-  end_run(0);
-}
-
-// The generator names its functions without their prefix. Its messages carry the names that callers
-// know, except for the one function that is not theirs to call.
-std::string with_established_names(std::string text) {
-  const std::size_t name = text.find(" in yy");
-  if (name != std::string::npos && text.find("yy_get_next_buffer") == std::string::npos) {
-    text.insert(name + 4, "output_");
-  }
-  return text;
-}
-
 }    // namespace
 
-ScannerInput::ScannerInput(AnswerSetBuilder& builder, HasGrown grown)
-    : builder_(&builder), has_grown_(std::move(grown)) {
+ScannerInput::ScannerInput(AnswerEvents& events, HasGrown grown)
+    : events_(&events), has_grown_(std::move(grown)) {
   if (output_yylex_init_extra(this, &scanner_) != 0) {
     end_scanning("out of dynamic memory in yylex_init_extra()");
   }
@@ -67,6 +49,7 @@ int ScannerInput::read_some(std::FILE* in, char* into, int room) {
   do {
     count = ::read(fileno(in), into, static_cast<std::size_t>(room));
   } while (count < 0 ? errno == EINTR : count == 0 && has_grown_ && has_grown_());
+  // Whether a file can be read shows when it is.
   if (count < 0 && !was_read_) end_unread();
   if (count < 0) end_scanning("input in flex scanner failed");
   was_read_ = true;
@@ -74,7 +57,7 @@ int ScannerInput::read_some(std::FILE* in, char* into, int room) {
 }
 
 int ScannerInput::read_piece(std::FILE* in, char* into, int room, int held) {
-  if (!builder_->print_completed()) end_run(1);
+  if (!events_->flush()) end_unwritten();
   const int wanted = held > kLongToken ? std::min(held, room) : 1;
   int total = 0;
   while (total < wanted) {
@@ -86,8 +69,8 @@ int ScannerInput::read_piece(std::FILE* in, char* into, int room, int held) {
 }
 
 void ScannerInput::end_scanning(const char* message) {
-  builder_->print_completed();
-  report_and_end({Code::kAnswerScanner, {}, with_established_names(message)}, 2);
+  events_->flush();
+  end_unscanned(message);
 }
 
 }    // namespace zarel

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "output/answer_set_builder.h"
+#include "output/answer_events.h"
 #include "output/answer_set_reader.h"
 
 namespace zarel {
@@ -13,8 +13,8 @@ namespace zarel {
 // on, and to give up. One that cannot be made ends the run like any other failure of the scanner.
 class ScannerInput {
  public:
-  // `builder` gets the tokens' texts, and outlives this. Where a file ends, `grown` is asked.
-  explicit ScannerInput(AnswerSetBuilder& builder, HasGrown grown = {});
+  // `events` get the tokens' texts, and outlive this. Where a file ends, `grown` is asked.
+  explicit ScannerInput(AnswerEvents& events, HasGrown grown = {});
   ~ScannerInput();
   ScannerInput(const ScannerInput&) = delete;
   ScannerInput& operator=(const ScannerInput&) = delete;
@@ -25,23 +25,23 @@ class ScannerInput {
   void scan_text(std::string_view text);
 
   void* scanner() const { return scanner_; }    // as the generated parser takes it
-  AnswerSetBuilder& builder() const { return *builder_; }
+  AnswerEvents& events() const { return *events_; }
 
-  // Reads what is there, waiting only when there is nothing, into `room` bytes at `into`; completed
-  // items are printed before, and when they cannot be, that ends the run with status 1. `held` is
+  // Reads what is there, waiting only when there is nothing, into `room` bytes at `into`; the sink
+  // is flushed before, and when it loses something, that ends the run with status 1. `held` is
   // the length of the unfinished token in front of `into`. Returns the number of bytes, 0 at the
   // end of the input. A failed read ends the run; when it is the first, as one of which nothing can
   // be opened.
   int read_piece(std::FILE* in, char* into, int room, int held);
 
-  // Prints what is complete, then the message as a line on standard_error(), and ends the run with
+  // Flushes the sink, prints the message as a line on standard_error(), and ends the run with
   // status 2.
   [[noreturn]] void end_scanning(const char* message);
 
  private:
   int read_some(std::FILE* in, char* into, int room);
 
-  AnswerSetBuilder* builder_;
+  AnswerEvents* events_;
   HasGrown has_grown_;
   bool was_read_ = false;    // once at least
   void* scanner_ = nullptr;

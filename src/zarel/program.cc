@@ -1,10 +1,30 @@
 #include "zarel/program.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "zarel/phases.h"
 
 namespace zarel {
+namespace {
+
+bool has_variable(const ATOMT& atom) {
+  const auto is_variable = [](const TERMT& term) { return term.is_variable(); };
+  if (!atom.is_aggregate()) return std::ranges::any_of(atom.terms(), is_variable);
+  return is_variable(atom.aggregate().lower.term) || is_variable(atom.aggregate().upper.term);
+}
+
+// Of the last query, which is the only one that counts.
+QueryForm query_form(const std::vector<Body>& queries) {
+  if (queries.empty()) return QueryForm::kOpen;
+  const Body& query = queries.back();
+  for (std::size_t i = 0; i < query.size(); ++i) {
+    if (has_variable(query[i].atom)) return QueryForm::kOpen;
+  }
+  return QueryForm::kGround;
+}
+
+}    // namespace
 
 Program::Program(const ProgramOptions& options, DiagnosticSink sink)
     : run_({options.has_arity_check, options.has_linked_templates}),
@@ -42,6 +62,25 @@ bool Program::rewrite() {
     if (has_safety_check_) check_safety();
     rewritten_ = program_text(verbatim_.view());
   });
+}
+
+template <class Source>
+int Program::read_answers_from(Source source, AnswerSink& sink) {
+  const Run::Scope scope(run_);
+  run_.findings.parser_line = 1;
+  try {
+    return read_answer_sets(source, sink, {&run_.namespaces, query_form(run_.queries)});
+  } catch (const RunEnd&) {
+    return 1;
+  }
+}
+
+int Program::read_answers(std::string_view solver_output, AnswerSink& sink) {
+  return read_answers_from(solver_output, sink);
+}
+
+int Program::read_answers(std::FILE* solver_output, AnswerSink& sink) {
+  return read_answers_from(solver_output, sink);
 }
 
 LineOrigin Program::origin_of_line(std::size_t line) const {

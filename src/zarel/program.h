@@ -1,6 +1,7 @@
 #pragma once
 // program.h - a program, from its texts to what a solver reads: what a host of the library calls.
 
+#include <cstdio>
 #include <functional>
 #include <optional>
 #include <span>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "model/run.h"
+#include "output/answer_set_reader.h"
 #include "zarel/input_reader.h"
 #include "zarel/program_text.h"
 
@@ -54,6 +56,11 @@ class Program {
   const std::string& text() const { return rewritten_.text; }
   LineOrigin origin_of_line(std::size_t line) const;    // of the text, from 1
 
+  // Tells the sink what a solver answered to the text, as read_answer_sets does: see there for what
+  // is returned. A reading that cannot go on ends as after a syntax error, with a finding.
+  int read_answers(std::string_view solver_output, AnswerSink& sink);
+  int read_answers(std::FILE* solver_output, AnswerSink& sink);
+
   // What is wrong, in the order in which it was found; nothing when a sink takes it.
   std::span<const Diagnostic> findings() const { return run_.findings.kept; }
   const FileTable& files() const { return run_.files; }    // by the numbers in places
@@ -62,6 +69,8 @@ class Program {
 
  private:
   bool attempt(const std::function<void()>& action);
+  template <class Source>
+  int read_answers_from(Source source, AnswerSink& sink);
 
   Run run_;
   std::ostringstream verbatim_;

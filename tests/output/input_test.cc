@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "output/scanner_input.h"
+#include "output/sinks.h"
 #include "reading_fixture.h"
 
 namespace zarel {
@@ -129,8 +130,9 @@ TEST_F(Input, ReadsToTheEndWhenNothingCanBeWritten) {
 }
 
 TEST_F(Input, NamesScannerFunctionsWithTheirPrefix) {
-  AnswerSetBuilder builder;
-  ScannerInput input(builder);
+  const auto sink = make_text_sink(output_, current_run());
+  AnswerEvents events(*sink, {});
+  ScannerInput input(events);
   for (const char* function : {"yy_create_buffer", "yyensure_buffer_stack", "yy_get_next_buffer"})
     EXPECT_THROW(input.end_scanning(joined({"out of memory in ", function, "()"}).c_str()), RunEnd);
   EXPECT_EQ(errors_.str(),
