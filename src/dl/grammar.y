@@ -19,13 +19,16 @@ namespace dl { class StatementBuilder; }
 #include "dl/statement_builder.h"
 #define YYMAXDEPTH 200000
 int dl_lex(DL_STYPE* value, void* scanner);
-static void dl_error(void*, dl::StatementBuilder* build, const char* message) { build->syntax_error(message); }
+static void dl_error(void*, dl::StatementBuilder* build, const char* message) {
+  build->syntax_error(message);
+}
 }
 
 %token END 0 "end of file"
-%token <token> NAME "name" VARIABLE "variable" STRING "string" NUMBER "number" NUMBERED_NAME "numbered name"
-%token <token> FLAT_COMPOUND "atom"
-%token <token> ANONYMOUS "_" OR_WORD "v" NOT "not" IMPLIES ":-" WEAK ":~" INCLUDE "#include" MAXINT "#maxint"
+%token <token> NAME "name" VARIABLE "variable" STRING "string" NUMBER "number"
+%token <token> NUMBERED_NAME "numbered name" FLAT_COMPOUND "atom"
+%token <token> ANONYMOUS "_" OR_WORD "v" NOT "not" IMPLIES ":-" WEAK ":~"
+%token <token> INCLUDE "#include" MAXINT "#maxint"
 %token EQUAL "==" UNEQUAL "!=" LESS_EQUAL "<=" GREATER_EQUAL ">="
 %token INTEGERS "#int" SUCC "#succ" FUNCTION_BUILTIN "#function_builtin"
 %token <token> AGGREGATE "aggregate function"
@@ -90,12 +93,12 @@ negation
 item
   : signed_atom[a]                                      { build->atom_literal($a); }
   | term[l] comparison[op] term[r]                      { build->comparison($op, $l, $r); }
-  | operand[l] '=' term[r]                                 { build->equality($l, $r); }
-  | operand[z] '=' term[x] '+' term[y]                     { build->sum($x, $y, $z); }
-  | operand[z] '=' term[x] '*' term[y]                     { build->product($x, $y, $z); }
+  | operand[l] '=' term[r]                              { build->equality($l, $r); }
+  | operand[z] '=' term[x] '+' term[y]                  { build->sum($x, $y, $z); }
+  | operand[z] '=' term[x] '*' term[y]                  { build->product($x, $y, $z); }
   | comparison[b] builtin_open arguments ')'            { build->builtin($b); }
   | arithmetic[b] builtin_open arguments ')'            { build->builtin($b); }
-  | operand[t] '=' aggregate                               { build->equal_to_aggregate($t); }
+  | operand[t] '=' aggregate                            { build->equal_to_aggregate($t); }
   | term[t] comparison[op] aggregate                    { build->left_guard($op, $t); }
   | aggregate '=' term[t]                               { build->equal_to_aggregate($t); }
   | aggregate comparison[op] term[t]                    { build->right_guard($op, $t); }
@@ -124,7 +127,7 @@ comparison
 arithmetic
   : '+'                                                 { $$ = dl::kSum; }
   | '*'                                                 { $$ = dl::kProduct; }
-  | INTEGERS                                                 { $$ = dl::kInt; }
+  | INTEGERS                                            { $$ = dl::kInt; }
   | SUCC                                                { $$ = dl::kSuccessor; }
   | FUNCTION_BUILTIN                                    { $$ = dl::kFunctionTerm; }
   ;
@@ -166,7 +169,8 @@ term
   | MAXINT[m]                                           { $$ = build->bound_term($m); }
   ;
 
-/* what may stand before a single "=": a statement may begin with it, and one that begins with "#maxint =" is the directive */
+/* what may stand before a single "=": a statement may begin with it, and one that begins with
+   "#maxint =" is the directive */
 operand
   : compound
   | bare

@@ -3,14 +3,14 @@
 //
 // Note [reserved names]
 // A name of the input never begins with an underscore, so everything that does is ours:
-//   _nNAME       a predicate or functor that clingo would take for a variable or a keyword (Node, not)
+//   _nNAME       a predicate or functor that clingo takes for a variable or a keyword (Node, not)
 //   _tREST       the predicate #REST, whose first character clingo keeps for its own words
 //   _h1, ...     pieces of a long body, and factors that are given in several ways
 //   _some1, ...  atoms of which only named variables matter
 //   _q           the answers of the query
 //   _w           costs, where a level is a variable
 //   _fault       what is wrong with an integer; _fine where it is not
-//   _u, _x       an atom that is never true, and its place in a sum: see Note [sums that could wrap]
+//   _u, _x       an atom that is never true, its place in a sum: see Note [sums that could wrap]
 //   _m, _r, _o   constants: the bound of results, of ranges, "check overflow"
 // Variables of ours are _V1, ..., and a prime in a name is ours, too: see Note [folded atoms].
 
