@@ -19,6 +19,10 @@ std::int64_t leading_number(std::string_view text, std::size_t& length) {
   return value;
 }
 
+[[noreturn]] void fail_costs() {
+  throw Failure{{zarel::Code::kCostMismatch, {}, "clingo's costs do not match the levels"}};
+}
+
 // _w(level,weight,instance), see Note [levels of variables]. What is no integer costs nothing, as
 // in clingo.
 void add_cost(std::string_view atom, Costs& costs) {
@@ -31,7 +35,7 @@ void add_cost(std::string_view atom, Costs& costs) {
   if (length == 0) return;
   std::int64_t& cost = costs[level];
   if (cost > std::numeric_limits<std::int64_t>::max() - weight)
-    throw Failure{"dl: costs leave 64 bits"};
+    throw Failure{{zarel::Code::kCostOverflow, {}, "costs leave 64 bits"}};
   cost += weight;
 }
 
@@ -100,12 +104,11 @@ Costs read_costs(std::string_view line, const ProgramParts& parts) {
     line.remove_prefix(1);
     std::size_t length = 0;
     const std::int64_t cost = leading_number(line, length);
-    if (length == 0 || level == parts.levels.size())
-      throw Failure{"dl: clingo's costs do not match the levels"};
+    if (length == 0 || level == parts.levels.size()) fail_costs();
     costs[parts.levels[level++]] = cost;
     line.remove_prefix(length);
   }
-  if (level != parts.levels.size()) throw Failure{"dl: clingo's costs do not match the levels"};
+  if (level != parts.levels.size()) fail_costs();
   return costs;
 }
 

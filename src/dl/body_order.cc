@@ -12,7 +12,7 @@ constexpr std::size_t kKeptOrder = 64;
 
 void mark(const Statement& statement, Slice uses, std::vector<char>& marks) {
   for (std::uint32_t i = uses.begin; i < uses.end; ++i) {
-    const VariableId variable = statement.uses[i];
+    const VariableId variable = statement.uses[i].variable;
     if (variable != kUnnamed) marks[variable] = 1;
   }
 }
@@ -58,7 +58,7 @@ void BodyOrder::watch_variables() {
         parts.push_back(statement_.aggregates[literal.aggregate].uses);
       for (const Slice part : parts) {
         for (std::uint32_t u = part.begin; u < part.end; ++u) {
-          const VariableId variable = statement_.uses[u];
+          const VariableId variable = statement_.uses[u].variable;
           if (variable == kUnnamed || bound_[variable]) continue;
           if (std::exchange(last_literal[variable], i) != i) visit(variable, i);
         }
@@ -76,7 +76,7 @@ void BodyOrder::watch_variables() {
 
 bool BodyOrder::are_bound(Slice uses) const {
   for (std::uint32_t i = uses.begin; i < uses.end; ++i) {
-    const VariableId variable = statement_.uses[i];
+    const VariableId variable = statement_.uses[i].variable;
     if (variable == kUnnamed || !bound_[variable]) return false;
   }
   return true;
@@ -96,7 +96,7 @@ BodyOrder::MaybeReady BodyOrder::readiness(const Literal& literal) {
 BodyOrder::MaybeReady BodyOrder::atom_readiness(const Literal& literal) const {
   if (!literal.negated) return Readiness{StepMode::kTest, 0};
   for (std::uint32_t i = literal.uses.begin; i < literal.uses.end; ++i) {
-    const VariableId variable = statement_.uses[i];
+    const VariableId variable = statement_.uses[i].variable;
     if (variable != kUnnamed && !bound_[variable]) return std::nullopt;
   }
   return Readiness{StepMode::kTest, 0};
@@ -139,7 +139,7 @@ BodyOrder::MaybeReady BodyOrder::function_readiness(const Literal& literal) cons
 BodyOrder::MaybeReady BodyOrder::aggregate_readiness(const Literal& literal) {
   const Aggregate& aggregate = statement_.aggregates[literal.aggregate];
   for (std::uint32_t i = aggregate.uses.begin; i < aggregate.uses.end; ++i) {
-    const VariableId variable = statement_.uses[i];
+    const VariableId variable = statement_.uses[i].variable;
     if (variable != kUnnamed && outer_[variable] && !bound_[variable]) return std::nullopt;
   }
   Readiness readiness{StepMode::kTest, 0};
@@ -158,14 +158,18 @@ bool BodyOrder::inside_is_safe(const Aggregate& aggregate) {
   const bool is_ordered = inside.order(aggregate.body, bound_);
   is_tangled_ = is_tangled_ || inside.is_tangled_;
   if (!is_ordered) {
-    unbound_ = inside.unbound_variable();
+    unbound_ = inside.unbound();
     return false;
   }
   for (std::uint32_t i = aggregate.arguments.begin; i < aggregate.arguments.end; ++i) {
     const Term& term = statement_.terms[statement_.arguments[i]];
     if (inside.is_bound(term)) continue;
-    unbound_ = term.kind == TermKind::kVariable ? statement_.spelling(term.variable)
-                                                : statement_.slice(term.text);
+    const auto is_unbound = [&inside](const Use& use) {
+      return use.variable == kUnnamed || !inside.bound_[use.variable];
+    };
+    unbound_ = {term.kind == TermKind::kVariable ? statement_.spelling(term.variable)
+                                                 : statement_.slice(term.text),
+                *std::ranges::find_if(statement_.uses_of(term), is_unbound)};
     return false;
   }
   return true;
@@ -200,7 +204,7 @@ void BodyOrder::take(std::uint32_t literal, Readiness readiness) {
 }
 
 void BodyOrder::bind(Slice uses) {
-  for (std::uint32_t i = uses.begin; i < uses.end; ++i) bind_variable(statement_.uses[i]);
+  for (std::uint32_t i = uses.begin; i < uses.end; ++i) bind_variable(statement_.uses[i].variable);
 }
 
 void BodyOrder::bind_variable(VariableId variable) {
@@ -260,8 +264,8 @@ bool BodyOrder::can_be_given(VariableId variable) const {
 bool BodyOrder::may_bind(const Literal& literal, VariableId variable) const {
   if (literal.kind == kAggregate) {
     const auto begin = statement_.uses.begin();
-    return std::find(begin + literal.uses.begin, begin + literal.uses.end, variable) !=
-           begin + literal.uses.end;
+    const auto end = begin + literal.uses.end;
+    return std::ranges::find(begin + literal.uses.begin, end, variable, &Use::variable) != end;
   }
   if (is_comparison(literal.kind)) return literal.kind == (literal.negated ? kUnequal : kEqual);
   return !literal.negated;
@@ -295,7 +299,7 @@ std::vector<char> BodyOrder::related_to(VariableId factor) const {
       const Literal& literal = (*body_)[watchers_[i]];
       if (taken_[watchers_[i]] || !may_bind(literal, variable)) continue;
       for (std::uint32_t u = literal.uses.begin; u < literal.uses.end; ++u) {
-        const VariableId other = statement_.uses[u];
+        const VariableId other = statement_.uses[u].variable;
         if (other == kUnnamed || bound_[other] || related[other]) continue;
         related[other] = 1;
         open.push_back(other);
@@ -353,22 +357,22 @@ bool BodyOrder::take_a_range() {
 }
 
 void BodyOrder::note_stuck() {
-  if (!unbound_.empty()) return;
+  if (!unbound_.name.empty()) return;
   for (std::uint32_t i = 0; i < body_->size(); ++i) {
     if (taken_[i]) continue;
     const Literal& literal = (*body_)[i];
     for (std::uint32_t u = literal.uses.begin; u < literal.uses.end; ++u) {
-      const VariableId variable = statement_.uses[u];
-      if (variable != kUnnamed && bound_[variable]) continue;
-      unbound_ = variable == kUnnamed ? "_" : statement_.spelling(variable);
+      const Use& use = statement_.uses[u];
+      if (use.variable != kUnnamed && bound_[use.variable]) continue;
+      unbound_ = {use.variable == kUnnamed ? "_" : statement_.spelling(use.variable), use};
       return;
     }
     if (literal.kind != kAggregate) continue;
     const Slice inner = statement_.aggregates[literal.aggregate].uses;
     for (std::uint32_t u = inner.begin; u < inner.end; ++u) {
-      const VariableId variable = statement_.uses[u];
-      if (variable == kUnnamed || bound_[variable] || !outer_[variable]) continue;
-      unbound_ = statement_.spelling(variable);
+      const Use& use = statement_.uses[u];
+      if (use.variable == kUnnamed || bound_[use.variable] || !outer_[use.variable]) continue;
+      unbound_ = {statement_.spelling(use.variable), use};
       return;
     }
   }

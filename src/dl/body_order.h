@@ -37,6 +37,12 @@ struct Step {
 // Whether the program bounds its integers.
 enum class IntegerBound : bool { kNone, kGiven };
 
+// A variable that nothing binds, as messages name it, and where it is used.
+struct Unbound {
+  std::string_view name;
+  Use use;
+};
+
 // For each variable of a statement, whether it occurs outside the braces of aggregates: those that
 // do not are local.
 std::vector<char> outer_variables(const Statement& statement);
@@ -48,8 +54,8 @@ class BodyOrder {
       : statement_(statement), outer_(outer), integers_(integers) {}
 
   // Orders the body, with `bound` telling which variables have values already; bound() tells them
-  // afterwards. Returns false when some literal cannot be evaluated: unbound_variable() names the
-  // variable that nothing binds.
+  // afterwards. Returns false when some literal cannot be evaluated: unbound() is the variable that
+  // nothing binds.
   bool order(const std::vector<Literal>& body, std::vector<char> bound);
 
   const std::vector<Step>& steps() const { return steps_; }
@@ -58,7 +64,7 @@ class BodyOrder {
   bool is_tangled() const { return is_tangled_; }
   const std::vector<char>& bound() const { return bound_; }
   bool is_bound(const Term& term) const { return are_bound(term.uses); }
-  std::string_view unbound_variable() const { return unbound_; }
+  const Unbound& unbound() const { return unbound_; }
 
  private:
   // How a literal can be evaluated now; nothing when it has to wait.
@@ -111,7 +117,7 @@ class BodyOrder {
   std::vector<Step> steps_;
   std::vector<std::vector<Step>> others_;
   bool is_tangled_ = false;
-  std::string_view unbound_;
+  Unbound unbound_;
 };
 
 }    // namespace dl

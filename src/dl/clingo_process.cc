@@ -12,6 +12,7 @@
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 #include "dl/failure.h"
 #include "dl/interruption.h"
@@ -24,7 +25,9 @@ namespace {
 constexpr std::size_t kKeptErrors = std::size_t{1} << 16;
 
 [[noreturn]] void fail(const char* what) {
-  throw Failure{std::string("dl: ") + what + ": " + std::strerror(errno)};
+  std::string text(what);
+  (text += ": ") += std::strerror(errno);
+  throw Failure{{zarel::Code::kProcessFailure, {}, std::move(text)}};
 }
 
 void close_if_open(int& descriptor) {

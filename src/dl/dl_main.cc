@@ -1,10 +1,14 @@
-// dl_main.cc - the phases of dl, in order.
+// dl_main.cc - the phases of dl, in order; the texts of its messages, and its exit statuses.
 
+#include <cerrno>
+#include <cstring>
 #include <exception>
 #include <iostream>
 #include <new>
 #include <string>
 #include <string_view>
+#include <unistd.h>
+#include <utility>
 #include <vector>
 
 #include "dl/clingo_process.h"
@@ -12,16 +16,43 @@
 #include "dl/failure.h"
 #include "dl/interruption.h"
 #include "dl/options.h"
-#include "dl/parse.h"
-#include "dl/survey.h"
-#include "dl/translator.h"
+#include "dl/read_files.h"
+#include "dl/translate.h"
 
 namespace {
 
+// A search that was cut has printed what was found, so it is neither success nor an error.
+enum ExitStatus : int { kSuccess = 0, kError = 1, kCut = 2 };
+
+[[noreturn]] void fail_output(const std::string& reason) {
+  throw dl::Failure{{zarel::Code::kOutputFailure, {}, "cannot write to standard output" + reason}};
+}
+
 int print(std::string_view text) {
   std::cout << text << std::flush;
-  if (!std::cout) throw dl::Failure{"dl: cannot write to standard output"};
-  return dl::kSuccess;
+  if (!std::cout) fail_output("");
+  return kSuccess;
+}
+
+void write_answers(std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
+    if (written >= 0) {
+      text.remove_prefix(static_cast<std::size_t>(written));
+    } else if (errno != EINTR) {
+      fail_output(std::string(": ") + std::strerror(errno));
+    }
+  }
+}
+
+// "file:line: text"; "dl: text" of what has no place. See Note [lines as shown].
+std::string message(const zarel::Diagnostic& diagnostic, const dl::Sources& sources) {
+  std::string text = "dl";
+  if (diagnostic.place.is_known()) {
+    text = sources.name(diagnostic.place.first.file);
+    (text += ':') += std::to_string(diagnostic.parser_line);
+  }
+  return (text += ": ") += diagnostic.text;
 }
 
 // A message may quote a token, of any length. Its two ends tell where and what.
@@ -31,39 +62,39 @@ std::string shortened(std::string message) {
   return message;
 }
 
-int run(const std::vector<std::string_view>& arguments) {
+int run(const std::vector<std::string_view>& arguments, dl::Translated& program) {
   const dl::Options options = dl::read_options(arguments);
   if (options.help || options.version) {
     return print(options.help ? dl::help_text() : dl::version_text());
   }
-  dl::watch_interruptions(static_cast<unsigned>(options.seconds));
-  dl::Survey survey;
-  dl::InputFiles input = dl::survey_program(options.files, survey);
-  dl::ProgramParts parts;
-  parts.has_query = survey.has_query();
-  parts.has_weak_constraints = survey.has_weak_constraints();
-  parts.has_sums = survey.has_sums();
-  parts.has_bound = options.bound || survey.bound();
-  dl::Translation translation;
-  dl::Translator translator(options, parts, translation);
-  dl::ClingoRun clingo(options, parts, translation.lines);
-  if (!options.translate_only && !input.has_mistake) clingo.read_along(translation);
-  dl::translate_program(input, options.fold ? survey.folding() : dl::Folding(), translator);
-  translator.end_program();
-  if (options.translate_only) return print(translation.text);
-  return clingo.solve(translation.text);
+  dl::watch_interruptions(static_cast<unsigned>(options.seconds), kCut);
+  const dl::SearchOutput output{write_answers, [&program](const zarel::Diagnostic& note) {
+                                  std::cerr << message(note, program.sources) << '\n';
+                                }};
+  dl::ClingoRun clingo(options, output);
+  dl::Program surveyed = dl::survey_files(options.files);
+  dl::TextReceiver receiver;
+  if (!options.translate_only && !surveyed.has_failed()) {
+    clingo.start(dl::traits_of(surveyed, options));
+    receiver = [&clingo](std::string_view text) { clingo.give(text); };
+  }
+  program = dl::translate(std::move(surveyed), options, receiver);
+  if (program.mistake) throw dl::Failure{*program.mistake};
+  if (options.translate_only) return print(program.text);
+  return clingo.solve(program) == dl::Search::kComplete ? kSuccess : kCut;
 }
 
 }    // namespace
 
 int main(int argc, char** argv) {
   if (argc > 3 && argv[1] == dl::kBecomeClingo) dl::become_clingo(argv + 2);
+  dl::Translated program;
   try {
-    return run({argv + 1, argv + argc});
+    return run({argv + 1, argv + argc}, program);
   } catch (const dl::Failure& failure) {
-    std::cerr << shortened(failure.message) << '\n';
+    std::cerr << shortened(message(failure.diagnostic, program.sources)) << '\n';
   } catch (const std::bad_alloc&) {
     std::cerr << "dl: out of memory\n";
   }
-  return dl::kError;
+  return kError;
 }

@@ -1,24 +1,19 @@
 #pragma once
-// failure.h - how a run of dl ends before its time: one line for standard error, and the exit
-// status.
+// failure.h - why a run of dl ends before its time.
 
-#include <cstddef>
-#include <string>
-#include <string_view>
+#include "base/diagnostic.h"
 
 namespace dl {
 
-// The exit statuses of dl. A search that was cut has printed what was found, so it is neither
-// success nor an error.
-enum ExitStatus : int { kSuccess = 0, kError = 1, kCut = 2 };
-
-// Thrown where a run cannot go on; caught by main alone, which prints the line. Nothing is thrown
-// through the generated parser: its builder keeps the first mistake instead.
+// Thrown where a run cannot go on. Nothing is thrown through the generated parser: its builder
+// keeps the first mistake instead. See Note [lines as shown].
 struct Failure {
-  std::string message;    // one line without its end; empty when the line has been written
+  zarel::Diagnostic diagnostic;
 };
 
-// "file:line: message", the form of every message about a place in the input.
-std::string at_place(std::string_view file, std::size_t line, std::string_view message);
+// Note [lines as shown]
+// The line that dl's messages show is where the parser had got to, or the first term of the
+// statement: a line or two beside the true place where a statement goes over several. It stays what
+// it was, as Diagnostic::parser_line; the place is the true one.
 
 }    // namespace dl

@@ -13,14 +13,16 @@ namespace dl { class StatementBuilder; }
 %union {
   dl::Token token;
   unsigned index;    /* of a term, which the builder owns */
-  int kind;          /* of a builtin or aggregate */
+  dl::Operator op;   /* of a builtin */
 }
 %code {
 #include "dl/statement_builder.h"
 #define YYMAXDEPTH 200000
 int dl_lex(DL_STYPE* value, void* scanner);
-static void dl_error(void*, dl::StatementBuilder* build, const char* message) {
-  build->syntax_error(message);
+char* dl_get_text(void* scanner);
+int dl_get_leng(void* scanner);
+static void dl_error(void* scanner, dl::StatementBuilder* build, const char* message) {
+  build->syntax_error(message, {dl_get_text(scanner), std::size_t(dl_get_leng(scanner))});
 }
 }
 
@@ -29,13 +31,15 @@ static void dl_error(void*, dl::StatementBuilder* build, const char* message) {
 %token <token> NUMBERED_NAME "numbered name" FLAT_COMPOUND "atom"
 %token <token> ANONYMOUS "_" OR_WORD "v" NOT "not" IMPLIES ":-" WEAK ":~"
 %token <token> INCLUDE "#include" MAXINT "#maxint"
-%token EQUAL "==" UNEQUAL "!=" LESS_EQUAL "<=" GREATER_EQUAL ">="
-%token INTEGERS "#int" SUCC "#succ" FUNCTION_BUILTIN "#function_builtin"
+%token <token> EQUAL "==" UNEQUAL "!=" LESS_EQUAL "<=" GREATER_EQUAL ">="
+%token <token> INTEGERS "#int" SUCC "#succ" FUNCTION_BUILTIN "#function_builtin"
 %token <token> AGGREGATE "aggregate function"
+/* in the order in which messages list them */
+%token <token> '.' '[' ':' ']' '?' '=' '|' ';' ',' '+' '*' ')' '<' '>' '(' '}' '{' '-'
 
 %type <token> measure opening_name
 %type <index> term operand compound atom signed_atom bare
-%type <kind> comparison arithmetic
+%type <op> comparison arithmetic builtin_open
 
 %%
 
@@ -46,11 +50,12 @@ program
 
 statement
   : head '.'                                            { build->fact(); }
-  | head IMPLIES body '.'                               { build->rule(); }
-  | constraint_mark body '.'                            { build->constraint(); }
-  | weak_mark body '.'                                  { build->weak_constraint({}, {}); }
-  | weak_mark body '.' '[' measure[w] ':' measure[l] ']'  { build->weak_constraint($w, $l); }
-  | body '?'                                            { build->query(); }
+  | head IMPLIES body '.'[e]                            { build->rule($e); }
+  | constraint_mark body '.'[e]                         { build->constraint($e); }
+  | weak_mark body '.'[e]                               { build->weak_constraint({}, {}, $e); }
+  | weak_mark body '.' '[' measure[w] ':' measure[l] ']'[e]
+                                        { build->weak_constraint($w, $l, $e); }
+  | body '?'[e]                                         { build->query($e); }
   | MAXINT '=' NUMBER[n] '.'                            { build->integer_bound($n); }
   | INCLUDE[i]                                          { build->include($i); }
   ;
@@ -87,7 +92,7 @@ literal
   ;
 
 negation
-  : NOT                                                 { build->negation(); }
+  : NOT[n]                                              { build->negation($n); }
   ;
 
 item
@@ -96,8 +101,7 @@ item
   | operand[l] '=' term[r]                              { build->equality($l, $r); }
   | operand[z] '=' term[x] '+' term[y]                  { build->sum($x, $y, $z); }
   | operand[z] '=' term[x] '*' term[y]                  { build->product($x, $y, $z); }
-  | comparison[b] builtin_open arguments ')'            { build->builtin($b); }
-  | arithmetic[b] builtin_open arguments ')'            { build->builtin($b); }
+  | builtin_open[b] arguments ')'                       { build->builtin($b); }
   | operand[t] '=' aggregate                            { build->equal_to_aggregate($t); }
   | term[t] comparison[op] aggregate                    { build->left_guard($op, $t); }
   | aggregate '=' term[t]                               { build->equal_to_aggregate($t); }
@@ -108,36 +112,38 @@ item
   ;
 
 no_guard
-  : '=' aggregate                                       { build->missing_guard(); }
-  | comparison aggregate                                { build->missing_guard(); }
-  | aggregate '='                                       { build->missing_guard(); }
-  | aggregate comparison                                { build->missing_guard(); }
-  | term comparison aggregate comparison                { build->missing_guard(); }
+  : '='[o] aggregate                                    { build->missing_guard($o.view()); }
+  | comparison[o] aggregate                             { build->missing_guard($o.view()); }
+  | aggregate '='[o]                                    { build->missing_guard($o.view()); }
+  | aggregate comparison[o]                             { build->missing_guard($o.view()); }
+  | term comparison aggregate comparison[o]             { build->missing_guard($o.view()); }
   ;
 
 comparison
-  : EQUAL                                               { $$ = dl::kEqual; }
-  | UNEQUAL                                             { $$ = dl::kUnequal; }
-  | '<'                                                 { $$ = dl::kLess; }
-  | '>'                                                 { $$ = dl::kGreater; }
-  | LESS_EQUAL                                          { $$ = dl::kLessEqual; }
-  | GREATER_EQUAL                                       { $$ = dl::kGreaterEqual; }
+  : EQUAL[t]                    { $$ = dl::operator_of($t, dl::kEqual); }
+  | UNEQUAL[t]                  { $$ = dl::operator_of($t, dl::kUnequal); }
+  | '<'[t]                      { $$ = dl::operator_of($t, dl::kLess); }
+  | '>'[t]                      { $$ = dl::operator_of($t, dl::kGreater); }
+  | LESS_EQUAL[t]               { $$ = dl::operator_of($t, dl::kLessEqual); }
+  | GREATER_EQUAL[t]            { $$ = dl::operator_of($t, dl::kGreaterEqual); }
   ;
 
 arithmetic
-  : '+'                                                 { $$ = dl::kSum; }
-  | '*'                                                 { $$ = dl::kProduct; }
-  | INTEGERS                                            { $$ = dl::kInt; }
-  | SUCC                                                { $$ = dl::kSuccessor; }
-  | FUNCTION_BUILTIN                                    { $$ = dl::kFunctionTerm; }
+  : '+'[t]                      { $$ = dl::operator_of($t, dl::kSum); }
+  | '*'[t]                      { $$ = dl::operator_of($t, dl::kProduct); }
+  | INTEGERS[t]                 { $$ = dl::operator_of($t, dl::kInt); }
+  | SUCC[t]                     { $$ = dl::operator_of($t, dl::kSuccessor); }
+  | FUNCTION_BUILTIN[t]         { $$ = dl::operator_of($t, dl::kFunctionTerm); }
   ;
 
 builtin_open
-  : '('                                                 { build->open_builtin(); }
+  : comparison[b] '('                                   { build->open_builtin($$ = $b); }
+  | arithmetic[b] '('                                   { build->open_builtin($$ = $b); }
   ;
 
 aggregate
-  : aggregate_open arguments aggregate_colon body '}'   { build->close_aggregate(); }
+  : aggregate_open arguments aggregate_colon body '}'[e]
+                                                        { build->close_aggregate($e); }
   ;
 
 aggregate_open
@@ -154,7 +160,7 @@ signed_atom
   ;
 
 sign
-  : '-'                                                 { build->sign(); }
+  : '-'[s]                                              { build->sign($s); }
   ;
 
 atom

@@ -6,8 +6,6 @@
 #include <sys/types.h>
 #include <unistd.h>
 
-#include "dl/failure.h"
-
 namespace dl {
 namespace {
 
@@ -19,13 +17,15 @@ constexpr std::sig_atomic_t kEnded = -1;
 volatile std::sig_atomic_t searching = kNotBegun;    // or the process, or kEnded
 volatile std::sig_atomic_t reason = static_cast<int>(Interruption::kNone);
 std::string time_text;    // both as interruption_text() gives them
-constexpr std::string_view kSignalText = "dl: the search was interrupted";
+constexpr std::string_view kSignalText = "the search was interrupted";
+int cut_status = 0;
 
 [[noreturn]] void end_at_once() {
-  for (const std::string_view text : {interruption_text(), std::string_view("\n")}) {
+  for (const std::string_view text :
+       {std::string_view("dl: "), interruption_text(), std::string_view("\n")}) {
     if (::write(STDERR_FILENO, text.data(), text.size()) < 0) break;
   }
-  ::_exit(kCut);
+  ::_exit(cut_status);
 }
 
 // A further signal hurries nothing: a terminal's interrupt may come twice, from it and from who
@@ -45,8 +45,9 @@ void on_signal(int signal) {
 
 }    // namespace
 
-void watch_interruptions(unsigned seconds) {
-  time_text = "dl: the search was cut after " + std::to_string(seconds) + " s";
+void watch_interruptions(unsigned seconds, int status) {
+  cut_status = status;
+  time_text = "the search was cut after " + std::to_string(seconds) + " s";
   struct sigaction action {};
   action.sa_handler = on_signal;
   sigemptyset(&action.sa_mask);

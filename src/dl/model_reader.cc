@@ -26,7 +26,7 @@ bool LineReader::wait() {
     begin_ = 0;
   }
   if (buffer_.size() - end_ < kStep) buffer_.resize(2 * buffer_.size());
-  const std::size_t got = process_.read(buffer_.data() + end_, buffer_.size() - end_);
+  const std::size_t got = read_(buffer_.data() + end_, buffer_.size() - end_);
   end_ += got;
   return got != 0;
 }

@@ -1,16 +1,20 @@
 #pragma once
 // model_reader.h - clingo's output, line by line.
 
+#include <functional>
 #include <string>
 #include <string_view>
-
-#include "dl/clingo_process.h"
+#include <utility>
 
 namespace dl {
 
+// Waits for output, in pieces of any length; returns how much was put into the buffer, 0 at the
+// end.
+using OutputSource = std::function<std::size_t(char* buffer, std::size_t size)>;
+
 class LineReader {
  public:
-  explicit LineReader(ClingoProcess& process) : process_(process), buffer_(kStep, '\0') {}
+  explicit LineReader(OutputSource read) : read_(std::move(read)), buffer_(kStep, '\0') {}
 
   // Takes the next complete line, without its end; valid until the next call of either function.
   // Returns false when none is there without waiting.
@@ -22,7 +26,7 @@ class LineReader {
 
  private:
   static constexpr std::size_t kStep = std::size_t{1} << 16;
-  ClingoProcess& process_;
+  OutputSource read_;
   std::string buffer_;
   std::size_t begin_ = 0;     // of what has not been taken
   std::size_t looked_ = 0;    // no line ends before this

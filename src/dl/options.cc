@@ -8,6 +8,8 @@
 namespace dl {
 namespace {
 
+using zarel::Code;
+
 constexpr std::int64_t kMaxInteger = 2147483647;
 constexpr std::int64_t kMaxThreads = 64;    // clingo's own limit
 
@@ -48,8 +50,10 @@ std::int64_t number(std::string_view argument, std::string_view value, std::int6
       result <= most) {
     return result;
   }
-  throw Failure{"dl: option \"" + std::string(argument) + "\" needs a number from " +
-                std::to_string(least) + " to " + std::to_string(most)};
+  throw Failure{{Code::kOptionValue,
+                 {},
+                 "option \"" + std::string(argument) + "\" needs a number from " +
+                     std::to_string(least) + " to " + std::to_string(most)}};
 }
 
 // An option with a value; false if there is none of that name.
@@ -68,7 +72,10 @@ bool set_value(Options& options, std::string_view argument, std::string_view nam
   } else if (name == "time") {
     options.seconds = static_cast<std::uint64_t>(number(argument, value, 1, kMaxInteger));
   } else if (name == "clingo") {
-    if (value.empty()) throw Failure{"dl: option \"" + std::string(argument) + "\" needs a path"};
+    if (value.empty()) {
+      throw Failure{
+          {Code::kOptionValue, {}, "option \"" + std::string(argument) + "\" needs a path"}};
+    }
     options.clingo = value;
   } else {
     return false;
@@ -87,7 +94,8 @@ void read_option(Options& options, std::string_view argument) {
       set_value(options, argument, word.substr(0, equals), word.substr(equals + 1))) {
     return;
   }
-  throw Failure{"dl: unknown option \"" + std::string(argument) + "\", see dl -help"};
+  throw Failure{
+      {Code::kUnknownOption, {}, "unknown option \"" + std::string(argument) + "\", see dl -help"}};
 }
 
 }    // namespace
@@ -108,7 +116,7 @@ Options read_options(const std::vector<std::string_view>& arguments) {
     }
   }
   if (options.files.empty() && !options.help && !options.version) {
-    throw Failure{"dl: no input file, see dl -help"};
+    throw Failure{{Code::kNoInputFile, {}, "no input file, see dl -help"}};
   }
   return options;
 }

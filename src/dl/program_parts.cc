@@ -1,7 +1,5 @@
 #include "dl/program_parts.h"
 
-#include "dl/failure.h"
-
 namespace dl {
 
 void Signatures::add(std::string_view name, std::uint32_t arity, bool strongly_negated) {
@@ -19,19 +17,20 @@ void Signatures::add(std::string_view name, std::uint32_t arity, bool strongly_n
   all_.push_back({std::string(name), arity, strongly_negated});
 }
 
-std::string ProgramParts::at(Place place, std::string_view message) const {
-  return at_place(files[place.file], place.line, message);
-}
-
-std::string ProgramParts::message(const Fault& fault) const {
-  switch (fault.kind) {
-    case FaultKind::kSum:
-      return at(fault.place, "the values of an aggregate can add up to 2147483647 or more");
-    case FaultKind::kMeasure:
-      return at(fault.place, "a weight or level is not an integer");
-    default:
-      return at(fault.place, "an integer leaves 32 bits; #maxint or -N= bounds it");
-  }
+zarel::Diagnostic diagnostic_of(const Fault& fault, const Sources& sources) {
+  struct Row {
+    zarel::Code code;
+    const char* text;
+  };
+  static constexpr Row kRows[] = {
+      {zarel::Code::kIntegerOverflow, "an integer leaves 32 bits; #maxint or -N= bounds it"},
+      {zarel::Code::kSumOverflow, "the values of an aggregate can add up to 2147483647 or more"},
+      {zarel::Code::kMeasureNoInteger, "a weight or level is not an integer"},
+  };
+  const Row& row = kRows[static_cast<std::size_t>(fault.kind)];
+  zarel::Diagnostic diagnostic{row.code, sources.place(fault.range), row.text};
+  diagnostic.parser_line = static_cast<int>(fault.line);
+  return diagnostic;
 }
 
 }    // namespace dl

@@ -9,8 +9,8 @@
 #include <unordered_set>
 #include <vector>
 
-#include "dl/line_map.h"
-#include "dl/options.h"
+#include "base/diagnostic.h"
+#include "dl/sources.h"
 
 namespace dl {
 
@@ -40,29 +40,34 @@ struct WeakConstraint {
   std::string weight;
   std::string level;
   std::string tuple;    // its number and the variables of its body
-  Place place;
+  zarel::SourceLocation location;
 };
 
 struct Query {
   std::vector<std::string> variables;    // in the order of the answer's values
-  Place place;
+  FileRange range;
+  std::uint32_t line;    // see Note [lines as shown]
 };
 
 // What can be wrong with the integers of an answer set: see Note [no integer wraps].
 enum class FaultKind { kOverflow, kSum, kMeasure };
 struct Fault {
   FaultKind kind;
-  Place place;
+  FileRange range;
+  std::uint32_t line;    // see Note [lines as shown]
 };
 
-// What the translation of a whole program leaves behind.
-struct ProgramParts {
-  std::vector<std::string> files;    // by Place::file
-  // These are known before the first statement is translated.
+// What is known of a program before its first statement is translated.
+struct Traits {
   bool has_query = false;
   bool has_weak_constraints = false;
   bool has_sums = false;    // #sum or #avg
   bool has_bound = false;
+};
+
+// What the translation of a whole program leaves behind.
+struct ProgramParts {
+  Traits traits;
   Signatures signatures;
   std::vector<WeakConstraint> weak_constraints;
   std::optional<Query> query;
@@ -72,9 +77,8 @@ struct ProgramParts {
   bool variable_levels = false;
   std::unordered_set<std::string>
       facts;    // their text, kept only where they are left out of the answers
-
-  std::string at(Place place, std::string_view message) const;    // "file:line: message"
-  std::string message(const Fault& fault) const;                  // likewise
 };
+
+zarel::Diagnostic diagnostic_of(const Fault& fault, const Sources& sources);
 
 }    // namespace dl

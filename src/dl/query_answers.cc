@@ -11,9 +11,6 @@
 namespace dl {
 namespace {
 
-// An answer's values as the input spells them.
-using Values = std::vector<std::string>;
-
 // Calls `visit` with each piece between the commas outside parentheses and strings. In what clingo
 // printed, a backslash in a string takes the next character with it.
 enum class Escapes : bool { kNone, kBackslash };
@@ -82,27 +79,31 @@ std::strong_ordering compare(std::string_view left, std::string_view right) {
   return left <=> right;
 }
 
-bool comes_before(const Values& left, const Values& right) {
+bool comes_before(const QueryRow& left, const QueryRow& right) {
   return std::is_lt(std::lexicographical_compare_three_way(left.begin(), left.end(), right.begin(),
                                                            right.end(), compare));
 }
 
 }    // namespace
 
-std::string query_answers(std::string_view line) {
+std::vector<QueryRow> query_rows(std::string_view line) {
   constexpr std::string_view kBegin = "_q(";
-  std::vector<Values> answers;
+  std::vector<QueryRow> rows;
   each_atom(line, [&](std::string_view atom) {
     if (!atom.starts_with(kBegin)) return;
-    Values& values = answers.emplace_back();
+    QueryRow& values = rows.emplace_back();
     each_argument(
         atom.substr(kBegin.size(), atom.size() - kBegin.size() - 1), Escapes::kBackslash,
         [&](std::string_view value) { append_input_spelling(values.emplace_back(), value); });
   });
-  std::ranges::sort(answers, comes_before);
+  std::ranges::sort(rows, comes_before);
+  return rows;
+}
+
+std::string query_text(const std::vector<QueryRow>& rows) {
   std::string text;
-  for (const Values& answer : answers) {
-    for (std::size_t i = 0; i < answer.size(); ++i) (text += i == 0 ? "" : ", ") += answer[i];
+  for (const QueryRow& row : rows) {
+    for (std::size_t i = 0; i < row.size(); ++i) (text += i == 0 ? "" : ", ") += row[i];
     text += '\n';
   }
   return text;

@@ -1,18 +1,24 @@
 #pragma once
-// query_answers.h - what holds for a query, printed as values.
+// query_answers.h - what holds for a query, as values and as text.
 
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "dl/program_parts.h"
 
 namespace dl {
 
-// The lines that answer a query with variables: one "a, b" for each answer, sorted. `line` is
-// clingo's line of consequences.
-std::string query_answers(std::string_view line);
+// The values of an answer, as the input spells them.
+using QueryRow = std::vector<std::string>;
+
+// What answers a query with variables, sorted. `line` is clingo's line of consequences.
+std::vector<QueryRow> query_rows(std::string_view line);
+
+// The rows as lines, "a, b".
+std::string query_text(const std::vector<QueryRow>& rows);
 
 // Whether the query's atom is among the consequences, for a query without variables.
 bool query_holds(std::string_view line);

@@ -14,8 +14,8 @@ constexpr std::size_t kPiece = 8;
 std::vector<char> with_terms(const Statement& statement, const Aggregate& aggregate,
                              std::vector<char> marks) {
   for (std::uint32_t i = aggregate.arguments.begin; i < aggregate.arguments.end; ++i) {
-    for (const VariableId use : statement.uses_of(statement.terms[statement.arguments[i]])) {
-      if (use != kUnnamed) marks[use] = 1;
+    for (const Use& use : statement.uses_of(statement.terms[statement.arguments[i]])) {
+      if (use.variable != kUnnamed) marks[use.variable] = 1;
     }
   }
   return marks;
@@ -35,10 +35,18 @@ std::string helper_atom(const Statement& statement, std::string name,
   return name;
 }
 
-std::string unsafe_message(std::string_view variable) {
+Mistake unsafe_mistake(std::string_view variable, std::string_view at) {
   std::string text = "unsafe rule: no positive literal of the body binds the variable ";
   text += variable;
-  return text;
+  return {zarel::Code::kUnsafeRule, std::move(text), at};
+}
+
+Mistake unsafe_mistake(const Statement& statement, VariableId variable) {
+  return unsafe_mistake(statement.spelling(variable), first_use(statement, variable));
+}
+
+std::string_view first_use(const Statement& statement, VariableId variable) {
+  return statement.written_use(*std::ranges::find(statement.uses, variable, &Use::variable));
 }
 
 // Cuts one ordered body. See Note [long bodies].
@@ -72,7 +80,7 @@ class RuleWriter::Pieces {
   void each_variable(const Step& step, Visit&& visit) const {
     const auto each = [&](Slice uses) {
       for (std::uint32_t i = uses.begin; i < uses.end; ++i) {
-        const VariableId variable = body_.statement.uses[i];
+        const VariableId variable = body_.statement.uses[i].variable;
         if (variable != kUnnamed && body_.outer[variable]) visit(variable);
       }
     };
@@ -88,9 +96,10 @@ class RuleWriter::Pieces {
   std::vector<VariableId> live_;
 };
 
-std::string RuleWriter::prepare(const Statement& statement, Place place,
-                                const std::vector<char>& kept) {
-  ranging_ = {};
+MaybeMistake RuleWriter::prepare(const Statement& statement, const StatementPlace& place,
+                                 const std::vector<char>& kept) {
+  ranging_ = kUnnamed;
+  place_ = place;
   body_.clear();
   if (statement.atoms_only && statement.body.size() <= kLongBody)
     return prepare_atoms(statement, kept);
@@ -98,24 +107,27 @@ std::string RuleWriter::prepare(const Statement& statement, Place place,
   BodyOrder order(statement, outer, integers());
   const bool is_safe = order.order(statement.body, std::vector<char>(outer.size(), 0));
   if (order.is_tangled()) {
-    return "too many products with an unknown factor depend on each other; #maxint or -N= helps";
+    return Mistake{
+        zarel::Code::kTangledProducts,
+        "too many products with an unknown factor depend on each other; #maxint or -N= helps",
+        statement.written};
   }
-  if (!is_safe) return unsafe_message(order.unbound_variable());
-  for (std::size_t variable = 0; variable < kept.size(); ++variable) {
-    if (kept[variable] && !order.bound()[variable]) {
-      return unsafe_message(statement.spelling(static_cast<VariableId>(variable)));
-    }
+  if (!is_safe) {
+    return unsafe_mistake(order.unbound().name, statement.written_use(order.unbound().use));
   }
-  write_steps({statement, statement.body, outer, order.bound(), integers()}, order, kept, place);
+  for (VariableId variable = 0; variable < kept.size(); ++variable) {
+    if (kept[variable] && !order.bound()[variable]) return unsafe_mistake(statement, variable);
+  }
+  write_steps({statement, statement.body, outer, order.bound(), integers()}, order, kept);
   return {};
 }
 
 IntegerBound RuleWriter::integers() const {
-  return parts_.has_bound ? IntegerBound::kGiven : IntegerBound::kNone;
+  return parts_.traits.has_bound ? IntegerBound::kGiven : IntegerBound::kNone;
 }
 
 void RuleWriter::write_steps(const OrderedBody& body, const BodyOrder& order,
-                             const std::vector<char>& kept, Place place) {
+                             const std::vector<char>& kept) {
   const std::vector<Step>& steps = order.steps();
   const bool is_long = steps.size() > kLongBody;
   Pieces pieces(body, steps, kept);
@@ -123,90 +135,89 @@ void RuleWriter::write_steps(const OrderedBody& body, const BodyOrder& order,
     pieces.note(steps[i]);
     if (has_other_ways(body, steps[i])) {
       std::string helper = pieces.helper(++helpers_, i);
-      write_ways(body_, body, order, steps[i], helper, place);
+      write_ways(body_, body, order, steps[i], helper);
       body_ = std::move(helper);
       continue;
     }
-    add_step(body_, body, steps[i], place);
-    if (is_long && i % kPiece == kPiece - 1) cut(body_, pieces.helper(++helpers_, i), place);
+    add_step(body_, body, steps[i]);
+    if (is_long && i % kPiece == kPiece - 1) cut(body_, pieces.helper(++helpers_, i));
   }
 }
 
 // Appends the step to the text of a body, and writes the rules that watch its integers.
-void RuleWriter::add_step(std::string& text, const OrderedBody& body, const Step& step,
-                          Place place) {
+void RuleWriter::add_step(std::string& text, const OrderedBody& body, const Step& step) {
   const Literal& literal = body.literals[step.literal];
   std::string condition;
   FaultKind kind = FaultKind::kOverflow;
-  note_range(body, step);
+  const FileRange range = place_.range;
+  note_range(step);
   if (step.mode != StepMode::kRange && literal.kind == kAggregate) {
+    const Aggregate& aggregate = body.statement.aggregates[literal.aggregate];
     kind = FaultKind::kSum;
-    condition = write_inside(text, body, body.statement.aggregates[literal.aggregate], place);
+    place_.range.range = aggregate.range;
+    condition = write_inside(text, body, aggregate);
   }
-  write_fault(kind, text, fault_of(body, step, condition), place);
+  write_fault(kind, text, fault_of(body, step, condition), place_);
+  place_.range = range;
   if (!text.empty()) text += ',';
   append_step(text, body, step, condition);
 }
 
-void RuleWriter::note_range(const OrderedBody& body, const Step& step) {
-  if (step.mode == StepMode::kRange && ranging_.empty()) {
-    ranging_ = body.statement.spelling(step.target);
-  }
+void RuleWriter::note_range(const Step& step) {
+  if (step.mode == StepMode::kRange && ranging_ == kUnnamed) ranging_ = step.target;
 }
 
 // Each way to a factor is a rule of the helper, which goes on for all of them.
 void RuleWriter::write_ways(const std::string& before, const OrderedBody& body,
-                            const BodyOrder& order, const Step& step, const std::string& helper,
-                            Place place) {
+                            const BodyOrder& order, const Step& step, const std::string& helper) {
   std::string text = before;
-  add_step(text, body, step, place);
-  cut(text, helper, place);
+  add_step(text, body, step);
+  cut(text, helper);
   if (body.integers == IntegerBound::kGiven) {
     text = before;
     if (!text.empty()) text += ',';
     append_open_factor(text, body, step);
-    cut(text, helper, place);
+    cut(text, helper);
   }
   for (std::uint32_t i = step.others.begin; i < step.others.end; ++i) {
     text = before;
-    for (const Step& other : order.others()[i]) add_step(text, body, other, place);
+    for (const Step& other : order.others()[i]) add_step(text, body, other);
     text += ',';
     append_factor_test(text, body, step);
-    cut(text, helper, place);
+    cut(text, helper);
   }
 }
 
 // What has been collected becomes the body of the helper, which begins the next piece.
-void RuleWriter::cut(std::string& body, std::string helper, Place place) {
+void RuleWriter::cut(std::string& body, std::string helper) {
   (((out_.text += helper) += ":-") += body) += '.';
-  out_.end_line(place);
+  out_.end_line(place_.location);
   body = std::move(helper);
 }
 
 // The usual rule: its literals are atoms, and their text is copied as it is.
-std::string RuleWriter::prepare_atoms(const Statement& statement, const std::vector<char>& kept) {
+MaybeMistake RuleWriter::prepare_atoms(const Statement& statement, const std::vector<char>& kept) {
   marks_.assign(statement.variables.size(), 0);
   for (const Literal& literal : statement.body) {
     if (literal.negated) continue;
     for (std::uint32_t i = literal.uses.begin; i < literal.uses.end; ++i) {
-      if (statement.uses[i] != kUnnamed) marks_[statement.uses[i]] = 1;
+      const VariableId variable = statement.uses[i].variable;
+      if (variable != kUnnamed) marks_[variable] = 1;
     }
   }
-  const auto unsafe = [&](std::size_t variable) {
-    return unsafe_message(statement.spelling(static_cast<VariableId>(variable)));
-  };
   for (const Literal& literal : statement.body) {
     if (!body_.empty()) body_ += ',';
     if (literal.negated) body_ += "not ";
     body_ += statement.term_text(literal.term);
     if (!literal.negated) continue;
     for (std::uint32_t i = literal.uses.begin; i < literal.uses.end; ++i) {
-      const VariableId variable = statement.uses[i];
-      if (variable != kUnnamed && !marks_[variable]) return unsafe(variable);
+      const auto [variable, offset] = statement.uses[i];
+      if (variable == kUnnamed || marks_[variable]) continue;
+      return unsafe_mistake(statement.spelling(variable), statement.written_use(statement.uses[i]));
     }
   }
-  for (std::size_t variable = 0; variable < kept.size(); ++variable) {
-    if (kept[variable] && !marks_[variable]) return unsafe(variable);
+  for (VariableId variable = 0; variable < kept.size(); ++variable) {
+    if (kept[variable] && !marks_[variable]) return unsafe_mistake(statement, variable);
   }
   return {};
 }
@@ -217,7 +228,7 @@ std::string RuleWriter::prepare_atoms(const Statement& statement, const std::vec
 // what joins the two. Where a factor has several ways, a helper takes the place of all up to it in
 // the aggregate, too.
 std::string RuleWriter::write_inside(const std::string& before, const OrderedBody& body,
-                                     const Aggregate& aggregate, Place place) {
+                                     const Aggregate& aggregate) {
   const Statement& statement = body.statement;
   BodyOrder order(statement, body.outer, body.integers);
   order.order(aggregate.body, body.bound);
@@ -240,16 +251,16 @@ std::string RuleWriter::write_inside(const std::string& before, const OrderedBod
     pieces.note(steps[i]);
     if (has_other_ways(inside, steps[i])) {
       condition = pieces.helper(++helpers_, i);
-      write_ways(watched, inside, order, steps[i], condition, place);
+      write_ways(watched, inside, order, steps[i], condition);
       watched = outside + condition;
       continue;
     }
-    note_range(inside, steps[i]);
-    if (is_watched) add_step(watched, inside, steps[i], place);
+    note_range(steps[i]);
+    if (is_watched) add_step(watched, inside, steps[i]);
     if (!condition.empty()) condition += ',';
     append_step(condition, inside, steps[i]);
     if (is_watched && steps.size() > kLongBody && i % kPiece == kPiece - 1) {
-      cut(watched, pieces.helper(++helpers_, i), place);
+      cut(watched, pieces.helper(++helpers_, i));
       watched.insert(0, outside);
     }
   }
@@ -257,13 +268,13 @@ std::string RuleWriter::write_inside(const std::string& before, const OrderedBod
 }
 
 void RuleWriter::write_fault(FaultKind kind, const std::string& before, std::string_view what,
-                             Place place) {
+                             const StatementPlace& place) {
   if (what.empty()) return;
   out_.text += "_fault(" + std::to_string(parts_.faults.size()) + "):-" + before;
   if (!before.empty()) out_.text += ',';
   (out_.text += what) += '.';
-  out_.end_line(place);
-  parts_.faults.push_back({kind, place});
+  out_.end_line(place.location);
+  parts_.faults.push_back({kind, place.range, place.location.line});
 }
 
 }    // namespace dl

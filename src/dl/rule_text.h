@@ -15,9 +15,10 @@
 #include <string_view>
 #include <vector>
 
+#include "base/line_map.h"
 #include "dl/body_order.h"
-#include "dl/line_map.h"
 #include "dl/literal_text.h"
+#include "dl/mistake.h"
 #include "dl/program_parts.h"
 #include "dl/statement.h"
 
@@ -26,14 +27,14 @@ namespace dl {
 // The text for clingo, and where each of its lines comes from.
 struct Translation {
   std::string text;
-  LineMap lines;
+  zarel::LineMap lines;
   // Where it is given, takes the text in pieces of whole lines, and what it has taken is forgotten
   // here; the last piece stays.
   std::function<void(std::string_view)> receiver;
 
-  void end_line(Place place) {
+  void end_line(const zarel::SourceLocation& location) {
     text += '\n';
-    lines.add(place);
+    lines.add({location});
     if (text.size() >= kPiece && receiver) {
       receiver(text);
       text.clear();
@@ -44,6 +45,12 @@ struct Translation {
   static constexpr std::size_t kPiece = std::size_t{1} << 16;    // what a pipe holds
 };
 
+// Where a statement stands, in the line that is shown, and what of it is at fault if an integer is.
+struct StatementPlace {
+  zarel::SourceLocation location;
+  FileRange range;
+};
+
 class RuleWriter {
  public:
   // Both must outlive the writer.
@@ -51,37 +58,39 @@ class RuleWriter {
 
   // Orders the statement's body and makes it ready to be written as body(); the pieces that were
   // cut off and the rules that watch its integers are written at once. `kept` tells by variable
-  // what the rest of the rule uses; all of it must be bound. Returns an empty text, or the mistake
-  // that was found: an unsafe rule.
-  std::string prepare(const Statement& statement, Place place, const std::vector<char>& kept);
+  // what the rest of the rule uses; all of it must be bound. Returns the mistake that was found, if
+  // any: an unsafe rule.
+  MaybeMistake prepare(const Statement& statement, const StatementPlace& place,
+                       const std::vector<char>& kept);
 
   const std::string& body() const { return body_; }
 
   // Writes the rule that tells of a fault where the body holds, and what is wrong with it.
-  void write_fault(FaultKind kind, const std::string& before, std::string_view what, Place place);
+  void write_fault(FaultKind kind, const std::string& before, std::string_view what,
+                   const StatementPlace& place);
 
-  // A variable of the prepared body that only a bound on integers gives values, or empty.
-  std::string_view ranging_variable() const { return ranging_; }
+  // A variable of the prepared body that only a bound on integers gives values, or kUnnamed.
+  VariableId ranging_variable() const { return ranging_; }
 
  private:
   class Pieces;
-  std::string prepare_atoms(const Statement& statement, const std::vector<char>& kept);
-  void write_steps(const OrderedBody& body, const BodyOrder& order, const std::vector<char>& kept,
-                   Place place);
-  void note_range(const OrderedBody& body, const Step& step);
-  void add_step(std::string& text, const OrderedBody& body, const Step& step, Place place);
+  MaybeMistake prepare_atoms(const Statement& statement, const std::vector<char>& kept);
+  void write_steps(const OrderedBody& body, const BodyOrder& order, const std::vector<char>& kept);
+  void note_range(const Step& step);
+  void add_step(std::string& text, const OrderedBody& body, const Step& step);
   std::string write_inside(const std::string& before, const OrderedBody& body,
-                           const Aggregate& aggregate, Place place);
+                           const Aggregate& aggregate);
   void write_ways(const std::string& before, const OrderedBody& body, const BodyOrder& order,
-                  const Step& step, const std::string& helper, Place place);
-  void cut(std::string& body, std::string helper, Place place);
+                  const Step& step, const std::string& helper);
+  void cut(std::string& body, std::string helper);
   IntegerBound integers() const;
 
   Translation& out_;
   ProgramParts& parts_;
   std::string body_;
   std::vector<char> marks_;
-  std::string_view ranging_;
+  VariableId ranging_ = kUnnamed;
+  StatementPlace place_;    // of the prepared statement; inside an aggregate its range
   std::uint32_t helpers_ = 0;
 };
 
@@ -89,7 +98,13 @@ class RuleWriter {
 std::string helper_atom(const Statement& statement, std::string name,
                         std::span<const VariableId> variables);
 
-// The message for a variable that nothing binds.
-std::string unsafe_message(std::string_view variable);
+// The mistake of a variable that nothing binds: under this name, written there.
+Mistake unsafe_mistake(std::string_view variable, std::string_view at);
+
+// Likewise; where the statement uses it first.
+Mistake unsafe_mistake(const Statement& statement, VariableId variable);
+
+// Where the statement uses the variable first.
+std::string_view first_use(const Statement& statement, VariableId variable);
 
 }    // namespace dl

@@ -2,18 +2,15 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "dl/failure.h"
+#include "dl/translate.h"
 
 namespace dl {
 namespace {
-
-constexpr std::size_t kLongestText = INT_MAX - 2;    // the scanner counts in int; two end marks
 
 // Closes the descriptor at the end of its scope.
 class Descriptor {
@@ -29,10 +26,6 @@ class Descriptor {
  private:
   int number_;
 };
-
-[[noreturn]] void unreadable(const std::string& place, const std::string& path, int error) {
-  throw Failure{place + "cannot read \"" + path + "\": " + std::strerror(error)};
-}
 
 // The size is only a hint: pipes have none, and a file may grow while it is read. What is longer
 // than a text may be is not read to its end.
@@ -54,26 +47,22 @@ bool read_all(int descriptor, std::size_t size_hint, std::string& text) {
 
 }    // namespace
 
-SourceFile read_source_file(const std::string& path, const std::string& place) {
+SourceFile read_source_file(const std::string& path, const zarel::Place& place) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  struct stat status {};
-  if (file.number() < 0 || ::fstat(file.number(), &status) != 0) unreadable(place, path, errno);
   SourceFile source;
+  struct stat status {};
+  if (file.number() < 0 || ::fstat(file.number(), &status) != 0) {
+    source.mistake = unreadable(path, std::strerror(errno), place);
+    return source;
+  }
   source.identity = {status.st_dev, status.st_ino};
   const auto size = static_cast<std::size_t>(std::max<off_t>(status.st_size, 0));
   const bool may_fit = size <= kLongestText;
-  if (may_fit && !read_all(file.number(), size, source.text)) unreadable(place, path, errno);
-  if (!may_fit || source.text.size() > kLongestText) {
-    throw Failure{place + "\"" + path + "\" has more than " + std::to_string(kLongestText) +
-                  " bytes"};
+  if (may_fit && !read_all(file.number(), size, source.text)) {
+    source.mistake = unreadable(path, std::strerror(errno), place);
+  } else if (!may_fit || source.text.size() > kLongestText) {
+    source.mistake = too_long(path, place);
   }
-  const std::size_t nul = source.text.find('\0');
-  if (nul != std::string::npos) {
-    const auto line = std::count(source.text.begin(),
-                                 source.text.begin() + static_cast<std::ptrdiff_t>(nul), '\n');
-    throw Failure{at_place(path, static_cast<std::size_t>(line) + 1, "NUL byte in the input")};
-  }
-  source.text.append(2, '\0');
   return source;
 }
 

@@ -2,22 +2,27 @@
 // source_file.h - the text of an input file, and where included files are looked for.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "base/diagnostic.h"
+
 namespace dl {
 
+// Device and inode: the same file under two names is one file.
+using FileIdentity = std::pair<std::uint64_t, std::uint64_t>;
+
 struct SourceFile {
-  std::string text;    // the whole file, then two NUL bytes for the scanner
-  std::pair<std::uint64_t, std::uint64_t>
-      identity;    // device and inode: the same file under two names is one file
+  std::string text;    // the whole file
+  FileIdentity identity;
+  std::optional<zarel::Diagnostic> mistake;    // then there is no text
 };
 
-// Reads the whole file. Throws Failure when it cannot be read, is a directory, has more than some
-// two gigabytes, or holds a NUL byte (which clingo would take for the end of a string); `place` is
-// put in front of the message, "" or "file:line: ".
-SourceFile read_source_file(const std::string& path, const std::string& place);
+// Reads the whole file. It is a mistake, at `place`, when it cannot be read, is a directory, or has
+// more than some two gigabytes.
+SourceFile read_source_file(const std::string& path, const zarel::Place& place);
 
 // The path that an include line means: next to the including file, or else in the working
 // directory.

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/place.h"
+
 namespace dl {
 
 // A stretch of Statement::text, or of one of its lists.
@@ -20,6 +22,12 @@ struct Slice {
 
 using VariableId = std::uint32_t;
 constexpr VariableId kUnnamed = 0xffffffffu;    // "_": a use that nothing can bind
+
+// A variable where it is used.
+struct Use {
+  VariableId variable = kUnnamed;
+  std::uint32_t offset = 0;    // in the text of the file
+};
 
 enum class TermKind : std::uint8_t {
   kVariable,
@@ -70,7 +78,6 @@ struct Literal {
   Slice arguments;           // of a builtin, in Statement::arguments
   Slice uses;    // all variables in it, with repeats; of an aggregate those of its guards alone
   std::uint32_t aggregate = 0;    // index of an aggregate
-  std::uint32_t line = 0;
 };
 
 enum AggregateFunction : int { kCount, kSumUp, kMin, kMax, kAverage };
@@ -80,6 +87,7 @@ struct Guard {
   bool given = false;
   Builtin op = kEqual;
   std::uint32_t term = 0;
+  std::string_view written;    // the operator, in the text of the file
 };
 
 struct Aggregate {
@@ -89,19 +97,24 @@ struct Aggregate {
   Slice arguments;    // the terms before the colon
   std::vector<Literal> body;
   Slice uses;    // all variables between the braces
+  zarel::SourceRange range{};
 };
 
 struct Statement {
   std::string text;    // clingo's text of every term and atom
   std::vector<Term> terms;
-  std::vector<VariableId> uses;
+  std::vector<Use> uses;
   std::vector<std::uint32_t> arguments;    // indices of terms
   std::vector<std::uint32_t> heads;        // indices of terms
   std::vector<Literal> body;
   std::vector<Aggregate> aggregates;
   std::vector<Slice> variables;    // the spelling of each, in text
-  std::uint32_t line = 0;
-  bool atoms_only = true;    // the body holds no builtin and no aggregate
+  std::uint32_t line = 0;          // see Note [lines as shown]
+  std::uint32_t column = 0;        // where in that line it begins
+  zarel::SourceRange range{};      // of all but facts, whose last column nobody asks for
+  const char* source = nullptr;    // the text of the file
+  std::string_view written;        // the statement in it, again but of facts
+  bool atoms_only = true;          // the body holds no builtin and no aggregate
 
   std::string_view slice(Slice s) const { return std::string_view(text).substr(s.begin, s.size()); }
   // Whether the variable stands for a "_" of the input.
@@ -111,8 +124,13 @@ struct Statement {
     return is_unnamed(variable) ? "_" : slice(variables[variable]);
   }
   std::string_view term_text(std::uint32_t term) const { return slice(terms[term].text); }
-  std::span<const VariableId> uses_of(const Term& term) const {
+  std::span<const Use> uses_of(const Term& term) const {
     return std::span(uses).subspan(term.uses.begin, term.uses.size());
+  }
+  // The use as it is written in the text of the file.
+  std::string_view written_use(const Use& use) const {
+    const bool is_named = use.variable != kUnnamed && !is_unnamed(use.variable);
+    return {source + use.offset, is_named ? variables[use.variable].size() : 1};
   }
   const Term& argument(const Literal& literal, std::uint32_t position) const {
     return terms[arguments[literal.arguments.begin + position]];
@@ -128,6 +146,7 @@ struct Statement {
     aggregates.clear();
     variables.clear();
     line = 0;
+    written = {};
     atoms_only = true;
   }
 };

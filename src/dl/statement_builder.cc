@@ -9,6 +9,9 @@
 #include "dl/names.h"
 
 namespace dl {
+
+using enum zarel::Code;
+
 namespace {
 
 // clingo 5.4 walks terms by recursion: it stands 10,000 levels and dies at 100,000.
@@ -74,32 +77,77 @@ void VariableNumbers::grow() {
 }
 
 void StatementBuilder::count_lines_of_string(const Token& string) {
-  line_ += static_cast<std::uint32_t>(std::ranges::count(string.view(), '\n'));
+  const auto lines = static_cast<std::uint32_t>(std::ranges::count(string.view(), '\n'));
+  if (lines == 0) return;
+  line_ += lines;
+  line_begin_ = string.text + string.view().rfind('\n') + 1;
 }
 
 void StatementBuilder::unexpected_character(const Token& token) {
-  if (token.text[0] == '"') return fail(token.line, "string without a closing quote");
-  fail(token.line, "unexpected character '" + std::string(token.view()) + "'");
+  if (token.text[0] == '"') {
+    return fail(token.line, kUnclosedString, "string without a closing quote", token.view());
+  }
+  fail(token.line, kUnexpectedCharacter, "unexpected character '" + std::string(token.view()) + "'",
+       token.view());
 }
 
 void StatementBuilder::unknown_word(const Token& token) {
-  fail(token.line, "unknown word " + std::string(token.view()));
+  fail(token.line, kUnknownWord, "unknown word " + std::string(token.view()), token.view());
 }
 
-void StatementBuilder::syntax_error(std::string_view message) {
-  fail(line_, std::string(message));
+void StatementBuilder::syntax_error(std::string_view message, std::string_view token) {
+  fail(line_, kSyntaxError, std::string(message), token);
 }
 
-void StatementBuilder::fail(std::uint32_t line, std::string message) {
-  if (failed_) return;
-  failed_ = true;
-  mistake_ = std::move(message);
-  mistake_line_ = line;
+void StatementBuilder::fail(std::uint32_t line, zarel::Code code, std::string message,
+                            std::string_view at) {
+  if (!mistake_) mistake_ = Mistake{code, std::move(message), at, {}, line};
+}
+
+// The grammar looks one token ahead, so the text may be that of the line before: only the last
+// token of a line costs the search for its beginning.
+std::uint32_t StatementBuilder::column_of(const char* text) const {
+  const char* begin = line_begin_;
+  if (text < begin) {
+    begin = text;
+    while (begin != statement_.source && begin[-1] != '\n') --begin;
+  }
+  return static_cast<std::uint32_t>(text - begin + 1);
+}
+
+Piece StatementBuilder::piece(const Token& token) const {
+  const std::uint32_t column = column_of(token.text);
+  return {token.view(), {token.line, column, token.line, column + token.length - 1}};
+}
+
+// The first token is not always the one that gives the statement its line.
+void StatementBuilder::note_begin(const Token& token) {
+  if (statement_.written.data() != nullptr) return;
+  statement_.written = token.view();
+  statement_.range.first_line = token.line;
+  statement_.range.first_column = column_of(token.text);
+}
+
+void StatementBuilder::begin_statement(const Token& token) {
+  note_begin(token);
+  statement_.line = token.line;
+  statement_.column = statement_.range.first_line == token.line ? statement_.range.first_column
+                                                                : column_of(token.text);
+}
+
+void StatementBuilder::note_end(const Token& end) {
+  const char* const begin = statement_.written.data();
+  statement_.written = {begin, end.text + end.length};
+  statement_.range.last_line = end.line;
+  statement_.range.last_column = column_of(end.text);
 }
 
 // Hands the outcome of a statement on, and makes room for the next.
-void StatementBuilder::finish(const std::string& mistake) {
-  if (!mistake.empty()) fail(statement_.line, mistake);
+void StatementBuilder::finish(const MaybeMistake& mistake) {
+  if (mistake && !mistake_) {
+    mistake_ = mistake;
+    mistake_->line = statement_.line;
+  }
   statement_.clear();
   numbers_.clear();
   weak_ = false;
@@ -115,35 +163,44 @@ void StatementBuilder::fact() {
   finish(receiver_.fact(statement_));
 }
 
-void StatementBuilder::rule() {
+void StatementBuilder::rule(const Token& end) {
+  note_end(end);
   finish(receiver_.rule(statement_));
 }
 
-void StatementBuilder::query() {
+void StatementBuilder::query(const Token& end) {
+  note_end(end);
   finish(receiver_.query(statement_));
 }
 
-void StatementBuilder::weak_constraint(const Token& weight, const Token& level) {
+void StatementBuilder::weak_constraint(const Token& weight, const Token& level, const Token& end) {
   for (const Token* measure : {&weight, &level}) {
     if (measure->length != 0 &&
         measure->view().find_first_not_of("0123456789") == std::string_view::npos &&
         value_of(measure->view()) > kMaxInteger) {
-      fail(measure->line, "number " + std::string(measure->view()) + " is greater than 2147483647");
+      fail(measure->line, kIntegerRange,
+           "number " + std::string(measure->view()) + " is greater than 2147483647",
+           measure->view());
     }
   }
-  if (failed_) return;
+  if (has_failed()) return;
+  note_end(end);
   // The receiver looks weight and level up as terms, so that variables among them are known to it.
-  const auto text = [](const Token& measure) {
-    return measure.length == 0 ? std::string_view() : without_leading_zeros(measure.view());
+  const auto written = [this](const Token& measure) {
+    Piece found = measure.length == 0 ? Piece{} : piece(measure);
+    found.text = without_leading_zeros(found.text);
+    return found;
   };
-  finish(receiver_.weak_constraint(statement_, text(weight), text(level)));
+  finish(receiver_.weak_constraint(statement_, written(weight), written(level)));
 }
 
 void StatementBuilder::integer_bound(const Token& number) {
   note_line(number);
   const std::int64_t value = value_of(number.view());
-  if (value > kMaxInteger) return fail(number.line, "#maxint is greater than 2147483647");
-  finish(receiver_.integer_bound(value));
+  if (value > kMaxInteger) {
+    return fail(number.line, kIntegerRange, "#maxint is greater than 2147483647", number.view());
+  }
+  finish(receiver_.integer_bound(value, piece(number)));
 }
 
 void StatementBuilder::include(const Token& directive) {
@@ -152,10 +209,18 @@ void StatementBuilder::include(const Token& directive) {
   name.remove_prefix(std::string_view("#include").size());
   name.remove_prefix(name.find_first_not_of(" \t"));
   if (name.front() == '<' || name.front() == '"') name = name.substr(1, name.size() - 2);
-  finish(receiver_.include(name, directive.line));
+  receiver_.include(name, piece(directive));
+  finish({});
 }
 
-void StatementBuilder::sign() {
+void StatementBuilder::negation(const Token& word) {
+  note_begin(word);
+  negated_ = true;
+  negation_ = word.view();
+}
+
+void StatementBuilder::sign(const Token& sign) {
+  note_begin(sign);
   separate();
   statement_.text += '-';
 }
@@ -169,7 +234,6 @@ std::uint32_t StatementBuilder::strongly_negated(std::uint32_t atom) {
 
 void StatementBuilder::add_literal(Literal literal) {
   literal.negated = std::exchange(negated_, false);
-  literal.line = line_;
   if (literal.kind != kAtom) statement_.atoms_only = false;
   statement_.body.push_back(literal);
 }
@@ -182,10 +246,12 @@ void StatementBuilder::head(std::uint32_t atom) {
 // clingo reads "_" in a negated atom as "for none", but refuses it as unsafe behind "not -".
 void StatementBuilder::project(std::uint32_t atom) {
   Term& term = statement_.terms[atom];
-  const std::span<const VariableId> uses = statement_.uses_of(term);
-  if (std::ranges::find(uses, kUnnamed) == uses.end()) return;
+  const std::span<const Use> uses = statement_.uses_of(term);
+  if (std::ranges::find(uses, kUnnamed, &Use::variable) == uses.end()) return;
   const std::uint32_t begin = text_size();
-  statement_.text += receiver_.projection(statement_, term, line_);
+  const char* const name = term.name.data();
+  const std::uint32_t column = name < line_begin_ ? 1 : column_of(name);
+  statement_.text += receiver_.projection(statement_, term, line_, column);
   term.text = {begin, text_size()};
 }
 
@@ -204,7 +270,8 @@ void StatementBuilder::add_builtin(Builtin kind, Slice arguments, std::uint32_t 
   literal.arguments = arguments;
   literal.uses = {uses_begin, uses_size()};
   if (negated_ && kind >= kSuccessor) {
-    fail(line_, std::string("\"not\" before ") + kBuiltinNames[kind] + " is not supported");
+    fail(line_, kUnsupportedNegation,
+         std::string("\"not\" before ") + kBuiltinNames[kind] + " is not supported", negation_);
   }
   add_literal(literal);
 }
@@ -214,53 +281,65 @@ void StatementBuilder::assignment(Builtin kind, std::initializer_list<std::uint3
   const std::uint32_t uses_begin = uses_size();
   for (const std::uint32_t term : terms) {
     statement_.arguments.push_back(term);
-    const Slice uses = statement_.terms[term].uses;
-    for (std::uint32_t i = uses.begin; i < uses.end; ++i) {
-      const VariableId variable = statement_.uses[i];
-      statement_.uses.push_back(variable);
-    }
+    copy_uses(statement_.terms[term].uses);
   }
   add_builtin(kind, {begin, arguments_size()}, uses_begin);
 }
 
-void StatementBuilder::comparison(int op, std::uint32_t left, std::uint32_t right) {
-  assignment(static_cast<Builtin>(op), {left, right});
-}
-
-void StatementBuilder::open_builtin() {
-  push_frame(text_size(), {});
-}
-
-void StatementBuilder::builtin(int kind) {
-  const Frame frame = close_frame();
-  check_arity(static_cast<Builtin>(kind), frame.count);
-  if (kind == kInt || kind == kSuccessor) receiver_.needs_bound(line_, kBuiltinNames[kind]);
-  if (!failed_) {
-    add_builtin(static_cast<Builtin>(kind), {frame.arguments_begin, arguments_size()},
-                frame.uses_begin);
+void StatementBuilder::copy_uses(Slice uses) {
+  for (std::uint32_t i = uses.begin; i < uses.end; ++i) {
+    const Use use = statement_.uses[i];
+    statement_.uses.push_back(use);
   }
 }
 
-void StatementBuilder::check_arity(Builtin kind, std::uint32_t count) {
+void StatementBuilder::comparison(const Operator& op, std::uint32_t left, std::uint32_t right) {
+  assignment(static_cast<Builtin>(op.kind), {left, right});
+}
+
+void StatementBuilder::open_builtin(const Operator& name) {
+  note_begin({name.text, name.length, name.line});
+  push_frame(text_size(), {});
+}
+
+void StatementBuilder::builtin(const Operator& name) {
+  const auto kind = static_cast<Builtin>(name.kind);
+  const Frame frame = close_frame();
+  check_arity(name, frame.count);
+  if (kind == kInt || kind == kSuccessor) {
+    receiver_.needs_bound(line_, piece({name.text, name.length, name.line}));
+  }
+  if (!has_failed()) add_builtin(kind, {frame.arguments_begin, arguments_size()}, frame.uses_begin);
+}
+
+void StatementBuilder::check_arity(const Operator& name, std::uint32_t count) {
+  const auto kind = static_cast<Builtin>(name.kind);
   if (kind == kFunctionTerm) {
     const std::vector<std::uint32_t>& all = statement_.arguments;
     if (count < 2 || statement_.terms[all[all.size() - count + 1]].kind != TermKind::kConstant) {
-      fail(line_, "#function_builtin needs a term and the name of a functor");
+      fail(line_, kFunctorName, "#function_builtin needs a term and the name of a functor",
+           name.view());
     }
     return;
   }
   const std::uint32_t expected = kind == kInt ? 1 : kind >= kSum ? 3 : 2;
   if (count == expected) return;
-  fail(line_, std::string(kBuiltinNames[kind]) + " takes " + std::to_string(expected) +
-                  (expected == 1 ? " argument" : " arguments") + ", not " + std::to_string(count));
+  fail(line_, kBuiltinArity,
+       std::string(kBuiltinNames[kind]) + " takes " + std::to_string(expected) +
+           (expected == 1 ? " argument" : " arguments") + ", not " + std::to_string(count),
+       name.view());
 }
 
 void StatementBuilder::open_aggregate(const Token& function) {
   const std::string_view name = function.view();
+  note_begin(function);
   if (name == "#times" || name == "#any") {
-    return fail(function.line, std::string(name) + " is not supported");
+    return fail(function.line, kUnsupportedAggregate, std::string(name) + " is not supported",
+                name);
   }
-  if (in_aggregate_) return fail(function.line, "an aggregate inside an aggregate");
+  if (in_aggregate_) {
+    return fail(function.line, kNestedAggregate, "an aggregate inside an aggregate", name);
+  }
   Aggregate aggregate;
   aggregate.function = name == "#count" ? kCount
                        : name == "#sum" ? kSumUp
@@ -268,35 +347,41 @@ void StatementBuilder::open_aggregate(const Token& function) {
                        : name == "#max" ? kMax
                                         : kAverage;
   aggregate.uses.begin = uses_size();
+  aggregate.range.first_line = function.line;
+  aggregate.range.first_column = column_of(function.text);
   statement_.aggregates.push_back(std::move(aggregate));
   in_aggregate_ = true;
   awaits_aggregate_colon_ = true;
   outer_negated_ = std::exchange(negated_, false);
+  outer_negation_ = negation_;
   outer_body_.swap(statement_.body);
   push_frame(text_size(), {});
 }
 
 void StatementBuilder::aggregate_body() {
-  if (failed_) return;
+  if (has_failed()) return;
   awaits_aggregate_colon_ = false;
   const Frame frame = close_frame();
   statement_.aggregates.back().arguments = {frame.arguments_begin, arguments_size()};
 }
 
-void StatementBuilder::close_aggregate() {
-  if (failed_) return;
+void StatementBuilder::close_aggregate(const Token& brace) {
+  if (has_failed()) return;
   Aggregate& aggregate = statement_.aggregates.back();
   aggregate.body.swap(statement_.body);
   aggregate.uses.end = uses_size();
+  aggregate.range.last_line = brace.line;
+  aggregate.range.last_column = column_of(brace.text);
   statement_.body.swap(outer_body_);
   in_aggregate_ = false;
   negated_ = outer_negated_;
+  negation_ = outer_negation_;
 }
 
-void StatementBuilder::add_guards(Guard left, Guard right) {
-  if (failed_) return;
+void StatementBuilder::add_guards(const Guard& left, const Guard& right) {
+  if (has_failed()) return;
   if (negated_ && statement_.aggregates.back().function == kAverage) {
-    return fail(line_, "\"not\" before #avg is not supported");
+    return fail(line_, kUnsupportedNegation, "\"not\" before #avg is not supported", negation_);
   }
   Literal literal;
   literal.kind = kAggregate;
@@ -304,12 +389,10 @@ void StatementBuilder::add_guards(Guard left, Guard right) {
   literal.uses.begin = uses_size();
   for (const Guard& guard : {left, right}) {
     if (!guard.given) continue;
-    if (guard.op == kUnequal) return fail(line_, "!= is not a guard of an aggregate");
-    const Slice uses = statement_.terms[guard.term].uses;
-    for (std::uint32_t i = uses.begin; i < uses.end; ++i) {
-      const VariableId variable = statement_.uses[i];
-      statement_.uses.push_back(variable);
+    if (guard.op == kUnequal) {
+      return fail(line_, kGuardOperator, "!= is not a guard of an aggregate", guard.written);
     }
+    copy_uses(statement_.terms[guard.term].uses);
   }
   literal.uses.end = uses_size();
   statement_.aggregates.back().left = left;
@@ -318,28 +401,29 @@ void StatementBuilder::add_guards(Guard left, Guard right) {
 }
 
 void StatementBuilder::equal_to_aggregate(std::uint32_t term) {
-  add_guards({true, kEqual, term}, {});
+  add_guards({true, kEqual, term, {}}, {});
 }
 
-void StatementBuilder::left_guard(int op, std::uint32_t term) {
-  add_guards({true, static_cast<Builtin>(op), term}, {});
+void StatementBuilder::left_guard(const Operator& op, std::uint32_t term) {
+  add_guards({true, static_cast<Builtin>(op.kind), term, op.view()}, {});
 }
 
-void StatementBuilder::right_guard(int op, std::uint32_t term) {
-  add_guards({true, mirrored(op), term}, {});
+void StatementBuilder::right_guard(const Operator& op, std::uint32_t term) {
+  add_guards({true, mirrored(op.kind), term, op.view()}, {});
 }
 
-void StatementBuilder::two_guards(WrittenGuard left, WrittenGuard right) {
-  const auto ascends = [](int op) { return op == kLess || op == kLessEqual; };
-  if (!ascends(left.op) || !ascends(right.op)) {
-    return fail(line_, "two guards of an aggregate must both be < or <=");
+void StatementBuilder::two_guards(const WrittenGuard& left, const WrittenGuard& right) {
+  for (const Operator& op : {left.op, right.op}) {
+    if (op.kind == kLess || op.kind == kLessEqual) continue;
+    return fail(line_, kGuardOperator,
+                "two guards of an aggregate must both be < or <=", op.view());
   }
-  add_guards({true, static_cast<Builtin>(left.op), left.term},
-             {true, static_cast<Builtin>(right.op), right.term});
+  add_guards({true, static_cast<Builtin>(left.op.kind), left.term, left.op.view()},
+             {true, static_cast<Builtin>(right.op.kind), right.term, right.op.view()});
 }
 
-void StatementBuilder::missing_guard() {
-  fail(line_, "an aggregate has a comparison without a guard term");
+void StatementBuilder::missing_guard(std::string_view op) {
+  fail(line_, kMissingGuard, "an aggregate has a comparison without a guard term", op);
 }
 
 // Arguments are separated as they are written, so that a compound's text is complete when it is
@@ -376,8 +460,12 @@ VariableId StatementBuilder::add_variable(std::string_view name) {
     statement_.variables.push_back(
         {text_size(), text_size() + static_cast<std::uint32_t>(name.size())});
   statement_.text += name;
-  statement_.uses.push_back(id);
+  add_use(id, name.data());
   return id;
+}
+
+void StatementBuilder::add_use(VariableId variable, const char* written) {
+  statement_.uses.push_back({variable, static_cast<std::uint32_t>(written - statement_.source)});
 }
 
 std::uint32_t StatementBuilder::variable(const Token& name) {
@@ -394,7 +482,7 @@ std::uint32_t StatementBuilder::anonymous(const Token& token) {
   note_line(token);
   separate();
   const std::uint32_t begin = text_size();
-  const VariableId variable = add_anonymous();
+  const VariableId variable = add_anonymous(token.text);
   const TermKind kind = variable == kUnnamed ? TermKind::kAnonymous : TermKind::kVariable;
   const std::uint32_t term = add_term(kind, begin, uses_size() - 1);
   statement_.terms[term].variable = variable;
@@ -404,18 +492,18 @@ std::uint32_t StatementBuilder::anonymous(const Token& token) {
 // A weak constraint costs once for each instance of its body, and an anonymous variable is a
 // variable of the body like any other. clingo would project it away, so in positive literals it
 // gets a name. So does an operand of a builtin, which is looked at like any other operand.
-VariableId StatementBuilder::add_anonymous() {
+VariableId StatementBuilder::add_anonymous(const char* written) {
   const bool is_operand = frames_.empty() || frames_.back().name.empty();
   if (!is_operand && (!weak_ || negated_ || in_aggregate_)) {
     statement_.text += '_';
-    statement_.uses.push_back(kUnnamed);
+    add_use(kUnnamed, written);
     return kUnnamed;
   }
   const std::uint32_t begin = text_size();
   statement_.text += "_V" + std::to_string(++fresh_variables_);
   const auto id = static_cast<VariableId>(statement_.variables.size());
   statement_.variables.push_back({begin, text_size()});
-  statement_.uses.push_back(id);
+  add_use(id, written);
   return id;
 }
 
@@ -438,7 +526,8 @@ std::uint32_t StatementBuilder::number(const Token& digits) {
 void StatementBuilder::append_number(std::string_view digits, std::uint32_t line) {
   const std::string_view value = without_leading_zeros(digits);
   if (value.size() >= 10 && value_of(value) > kMaxInteger) {
-    fail(line, "number " + std::string(value) + " is greater than 2147483647");
+    fail(line, kIntegerRange, "number " + std::string(value) + " is greater than 2147483647",
+         digits);
   }
   statement_.text += value;
 }
@@ -446,7 +535,7 @@ void StatementBuilder::append_number(std::string_view digits, std::uint32_t line
 std::uint32_t StatementBuilder::bound_term(const Token& token) {
   note_line(token);
   separate();
-  receiver_.needs_bound(token.line, "#maxint");
+  receiver_.needs_bound(token.line, piece(token));
   const std::uint32_t begin = text_size();
   statement_.text += "_m";
   return add_term(TermKind::kBound, begin, uses_size());
@@ -454,7 +543,8 @@ std::uint32_t StatementBuilder::bound_term(const Token& token) {
 
 void StatementBuilder::push_frame(std::uint32_t text_begin, std::string_view name) {
   if (frames_.size() == kMaxNesting) {
-    fail(line_, "a term is nested deeper than " + std::to_string(kMaxNesting) + " levels");
+    fail(line_, kInputTooDeep,
+         "a term is nested deeper than " + std::to_string(kMaxNesting) + " levels", name);
   }
   frames_.push_back({text_begin, uses_size(), arguments_size(), 0, 0, name});
 }
@@ -509,7 +599,7 @@ void StatementBuilder::flat_argument(std::string_view word, std::uint32_t line) 
     if (frame.constants + 1 == frame.count) ++frame.constants;
     append_clingo_name(statement_.text, word);
   } else if (word.front() == '_') {
-    add_anonymous();
+    add_anonymous(word.data());
   } else if (word.front() <= '9') {
     append_number(word, line);
   } else {

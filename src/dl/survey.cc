@@ -4,7 +4,7 @@
 
 namespace dl {
 
-std::vector<Include> Survey::take_includes() {
+std::vector<IncludeLine> Survey::take_includes() {
   return std::exchange(includes_, {});
 }
 
@@ -14,41 +14,39 @@ Folding Survey::folding() const {
   return folding;
 }
 
-std::string Survey::fact(const Statement& statement) {
+MaybeMistake Survey::fact(const Statement& statement) {
   for (const std::uint32_t head : statement.heads) folding_.see(statement.terms[head]);
   return {};
 }
 
-std::string Survey::rule(const Statement& statement) {
+MaybeMistake Survey::rule(const Statement& statement) {
   see(statement);
   return {};
 }
 
-std::string Survey::weak_constraint(const Statement& statement, std::string_view,
-                                    std::string_view) {
+MaybeMistake Survey::weak_constraint(const Statement& statement, const Piece&, const Piece&) {
   has_weak_constraints_ = true;
   see(statement);
   return {};
 }
 
-std::string Survey::query(const Statement& statement) {
+MaybeMistake Survey::query(const Statement& statement) {
   has_query_ = true;
   see(statement);
   return {};
 }
 
-std::string Survey::integer_bound(std::int64_t bound) {
+MaybeMistake Survey::integer_bound(std::int64_t bound, const Piece&) {
   if (!bound_) bound_ = bound;
   return {};
 }
 
-std::string Survey::include(std::string_view name, std::uint32_t line) {
-  includes_.push_back({std::string(name), line});
-  return {};
+void Survey::include(std::string_view name, const Piece& directive) {
+  includes_.push_back({std::string(name), directive.range});
 }
 
 // The text is not looked at in this reading.
-std::string Survey::projection(const Statement&, const Term&, std::uint32_t) {
+std::string Survey::projection(const Statement&, const Term&, std::uint32_t, std::uint32_t) {
   return {};
 }
 

@@ -13,9 +13,9 @@
 namespace dl {
 
 // An include line of a file.
-struct Include {
+struct IncludeLine {
   std::string name;
-  std::uint32_t line;
+  zarel::SourceRange range;
 };
 
 // Takes the statements of the first reading: see Note [two readings]. It finds no mistakes of its
@@ -28,24 +28,23 @@ class Survey : public StatementReceiver {
   std::optional<std::int64_t> bound() const { return bound_; }    // the first that is given
   // What of the program can be folded, when all of it was taken.
   Folding folding() const;
-  std::vector<Include> take_includes();    // those found since the last call
+  std::vector<IncludeLine> take_includes();    // those found since the last call
 
-  std::string fact(const Statement& statement) override;
-  std::string rule(const Statement& statement) override;
-  std::string weak_constraint(const Statement& statement, std::string_view weight,
-                              std::string_view level) override;
-  std::string query(const Statement& statement) override;
-  std::string integer_bound(std::int64_t bound) override;
-  std::string include(std::string_view name, std::uint32_t line) override;
-  void needs_bound(std::uint32_t, std::string_view) override {}
-  std::string projection(const Statement&, const Term& atom, std::uint32_t) override;
+  MaybeMistake fact(const Statement& statement) override;
+  MaybeMistake rule(const Statement& statement) override;
+  MaybeMistake weak_constraint(const Statement& statement, const Piece&, const Piece&) override;
+  MaybeMistake query(const Statement& statement) override;
+  MaybeMistake integer_bound(std::int64_t bound, const Piece&) override;
+  void include(std::string_view name, const Piece& directive) override;
+  void needs_bound(std::uint32_t, const Piece&) override {}
+  std::string projection(const Statement&, const Term&, std::uint32_t, std::uint32_t) override;
 
  private:
   void see_body(const Statement& statement, const std::vector<Literal>& body);
   void see(const Statement& statement);
 
   Folding folding_;
-  std::vector<Include> includes_;
+  std::vector<IncludeLine> includes_;
   std::optional<std::int64_t> bound_;
   bool has_query_ = false;
   bool has_weak_constraints_ = false;

@@ -4,7 +4,6 @@
 #include <charconv>
 #include <utility>
 
-#include "dl/failure.h"
 #include "dl/folding.h"
 #include "dl/names.h"
 
@@ -22,7 +21,7 @@ VariableId find_variable(const Statement& statement, std::string_view name) {
 }
 
 bool is_variable(std::string_view measure) {
-  return measure.front() >= 'A' && measure.front() <= 'Z';
+  return !measure.empty() && measure.front() >= 'A' && measure.front() <= 'Z';
 }
 
 std::int64_t integer(std::string_view digits) {
@@ -33,29 +32,30 @@ std::int64_t integer(std::string_view digits) {
 
 }    // namespace
 
-Translator::Translator(const Options& options, ProgramParts& parts, Translation& out)
-    : options_(options), parts_(parts), out_(out), writer_(out, parts) {
+Translator::Translator(const Options& options, const Sources& sources, ProgramParts& parts,
+                       Translation& out)
+    : options_(options), sources_(sources), parts_(parts), out_(out), writer_(out, parts) {
   parts_.bound = options.bound;
 }
 
-void Translator::begin_file(std::string_view name) {
-  parts_.files.emplace_back(name);
+zarel::SourceLocation Translator::location(const Statement& statement) const {
+  return {statement.line, statement.column, file_};
 }
 
-Place Translator::place(std::uint32_t line) const {
-  return {static_cast<std::uint32_t>(parts_.files.size() - 1), line};
+StatementPlace Translator::place(const Statement& statement) const {
+  return {location(statement), {file_, statement.range}};
 }
 
 // Notes the predicates and variables of the heads; an anonymous variable there is bound by nothing.
-std::string Translator::mark_heads(const Statement& statement) {
+MaybeMistake Translator::mark_heads(const Statement& statement) {
   kept_.assign(statement.variables.size(), 0);
   for (const std::uint32_t head : statement.heads) {
     const Term& atom = statement.terms[head];
     parts_.signatures.add(predicate_of(statement, atom), atom.arity, atom.strongly_negated);
     for (std::uint32_t i = atom.uses.begin; i < atom.uses.end; ++i) {
-      const VariableId variable = statement.uses[i];
-      if (variable == kUnnamed) return unsafe_message("_");
-      kept_[variable] = 1;
+      const Use& use = statement.uses[i];
+      if (use.variable == kUnnamed) return unsafe_mistake("_", statement.written_use(use));
+      kept_[use.variable] = 1;
     }
   }
   return {};
@@ -70,58 +70,64 @@ void Translator::append_heads(const Statement& statement) {
   }
 }
 
-std::string Translator::fact(const Statement& statement) {
-  std::string mistake = mark_heads(statement);
-  if (!mistake.empty()) return mistake;
-  if (!statement.variables.empty()) return unsafe_message(statement.spelling(0));
+MaybeMistake Translator::fact(const Statement& statement) {
+  MaybeMistake mistake = mark_heads(statement);
+  if (mistake) return mistake;
+  if (!statement.variables.empty()) return unsafe_mistake(statement, 0);
   append_heads(statement);
   out_.text += '.';
   if (options_.leave_out_facts && statement.heads.size() == 1) {
     parts_.facts.emplace(statement.term_text(statement.heads.front()));
   }
-  out_.end_line(place(statement.line));
+  out_.end_line(location(statement));
   return {};
 }
 
-std::string Translator::prepare(const Statement& statement) {
+MaybeMistake Translator::prepare(const Statement& statement) {
   if (!statement.atoms_only) uses_integers_ = true;
-  std::string mistake = writer_.prepare(statement, place(statement.line), kept_);
-  if (mistake.empty() && !writer_.ranging_variable().empty()) {
-    needs_bound(statement.line, "the variable " + std::string(writer_.ranging_variable()) +
-                                    ", which no positive literal binds,");
+  MaybeMistake mistake = writer_.prepare(statement, place(statement), kept_);
+  const VariableId ranging = writer_.ranging_variable();
+  if (!mistake && ranging != kUnnamed && !bound_user_) {
+    bound_user_ = {"the variable " + std::string(statement.spelling(ranging)) +
+                       ", which no positive literal binds,",
+                   sources_.range(file_, first_use(statement, ranging)), statement.line};
   }
   return mistake;
 }
 
-std::string Translator::rule(const Statement& statement) {
-  std::string mistake = mark_heads(statement);
-  if (mistake.empty()) mistake = prepare(statement);
-  if (!mistake.empty()) return mistake;
+MaybeMistake Translator::rule(const Statement& statement) {
+  MaybeMistake mistake = mark_heads(statement);
+  if (!mistake) mistake = prepare(statement);
+  if (mistake) return mistake;
   append_heads(statement);
   ((out_.text += ":-") += writer_.body()) += '.';
-  out_.end_line(place(statement.line));
+  out_.end_line(location(statement));
   return {};
 }
 
-std::string Translator::weak_constraint(const Statement& statement, std::string_view weight,
-                                        std::string_view level) {
+void Translator::write_measure_fault(const WeakConstraint& weak, const Piece& measure) {
+  if (!is_variable(measure.text)) return;
+  writer_.write_fault(FaultKind::kMeasure, weak.body, "2147483647<" + std::string(measure.text),
+                      {weak.location, {file_, measure.range}});
+}
+
+MaybeMistake Translator::weak_constraint(const Statement& statement, const Piece& weight,
+                                         const Piece& level) {
   WeakConstraint weak;
-  weak.place = place(statement.line);
-  weak.weight = weight.empty() ? "1" : weight;
-  weak.level = level.empty() ? "1" : level;
+  weak.location = location(statement);
+  weak.weight = weight.text.empty() ? "1" : weight.text;
+  weak.level = level.text.empty() ? "1" : level.text;
   kept_ = outer_variables(statement);
-  for (const std::string& measure : {weak.weight, weak.level}) {
-    if (!is_variable(measure)) continue;
-    const VariableId variable = find_variable(statement, measure);
-    if (variable == kUnnamed || !kept_[variable]) return unsafe_message(measure);
+  for (const Piece& measure : {weight, level}) {
+    if (!is_variable(measure.text)) continue;
+    const VariableId variable = find_variable(statement, measure.text);
+    if (variable == kUnnamed || !kept_[variable]) return unsafe_mistake(measure.text, measure.text);
   }
-  std::string mistake = prepare(statement);
-  if (!mistake.empty()) return mistake;
+  MaybeMistake mistake = prepare(statement);
+  if (mistake) return mistake;
   weak.body = writer_.body();
-  for (const std::string& measure : {weak.weight, weak.level}) {
-    if (!is_variable(measure)) continue;
-    writer_.write_fault(FaultKind::kMeasure, weak.body, "2147483647<" + measure, weak.place);
-  }
+  write_measure_fault(weak, weight);
+  write_measure_fault(weak, level);
   weak.tuple = std::to_string(parts_.weak_constraints.size() + 1);
   for (std::size_t i = 0; i < kept_.size(); ++i) {
     if (kept_[i]) (weak.tuple += ',') += statement.slice(statement.variables[i]);
@@ -135,15 +141,17 @@ std::string Translator::weak_constraint(const Statement& statement, std::string_
   return {};
 }
 
-std::string Translator::query(const Statement& statement) {
+MaybeMistake Translator::query(const Statement& statement) {
   if (parts_.query) {
-    return "a second query; the first is in " + parts_.files[parts_.query->place.file] + ", " +
-           "line " + std::to_string(parts_.query->place.line);
+    return Mistake{zarel::Code::kSecondQuery,
+                   "a second query; the first is in " + sources_.name(parts_.query->range.file) +
+                       ", " + "line " + std::to_string(parts_.query->line),
+                   statement.written, Elsewhere{parts_.query->range, "the first query"}};
   }
   kept_ = outer_variables(statement);
-  std::string mistake = prepare(statement);
-  if (!mistake.empty()) return mistake;
-  parts_.query = Query{{}, place(statement.line)};
+  MaybeMistake mistake = prepare(statement);
+  if (mistake) return mistake;
+  parts_.query = Query{{}, {file_, statement.range}, statement.line};
   std::vector<VariableId> variables;
   for (VariableId variable = 0; variable < kept_.size(); ++variable) {
     if (!kept_[variable] || statement.is_unnamed(variable)) continue;
@@ -152,48 +160,51 @@ std::string Translator::query(const Statement& statement) {
   }
   out_.text += helper_atom(statement, "_q", variables);
   ((out_.text += ":-") += writer_.body()) += '.';
-  out_.end_line(place(statement.line));
+  out_.end_line(location(statement));
   return {};
 }
 
 // The option goes before the program, as it is what the user asked for last.
-std::string Translator::integer_bound(std::int64_t bound) {
+MaybeMistake Translator::integer_bound(std::int64_t bound, const Piece& number) {
   if (options_.bound) return {};
   if (parts_.bound && *parts_.bound != bound) {
-    return "#maxint is already " + std::to_string(*parts_.bound);
+    return Mistake{zarel::Code::kSecondBound, "#maxint is already " + std::to_string(*parts_.bound),
+                   number.text, Elsewhere{bound_range_, "the first #maxint"}};
   }
+  if (!parts_.bound) bound_range_ = {file_, number.range};
   parts_.bound = bound;
   return {};
 }
 
-void Translator::needs_bound(std::uint32_t line, std::string_view what) {
+void Translator::needs_bound(std::uint32_t line, const Piece& what) {
   uses_integers_ = true;
-  if (!bound_user_.empty()) return;
-  bound_user_ = what;
-  bound_place_ = place(line);
+  if (!bound_user_) bound_user_ = {std::string(what.text), {file_, what.range}, line};
 }
 
 // A helper, written at once, that has the atom as its only body.
-std::string Translator::projection(const Statement& statement, const Term& atom,
-                                   std::uint32_t line) {
-  std::string helper =
-      helper_atom(statement, "_some" + std::to_string(++projections_), statement.uses_of(atom));
+std::string Translator::projection(const Statement& statement, const Term& atom, std::uint32_t line,
+                                   std::uint32_t column) {
+  std::vector<VariableId> variables;
+  for (const Use& use : statement.uses_of(atom)) variables.push_back(use.variable);
+  std::string helper = helper_atom(statement, "_some" + std::to_string(++projections_), variables);
   (((out_.text += helper) += ":-") += statement.slice(atom.text)) += '.';
-  out_.end_line(place(line));
+  out_.end_line({line, column, file_});
   return helper;
 }
 
-void Translator::write_line(const std::string& line, Place place) {
+void Translator::write_line(const std::string& line, const zarel::SourceLocation& location) {
   out_.text += line;
-  out_.end_line(place);
+  out_.end_line(location);
 }
 
-void Translator::end_program() {
-  if (!bound_user_.empty() && !parts_.bound) {
-    throw Failure{
-        parts_.at(bound_place_, bound_user_ + " needs a bound on integers, #maxint or -N=")};
+std::optional<zarel::Diagnostic> Translator::end_program() {
+  if (bound_user_ && !parts_.bound) {
+    zarel::Diagnostic diagnostic{zarel::Code::kMissingBound, sources_.place(bound_user_->range),
+                                 bound_user_->name + " needs a bound on integers, #maxint or -N="};
+    diagnostic.parser_line = static_cast<int>(bound_user_->line);
+    return diagnostic;
   }
-  const Place end{static_cast<std::uint32_t>(parts_.files.size() - 1), 0};
+  const zarel::SourceLocation end{0, 0, file_};
   std::ranges::sort(parts_.levels, std::greater<>());
   parts_.levels.erase(std::unique(parts_.levels.begin(), parts_.levels.end()), parts_.levels.end());
   if (parts_.variable_levels) {
@@ -203,13 +214,14 @@ void Translator::end_program() {
   }
   write_bound(end);
   write_shown(end);
+  return {};
 }
 
 // The element of weight 0 makes clingo report every level, also one of which no instance exists.
-void Translator::write_weak_constraints(Place end) {
+void Translator::write_weak_constraints(const zarel::SourceLocation& end) {
   for (const WeakConstraint& weak : parts_.weak_constraints) {
     write_line(":~" + weak.body + ".[" + weak.weight + "@" + weak.level + "," + weak.tuple + "]",
-               weak.place);
+               weak.location);
   }
   for (const std::int64_t level : parts_.levels) {
     write_line(":~.[0@" + std::to_string(level) + ",0]", end);
@@ -220,17 +232,17 @@ void Translator::write_weak_constraints(Place end) {
 // clingo reports costs without their levels. Where levels are variables, each violated instance
 // becomes an atom _w(level,weight,instance) that is read with the answer set, and the costs are
 // added up from these.
-void Translator::write_variable_levels(Place end) {
+void Translator::write_variable_levels(const zarel::SourceLocation& end) {
   for (const WeakConstraint& weak : parts_.weak_constraints) {
     write_line(
         "_w(" + weak.level + "," + weak.weight + ",(" + weak.tuple + ",0)):-" + weak.body + ".",
-        weak.place);
+        weak.location);
   }
   write_line(":~_w(L,W,T).[W@L,T]", end);
   write_line(":~.[0@1,0]", end);
 }
 
-void Translator::write_bound(Place end) {
+void Translator::write_bound(const zarel::SourceLocation& end) {
   if (!uses_integers_) return;
   const std::string bound = std::to_string(parts_.bound.value_or(kMaxInteger));
   write_line("#const _m=" + bound + ".", end);
@@ -239,8 +251,8 @@ void Translator::write_bound(Place end) {
 }
 
 // Helpers are hidden because nothing is shown but what is named here.
-void Translator::write_shown(Place end) {
-  if (parts_.has_sums) write_line("#external _u.", end);
+void Translator::write_shown(const zarel::SourceLocation& end) {
+  if (parts_.traits.has_sums) write_line("#external _u.", end);
   write_line("#show.", end);
   for (std::size_t i = 0; i < parts_.faults.size(); ++i) {
     // In every answer set there is one or the other, so that a query sees both in what holds in all

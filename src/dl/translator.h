@@ -2,6 +2,7 @@
 // translator.h - turns one statement after the other into clingo's language.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,42 +16,56 @@ namespace dl {
 
 class Translator : public StatementReceiver {
  public:
-  Translator(const Options& options, ProgramParts& parts, Translation& out);
+  // All must outlive the translator.
+  Translator(const Options& options, const Sources& sources, ProgramParts& parts, Translation& out);
 
-  void begin_file(std::string_view name);    // statements come from this file now
-  void end_program();    // writes what could not be written before; throws Failure
+  void begin_file(std::uint32_t file) { file_ = file; }    // statements come from this one now
+  // Writes what could not be written before. Returns the mistake that only the whole program shows.
+  std::optional<zarel::Diagnostic> end_program();
 
-  std::string fact(const Statement& statement) override;
-  std::string rule(const Statement& statement) override;
-  std::string weak_constraint(const Statement& statement, std::string_view weight,
-                              std::string_view level) override;
-  std::string query(const Statement& statement) override;
-  std::string integer_bound(std::int64_t bound) override;
-  std::string include(std::string_view, std::uint32_t) override { return {}; }
-  void needs_bound(std::uint32_t line, std::string_view what) override;
-  std::string projection(const Statement& statement, const Term& atom, std::uint32_t line) override;
+  MaybeMistake fact(const Statement& statement) override;
+  MaybeMistake rule(const Statement& statement) override;
+  MaybeMistake weak_constraint(const Statement& statement, const Piece& weight,
+                               const Piece& level) override;
+  MaybeMistake query(const Statement& statement) override;
+  MaybeMistake integer_bound(std::int64_t bound, const Piece& number) override;
+  void include(std::string_view, const Piece&) override {}
+  void needs_bound(std::uint32_t line, const Piece& what) override;
+  std::string projection(const Statement& statement, const Term& atom, std::uint32_t line,
+                         std::uint32_t column) override;
 
  private:
-  Place place(std::uint32_t line) const;
-  std::string mark_heads(const Statement& statement);
+  // What needs a bound, as messages name it, and where.
+  struct BoundUser {
+    std::string name;
+    FileRange range;
+    std::uint32_t line;
+  };
+
+  zarel::SourceLocation location(const Statement& statement) const;
+  StatementPlace place(const Statement& statement) const;
+  MaybeMistake mark_heads(const Statement& statement);
   void append_heads(const Statement& statement);
-  std::string prepare(const Statement& statement);
-  void write_weak_constraints(Place place);
-  void write_variable_levels(Place place);
-  void write_bound(Place place);
-  void write_shown(Place place);
-  void write_line(const std::string& line, Place place);
+  MaybeMistake prepare(const Statement& statement);
+  void write_measure_fault(const WeakConstraint& weak, const Piece& measure);
+  void write_weak_constraints(const zarel::SourceLocation& end);
+  void write_variable_levels(const zarel::SourceLocation& end);
+  void write_bound(const zarel::SourceLocation& end);
+  void write_shown(const zarel::SourceLocation& end);
+  void write_line(const std::string& line, const zarel::SourceLocation& location);
 
   const Options& options_;
+  const Sources& sources_;
   ProgramParts& parts_;
   Translation& out_;
 
+  std::uint32_t file_ = zarel::kNoFile;
   RuleWriter writer_;
   std::vector<char> kept_;
   bool uses_integers_ = false;
   std::uint32_t projections_ = 0;
-  std::string bound_user_;    // what needs a bound, and where; empty if nothing does
-  Place bound_place_{};
+  std::optional<BoundUser> bound_user_;    // the first one
+  FileRange bound_range_;                  // of the directive's number
 };
 
 }    // namespace dl

@@ -138,10 +138,10 @@ TEST(Process, NothingToWaitForIsAFailure) {
   try {
     dl::ClingoProcess().end();
   } catch (const dl::Failure& failure) {
-    message = failure.message;
+    message = failure.diagnostic.text;
   }
   std::signal(SIGPIPE, SIG_DFL);    // as the programs of other tests expect it
-  EXPECT_EQ(message, "dl: cannot wait for clingo: No child processes");
+  EXPECT_EQ(message, "cannot wait for clingo: No child processes");
 }
 
 TEST(Process, TimeLimitCutsTheSearch) {

@@ -3,11 +3,8 @@
 #include <algorithm>
 
 #include "dl/failure.h"
-#include "dl/folding.h"
 #include "dl/options.h"
-#include "dl/parse.h"
-#include "dl/survey.h"
-#include "dl/translator.h"
+#include "dl/translate.h"
 #include "harness.h"
 
 namespace fuzz {
@@ -23,32 +20,30 @@ dl::Options dl_options(const std::vector<std::string>& words) {
   }
 }
 
+// Every place is one of the text, and its end is not before its beginning.
+void expect_place(const zarel::Place& place, std::string_view text) {
+  const auto lines = static_cast<std::uint32_t>(std::ranges::count(text, '\n') + 1);
+  const auto [first, last] = place;
+  const bool is_in_order =
+      first.line < last.line || (first.line == last.line && first.character <= last.character);
+  const bool is_inside = first.line > 0 && last.line <= lines && first.character > 0 &&
+                         first.character <= first.column && last.character <= last.column;
+  expect_equal("a mistake has a place in the text", "yes", is_in_order && is_inside ? "yes" : "no");
+}
+
 }    // namespace
 
 std::string mistake_of_dl(const std::vector<std::string>& words, std::string_view text) {
-  if (text.find('\0') != std::string_view::npos) return "NUL byte in the input";
-  const dl::Options options = dl_options(words);
-  std::string source(text);
-  source.append(2, '\0');    // the scanner's end marks
-  dl::Survey survey;
-  const dl::Folding unfolded;
-  dl::StatementBuilder first_builder(survey, unfolded);
-  dl::parse_text(source, first_builder);
-  dl::ProgramParts parts;
-  dl::Translation translation;
-  dl::Translator translator(options, parts, translation);
-  translator.begin_file("file");
-  const dl::Folding folding = options.fold ? survey.folding() : dl::Folding();
-  dl::StatementBuilder builder(translator, folding);
-  if (!dl::parse_text(source, builder)) return builder.mistake();
-  try {
-    translator.end_program();
-  } catch (const dl::Failure& failure) {
-    return failure.message;
+  const dl::Source source{"file", text};
+  const auto nothing = [](std::string_view) { return std::string(); };
+  const dl::Translated program = dl::translate({&source, 1}, dl_options(words), nothing);
+  if (program.mistake) {
+    if (program.mistake->place.first.file == 0) expect_place(program.mistake->place, text);
+    return program.mistake->text;
   }
   expect_equal("every line of a translation has a place",
-               std::to_string(std::ranges::count(translation.text, '\n')),
-               std::to_string(translation.lines.lines()));
+               std::to_string(std::ranges::count(program.text, '\n')),
+               std::to_string(program.lines.lines()));
   return {};
 }
 

@@ -1,0 +1,132 @@
+#include "dl/translate.h"
+
+#include <deque>
+#include <set>
+#include <utility>
+
+#include "dl/folding.h"
+#include "dl/parse.h"
+#include "dl/translator.h"
+
+namespace dl {
+namespace {
+
+using zarel::Code;
+
+// What of a text the scanner cannot take, if there is anything.
+std::optional<zarel::Diagnostic> unfit(const Sources& sources, std::uint32_t file,
+                                       std::string_view text) {
+  if (text.size() > kLongestText) {
+    return too_long(sources.name(file), {});
+  }
+  const std::size_t nul = text.find('\0');
+  if (nul == std::string_view::npos) return {};
+  const FileRange range = sources.range(file, text.substr(nul, 1));
+  zarel::Diagnostic diagnostic{Code::kNulByte, sources.place(range), "NUL byte in the input"};
+  diagnostic.parser_line = static_cast<int>(range.range.first_line);
+  return diagnostic;
+}
+
+zarel::Diagnostic at_include(Code code, std::string text, const zarel::Place& place) {
+  zarel::Diagnostic diagnostic{code, place, std::move(text)};
+  diagnostic.parser_line = static_cast<int>(place.first.line);
+  return diagnostic;
+}
+
+}    // namespace
+
+zarel::Diagnostic unreadable(std::string_view name, std::string_view reason,
+                             const zarel::Place& place) {
+  std::string text("cannot read \"");
+  ((text += name) += "\": ") += reason;
+  return at_include(Code::kUnreadableFile, std::move(text), place);
+}
+
+zarel::Diagnostic too_long(std::string_view name, const zarel::Place& place) {
+  std::string text("\"");
+  ((text += name) += "\" has more than ") += std::to_string(kLongestText);
+  return at_include(Code::kTextTooLong, text + " bytes", place);
+}
+
+std::vector<Include> survey_text(Program& program, std::string name, std::string text) {
+  const std::size_t size = text.size();
+  const std::uint32_t file = program.sources.add(std::move(name), std::move(text));
+  std::string& added = program.sources.text(file);
+  program.mistake = unfit(program.sources, file, std::string_view(added).substr(0, size));
+  if (program.mistake) return {};
+  const Folding unfolded;
+  StatementBuilder builder(program.survey, unfolded);
+  program.has_syntax_error = !parse_text(added, builder);
+  if (program.has_syntax_error) return {};
+  std::vector<Include> includes;
+  for (IncludeLine& line : program.survey.take_includes()) {
+    includes.push_back({program.sources.name(file), std::move(line.name),
+                        program.sources.place(FileRange{file, line.range})});
+  }
+  return includes;
+}
+
+Program survey_texts(std::span<const Source> sources, const IncludedText& included) {
+  Program program;
+  std::set<std::string, std::less<>> asked;
+  for (const Source& source : sources) asked.emplace(source.name);
+  std::deque<Include> waiting;
+  const auto read = [&](std::string_view name, std::string text) {
+    for (Include& include : survey_text(program, std::string(name), std::move(text))) {
+      if (asked.insert(include.name).second) waiting.push_back(std::move(include));
+    }
+  };
+  for (const Source& source : sources) {
+    read(source.name, std::string(source.text));
+    while (!waiting.empty() && !program.has_failed()) {
+      const Include next = std::move(waiting.front());
+      waiting.pop_front();
+      std::optional<std::string> text = included ? included(next.name) : std::nullopt;
+      if (text) {
+        read(next.name, std::move(*text));
+      } else {
+        program.mistake = unreadable(next.name, "no such text", next.place);
+      }
+    }
+    if (program.has_failed()) break;
+  }
+  return program;
+}
+
+Traits traits_of(const Program& program, const Options& options) {
+  const Survey& survey = program.survey;
+  return {survey.has_query(), survey.has_weak_constraints(), survey.has_sums(),
+          options.bound || survey.bound()};
+}
+
+Translated translate(Program program, const Options& options, TextReceiver receiver) {
+  Translated result;
+  result.sources = std::move(program.sources);
+  result.mistake = std::move(program.mistake);
+  if (result.mistake) return result;
+  result.parts.traits = traits_of(program, options);
+  Translation out;
+  out.receiver = std::move(receiver);
+  const Folding folding = options.fold ? program.survey.folding() : Folding();
+  Translator translator(options, result.sources, result.parts, out);
+  for (std::uint32_t file = 0; file < result.sources.size(); ++file) {
+    translator.begin_file(file);
+    StatementBuilder builder(translator, folding);
+    if (!parse_text(result.sources.text(file), builder)) {
+      result.mistake = diagnostic_of(builder.mistake(), result.sources, file);
+      return result;
+    }
+    result.sources.release(file);
+  }
+  result.mistake = translator.end_program();
+  result.text = std::move(out.text);
+  result.lines = std::move(out.lines);
+  return result;
+}
+
+Translated translate(std::span<const Source> sources, const Options& options,
+                     const IncludedText& included) {
+  return translate(survey_texts(sources, included), options);
+}
+
+}    // namespace dl
