@@ -64,7 +64,8 @@ std::uint32_t WideCharacters::character(std::uint32_t line, std::uint32_t column
   if (behind == runs_.begin()) return column;
   const Run& run = *(behind - 1);
   if (run.line != line) return column;
-  return column - run.before - std::min(run.count, column - run.column + 1);
+  const std::uint32_t passed = run.before + std::min(run.count, column - run.column + 1);
+  return column > passed ? column - passed : 1;    // a line may begin in the middle of a character
 }
 
 std::uint32_t FileTable::add(std::string_view name, std::string_view path, std::string_view text) {

@@ -53,16 +53,6 @@ void expect_answers(const Case& test, Lines lines) {
   EXPECT_EQ(outcome, (Outcome{sorted(test.out, lines), "", 0}));
 }
 
-std::string numbered(int count, std::string_view text) {
-  std::string all;
-  for (int i = 0; i < count; ++i) {
-    for (const char c : text) {
-      all += c == 'N' ? std::to_string(i) : c == 'M' ? std::to_string(i + 1) : std::string(1, c);
-    }
-  }
-  return all;
-}
-
 TEST_P(Programs, GiveTheExpectedAnswers) {
   expect_answers(GetParam(), Lines::kSorted);
 }
