@@ -7,12 +7,6 @@
 namespace zarel {
 namespace {
 
-bool continues_character(char byte) {
-  constexpr unsigned kMask = 0xC0;
-  constexpr unsigned kContinuing = 0x80;
-  return (static_cast<unsigned char>(byte) & kMask) == kContinuing;
-}
-
 // Eight bytes at a time: every string, comment and flat fact is looked at.
 bool has_wide(std::string_view text) {
   constexpr std::uint64_t kHighBits = 0x8080808080808080U;

@@ -35,6 +35,13 @@ class WideCharacters {
   std::vector<Run> runs_;    // in the order of the text
 };
 
+// Whether the byte is one of UTF-8 behind the first of a character.
+constexpr bool continues_character(char byte) {
+  constexpr unsigned kMask = 0xC0;
+  constexpr unsigned kContinuing = 0x80;
+  return (static_cast<unsigned char>(byte) & kMask) == kContinuing;
+}
+
 struct ReadFile {
   std::string name;         // as messages show it
   std::string path;         // empty for a text in memory

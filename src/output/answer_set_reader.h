@@ -7,6 +7,7 @@
 #include <functional>
 #include <string_view>
 
+#include "base/place.h"
 #include "model/namespaces.h"
 #include "output/answer_sink.h"
 
@@ -47,5 +48,6 @@ int read_answer_sets(std::string_view text);
 
 // Reports the message to the run. Counts nothing.
 void output_yyerror(std::string_view message);
+void output_yyerror(std::string_view message, const Place& place);
 
 }    // namespace zarel

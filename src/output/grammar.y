@@ -14,7 +14,7 @@
 }
 
 %code {
-#include "output/answer_set_reader.h"
+#include "output/scanner_input.h"
 
 // The deepest stack. A nested function term takes two to four entries of it, so terms nested two million deep are read,
 // deeper ones are refused with "memory exhausted".
@@ -23,10 +23,11 @@
 #define YYFREE stacks.release
 
 int output_yylex(OUTPUT_YYSTYPE* value, void* scanner);
-static void output_yyerror(void*, zarel::AnswerEvents& events, zarel::ParserStacks&,
+zarel::ScannerInput* output_yyget_extra(void* scanner);
+static void output_yyerror(void* scanner, zarel::AnswerEvents& events, zarel::ParserStacks&,
                            const char* message) {
   events.flush();
-  zarel::output_yyerror(message);
+  zarel::output_yyerror(message, output_yyget_extra(scanner)->place());
 }
 }
 

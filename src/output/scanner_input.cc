@@ -11,6 +11,8 @@
 #define YYSTYPE OUTPUT_YYSTYPE    // the scanner's header knows the value type by this name alone
 #include "scanner.h"
 
+zarel::BytesAhead output_bytes_ahead(void* scanner);    // at the end of scanner.l
+
 namespace zarel {
 namespace {
 
@@ -33,6 +35,7 @@ ScannerInput::~ScannerInput() {
 }
 
 void ScannerInput::scan_file(std::FILE* in) {
+  file_ = in;
   output_yyrestart(in, scanner_);
 }
 
@@ -42,6 +45,17 @@ void ScannerInput::scan_text(std::string_view text) {
     end_scanning("out of dynamic memory in yy_scan_bytes()");
   }
   output_yy_scan_bytes(text.data(), static_cast<int>(text.size()), scanner_);
+  if (given_ != 0) return;    // the end of what was given is scanned again
+  text_ = text;
+  given_ = text.size();
+}
+
+Place ScannerInput::place() const {
+  const BytesAhead ahead = output_bytes_ahead(scanner_);
+  if (ahead.all > given_) return {};
+  const std::size_t begin = given_ - ahead.all;
+  const std::size_t last = begin + std::max<std::size_t>(ahead.token, 1) - 1;
+  return file_ == nullptr ? place_in_text(text_, begin, last) : place_in_file(file_, begin, last);
 }
 
 int ScannerInput::read_some(std::FILE* in, char* into, int room) {
@@ -65,12 +79,13 @@ int ScannerInput::read_piece(std::FILE* in, char* into, int room, int held) {
     if (count == 0) break;
     total += count;
   }
+  given_ += static_cast<std::size_t>(total);
   return total;
 }
 
 void ScannerInput::end_scanning(const char* message) {
   events_->flush();
-  end_unscanned(message);
+  end_unscanned(message, scanner_ == nullptr ? Place{} : place());
 }
 
 }    // namespace zarel

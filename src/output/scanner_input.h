@@ -9,6 +9,11 @@
 
 namespace zarel {
 
+// Of the input that the scanner has: the length of the last token, and of all from there on.
+struct BytesAhead {
+  std::size_t token, all;
+};
+
 // Owns the generated scanner, which keeps all that it knows in it, and is what that calls to read
 // on, and to give up. One that cannot be made ends the run like any other failure of the scanner.
 class ScannerInput {
@@ -23,6 +28,10 @@ class ScannerInput {
   void scan_file(std::FILE* in);
   // Makes the text what the scanner reads on from. One too long for it ends the run.
   void scan_text(std::string_view text);
+
+  // Where the last token stands; not known when nothing was scanned, or in a pipe. The input is
+  // read again up to there.
+  Place place() const;
 
   void* scanner() const { return scanner_; }    // as the generated parser takes it
   AnswerEvents& events() const { return *events_; }
@@ -44,6 +53,9 @@ class ScannerInput {
   AnswerEvents* events_;
   HasGrown has_grown_;
   bool was_read_ = false;    // once at least
+  std::size_t given_ = 0;    // bytes that the scanner has got
+  std::FILE* file_ = nullptr;
+  std::string_view text_;    // without a file
   void* scanner_ = nullptr;
 };
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <set>
 
+#include "support/text_file.h"
 #include "zarel/program.h"
 
 namespace zarel {
@@ -154,6 +155,38 @@ TEST(FindingsOfAProgram, GoToASinkAsTheyCome) {
   EXPECT_EQ(names, (std::vector<std::string>{"unreadable-file", "syntax-error"}));
   EXPECT_FALSE(program.rewrite());
   EXPECT_TRUE(program.findings().empty());
+}
+
+// Takes answers and does nothing with them.
+class NoSink : public AnswerSink {
+ public:
+  void begin_answer_set(const AnswerSetStart& /*start*/) override {}
+  void atom(const AnswerAtom& /*atom*/) override {}
+  void membership(const ClassStatement& /*statement*/) override {}
+  void subclass(const ClassStatement& /*statement*/) override {}
+  void object(const AnswerObject& /*object*/) override {}
+  void end_answer_set() override {}
+  void cost(const AnswerCost& /*cost*/) override {}
+  void query_row(const AnswerTerms& /*values*/) override {}
+  void truth_value(bool /*holds*/) override {}
+};
+
+TEST(FindingsOfAProgram, TellWhereTheAnswersAreWrong) {
+  constexpr std::pair<std::string_view, std::string_view> kAnswers[] = {
+      {"{a(p,default)}\n{a(p,default)) }", "2:14 answer-syntax"},
+      {"{a(\"\u00e4\n\u00e4\",b), word} }", "2:13 (2:12) answer-syntax"},
+      {"{a(p,default)", "1:14 answer-syntax"},
+      {"{a(p,default)} \"open } b}", "1:22 answer-syntax"},
+  };
+  for (const auto& [answers, expected] : kAnswers) {
+    Program from_text;
+    NoSink sink;
+    EXPECT_EQ(from_text.read_answers(answers, sink), 1);
+    EXPECT_EQ(findings_text(from_text), expected);
+    Program from_file;
+    EXPECT_EQ(from_file.read_answers(file_with(answers).get(), sink), 1);
+    EXPECT_EQ(findings_text(from_file), expected);
+  }
 }
 
 TEST(Kinds, HaveNamesOfTheirOwn) {
