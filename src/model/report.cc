@@ -49,6 +49,8 @@ void report(Diagnostic finding) {
   if (kind.severity == Severity::kError) ++findings.errors;
   if (findings.sink) {
     findings.sink(std::move(finding));
+  } else if (findings.kept.size() == Findings::kMostKept) {
+    ++findings.left_out;
   } else {
     findings.kept.push_back(std::move(finding));
   }

@@ -39,8 +39,11 @@ struct RunOptions {
 
 // What was found wrong, and what the established messages show of the reading.
 struct Findings {
+  static constexpr std::size_t kMostKept = 10'000;
+
   DiagnosticSink sink;             // takes findings at once; none: they are kept
-  std::vector<Diagnostic> kept;    // in their order
+  std::vector<Diagnostic> kept;    // in their order, kMostKept of them
+  std::size_t left_out = 0;        // findings behind those: a file may be no program at all
   int parser_line = 0;             // the line that messages show; the scanners advance it
   int parser_errors = 0;           // errors that keep the program from being solved
   int errors = 0;                  // findings of that severity, among them files that are missing

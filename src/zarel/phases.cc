@@ -24,14 +24,25 @@ void add_invocations(std::vector<Note>& notes, const ClauseSource& source) {
   }
 }
 
+// The clause in a line. A variable that has lost its name, behind a query, ends a run where it is to
+// be printed: what is found comes before that, without the clause.
+std::string line_of(const CLAUSET& clause) {
+  Text text;
+  try {
+    append_text(text, clause);
+  } catch (const RunEnd&) {
+    return {};
+  }
+  text += '\n';
+  return text.str();
+}
+
 [[noreturn]] void end_for_unsafe(const CLAUSET& clause, const TERMT& variable) {
   const ClauseSource& source = clause.source();
-  const std::string_view name = getVariableName(variable.index());
+  const std::optional<NameId> known = Variables().name_of(variable.index());
+  const std::string_view name = known ? names().spelling(*known) : "";
   Diagnostic finding{Code::kUnsafeRule, {}, "Warning: suspected unsafe Rule."};
-  Text text;
-  append_text(text, clause);
-  text += '\n';
-  finding.detail = text.str();
+  finding.detail = line_of(clause);
   const WrittenClause written = written_clause(source.location, name);
   finding.place = place_of(written.clause);
   if (written.word) {

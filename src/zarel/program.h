@@ -61,8 +61,10 @@ class Program {
   int read_answers(std::string_view solver_output, AnswerSink& sink);
   int read_answers(std::FILE* solver_output, AnswerSink& sink);
 
-  // What is wrong, in the order in which it was found; nothing when a sink takes it.
+  // What is wrong, in the order in which it was found; nothing when a sink takes it. Behind the
+  // first 10,000 findings the rest is only counted.
   std::span<const Diagnostic> findings() const { return run_.findings.kept; }
+  std::size_t findings_left_out() const { return run_.findings.left_out; }
   const FileTable& files() const { return run_.files; }    // by the numbers in places
 
   Run& run() { return run_; }

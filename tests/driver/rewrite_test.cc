@@ -116,6 +116,9 @@ TEST_F(RewriteTest, ShowsAnUnsafeRuleWhenTheCheckIsOn) {
     EXPECT_EQ(checked.messages,
               "1: line 1: Warning: suspected unsafe Rule..\n" + unchecked.clauses);
   }
+  // Behind a query a variable may have no name to print.
+  EXPECT_EQ(rewritten({"p(X)? q(Y,X)."}, {false, true}).messages,
+            "1: line 1: Warning: suspected unsafe Rule..\n");
 }
 
 TEST_F(RewriteTest, ReadsTheLibraryOfASemanticsBehindTheFiles) {

@@ -145,6 +145,14 @@ TEST(FindingsOfAProgram, TellTheFileAndTheExpansion) {
   EXPECT_EQ(program.files()[finding.notes[1].place.first.file].name, "own");
 }
 
+TEST(FindingsOfAProgram, AreKeptInReasonableNumber) {
+  Program program;
+  const std::string text(30'000, '^');
+  program.read_text(text, "p");
+  EXPECT_EQ(program.findings().size(), 10'000U);
+  EXPECT_EQ(program.findings_left_out(), 20'000U);
+}
+
 TEST(FindingsOfAProgram, GoToASinkAsTheyCome) {
   std::vector<std::string> names;
   Program program({.has_arity_check = true}, [&](const Diagnostic& finding) {
