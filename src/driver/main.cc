@@ -62,8 +62,7 @@ int run(std::span<char* const> arguments) {
 
   const Options options = scan_arguments(arguments.subspan(arguments.empty() ? 0 : 1));
   report_state().OptionVerbosity = options.OptionVerbosity ? 1 : 0;
-  current_run().options.checks_arity = options.OptionArityCheck;
-  current_run().options.links_templates = options.OptionLinkTemplates;
+  current_run().options = options;
   set_display(options);
   if (options.end != ScanEnd::kRun) return end_of_scan(options);
 

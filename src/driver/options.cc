@@ -31,7 +31,7 @@ constexpr std::array kFlags = {
     FlagOption{"-uri", &Options::shows_uris},
     FlagOption{"-safetycheck", &Options::OptionSafetyCheck},
     FlagOption{"-aritycheck", &Options::OptionArityCheck},
-    FlagOption{"-linktemplates", &Options::OptionLinkTemplates},
+    FlagOption{"-linktemplates", &Options::links_templates},
     FlagOption{"-preparsing", &Options::is_preparsing},
     FlagOption{"-postparsing", &Options::is_postparsing},
 };

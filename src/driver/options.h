@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "model/run.h"
+
 namespace zarel {
 
 // How the scan of the command line ended.
@@ -15,7 +17,8 @@ enum class ScanEnd {
   kUsageError,    // an unknown option, or a list of solver parameters that nothing closes
 };
 
-struct Options {
+// What a run is given, and what the driver itself asks for.
+struct Options : RunOptions {
   ScanEnd end = ScanEnd::kRun;
   std::vector<std::string> files;    // in the order given
   std::string solver = "dl";
@@ -23,10 +26,7 @@ struct Options {
   std::vector<std::string> filters;             // names of "-filter="
   std::vector<std::string> positive_filters;    // names of "-pfilter="
   bool OptionSilent = false;
-  bool OptionSafetyCheck = false;
-  bool OptionArityCheck = false;
   bool OptionVerbosity = false;
-  bool OptionLinkTemplates = false;
   bool shows_frame_spaces = false;    // "-framespace"
   bool shows_uris = false;            // "-uri"
   bool is_preparsing = false;

@@ -43,13 +43,13 @@ RewrittenProgram rewrite(const std::vector<std::string>& files, const RewriteOpt
   std::ostringstream verbatim;
   std::ostringstream legend;
   RewrittenProgram result;
-  Run run({options.has_arity_check, options.has_linked_templates});
+  Run run(options.run);
   const Run::Scope scope(run);
   show_findings(output, messages);
   try {
     read_program(files, options.semantics, verbatim);
     expand_templates(legend);
-    if (options.has_safety_check) check_safety();
+    if (options.run.OptionSafetyCheck) check_safety();
     std::ostringstream clauses;
     write_clauses(clauses, CLAUSES());
     write_queries(clauses);

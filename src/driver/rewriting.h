@@ -8,6 +8,7 @@
 
 #include "base/line_map.h"
 #include "model/origin.h"
+#include "model/run.h"
 
 namespace zarel {
 
@@ -18,10 +19,8 @@ void read_program(const std::vector<std::string>& files, const std::string& sema
                   std::ostream& verbatim);
 
 struct RewriteOptions {
-  bool has_arity_check = false;
-  bool has_safety_check = false;
+  RunOptions run = {};
   std::string semantics = {};    // as read_program takes it
-  bool has_linked_templates = false;
 };
 struct RewrittenProgram {
   int status = 0;          // the exit status that a run would have ended with

@@ -45,7 +45,7 @@ TERMT marked_space(NameId framespace) {
 }    // namespace
 
 bool OptionFramelogic() {
-  return current_run().options.has_frame_logic;
+  return current_run().options.OptionFramelogic;
 }
 
 Literal relationToLITERALT(const FrameStatement& statement) {

@@ -82,7 +82,7 @@ std::optional<std::uint32_t> PredicateTable::find(std::string_view name) const {
 }
 
 bool OptionArityCheck() {
-  return current_run().options.checks_arity;
+  return current_run().options.OptionArityCheck;
 }
 
 void register_builtins() {

@@ -81,7 +81,7 @@ int& cont() {
 }
 
 bool OptionHigherOrder() {
-  return current_run().options.has_higher_order;
+  return current_run().options.OptionHigherOrder;
 }
 
 std::vector<CLAUSET>& CLAUSES() {

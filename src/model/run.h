@@ -30,11 +30,14 @@
 
 namespace zarel {
 
+// What is chosen for a run: the one place of each option, under its one name. Most are read by a
+// function of that name.
 struct RunOptions {
-  bool checks_arity = false;
+  bool OptionArityCheck = false;
+  bool OptionSafetyCheck = false;
+  bool OptionHigherOrder = true;    // predicates may be variables
+  bool OptionFramelogic = true;
   bool links_templates = false;
-  bool has_higher_order = true;    // predicates may be variables: see OptionHigherOrder()
-  bool has_frame_logic = true;
 };
 
 // What was found wrong, and what the established messages show of the reading.

@@ -41,7 +41,7 @@ class AnswerEvents {
   void set_subject(TextRange word);
 
   void begin_answer_set();
-  void set_negativeAtom(bool is_negative) { negativeAtom_ = is_negative; }
+  void set_negative_atom(bool is_negative) { negativeAtom_ = is_negative; }
   void short_atom(TextRange word, TextRange relation, TextRange space, TextRange close);
   void atom(const GenericAtom& atom);
   void flat_atom(TextRange atom);    // either of these

@@ -75,7 +75,7 @@ atoms
   ;
 signed_atom
   : atom
-  | "-" { events.set_negativeAtom(true); } atom  { events.set_negativeAtom(false); }
+  | "-" { events.set_negative_atom(true); } atom  { events.set_negative_atom(false); }
   ;
 atom
   : WORD[word] "(" first[relation] "," second[space] ")"[close]

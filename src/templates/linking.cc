@@ -63,8 +63,7 @@ std::string_view without_minus(std::string_view name) {
 
 bool is_taken(const std::string& name) {
   const PredicateTable& predicates = ATOMT::Predicates();
-  return predicates.contains(name) ||
-         (current_run().options.links_templates && predicates.contains("-" + name));
+  return predicates.contains(name) || (links_templates() && predicates.contains("-" + name));
 }
 
 using NameAndArity = std::pair<std::string, std::size_t>;
@@ -125,40 +124,40 @@ ATOMT plain_projection_source(std::string_view name, std::span<const TERMT> term
 
 }    // namespace
 
-bool OptionLinkTemplates() {
+bool links_templates() {
   return current_run().options.links_templates;
 }
 
 bool are_frames_local() {
-  return !OptionLinkTemplates();
+  return !links_templates();
 }
 
 std::uint32_t expansion_of(const INVOCATIONATOM& invocation) {
-  return OptionLinkTemplates() ? linked_expansion_of(invocation) : signature(invocation);
+  return links_templates() ? linked_expansion_of(invocation) : signature(invocation);
 }
 
 std::uint32_t nested_expansion_of(const INVOCATIONATOM& invocation, const BindingList& binding) {
-  if (OptionLinkTemplates()) return linked_expansion_of(invocation);
+  if (links_templates()) return linked_expansion_of(invocation);
   return internal_signature(invocation, binding);
 }
 
 std::uint32_t marker_key(std::uint32_t expansion) {
-  return OptionLinkTemplates() ? expansion + 1 : 0;
+  return links_templates() ? expansion + 1 : 0;
 }
 
 bool is_scheduled_again(std::uint32_t expansion) {
-  return !OptionLinkTemplates() || !invhashmap().contains(expansion);
+  return !links_templates() || !invhashmap().contains(expansion);
 }
 
 bool is_global(const DEFINITIONATOM& definition, std::string_view name) {
   const std::optional<NameId> id = names().find(name);
   if (!id) return false;
-  if (!OptionLinkTemplates()) return GLOBALS().contains(*id);
+  if (!links_templates()) return GLOBALS().contains(*id);
   return definition.globals.contains(*id);
 }
 
 std::string_view unlabelled(std::string_view name) {
-  if (!OptionLinkTemplates()) return getNameWithoutPrefix(name);
+  if (!links_templates()) return getNameWithoutPrefix(name);
   if (!name.starts_with('#')) return name;
   return name.substr(std::min(name.find_first_not_of("0123456789", 1), name.size()));
 }
@@ -166,21 +165,21 @@ std::string_view unlabelled(std::string_view name) {
 bool is_rewritten(const ATOMT& atom) {
   if (atom.payload() != ATOMT::Payload::kTerms) return false;
   if (ATOMT::Predicates().type(atom.predicate()) == Type::kBuiltin) return false;
-  return !OptionLinkTemplates() || without_minus(name_of(atom)).starts_with('#');
+  return !links_templates() || without_minus(name_of(atom)).starts_with('#');
 }
 
 TERMT group_variable(int n, const TERMT& parameter) {
-  if (!OptionLinkTemplates()) return newTERMT(getNewName(n, parameter));
+  if (!links_templates()) return newTERMT(getNewName(n, parameter));
   return linking().variables.get("Group", static_cast<std::size_t>(n));
 }
 
 TERMT place_variable(std::span<const TERMT> arguments, int n) {
-  if (!OptionLinkTemplates()) return newTERMT(getNameTerm(arguments, n));
+  if (!links_templates()) return newTERMT(getNameTerm(arguments, n));
   return linking().variables.get("Var", static_cast<std::size_t>(n));
 }
 
 std::string generated_name(std::string_view base, int& counter) {
-  if (!OptionLinkTemplates()) return getNameLabeled(base, counter);
+  if (!links_templates()) return getNameLabeled(base, counter);
   std::string name;
   do {
     name = getNameLabeled(linked_stem(base), counter);
@@ -196,12 +195,12 @@ int free_label(const std::string& local) {
 }
 
 std::string local_name(std::string_view local, int label) {
-  return getNameLabeledConst(OptionLinkTemplates() ? linked_stem(local) : local, label);
+  return getNameLabeledConst(links_templates() ? linked_stem(local) : local, label);
 }
 
 ATOMT projection_source(const INVOCATIONATOM& invocation, std::size_t position,
                         std::string_view name, std::span<const TERMT> terms) {
-  if (!OptionLinkTemplates()) return plain_projection_source(name, terms);
+  if (!links_templates()) return plain_projection_source(name, terms);
   const std::optional<NameId> frame_space = invocation.origins[position].frame_space;
   if (!frame_space) return {name, terms, Type::kUnknown};
   const Negation negation = name.starts_with('-') ? Negation::kStrong : Negation::kNone;
@@ -210,7 +209,7 @@ ATOMT projection_source(const INVOCATIONATOM& invocation, std::size_t position,
 
 Literal global_source(const DEFINITIONATOM& definition, const ATOMT& atom, std::string_view name,
                       Negation negation) {
-  if (OptionLinkTemplates()) {
+  if (links_templates()) {
     return {program_atom(name, definition.frame_space, atom.terms(), negation), false};
   }
   control_of_arity(atom);
@@ -218,7 +217,7 @@ Literal global_source(const DEFINITIONATOM& definition, const ATOMT& atom, std::
 }
 
 ATOMT bridged(const ATOMT& atom) {
-  if (!OptionLinkTemplates()) return atom;
+  if (!links_templates()) return atom;
   const StoredList<TERMT> terms = program_storage().store(atom.terms());
   int places = 0;
   for (TERMT& term : terms.elements()) {
@@ -232,7 +231,7 @@ std::vector<std::size_t> pattern_positions(std::span<const ATOMT> actuals,
                                            const BindingList& binding) {
   std::vector<std::size_t> positions(binding.size());
   std::iota(positions.begin(), positions.end(), 0);
-  if (OptionLinkTemplates()) return positions;
+  if (links_templates()) return positions;
   std::map<NameAndArity, std::size_t> first_with;
   for (std::size_t i = 0; i < actuals.size(); ++i) {
     first_with.try_emplace(name_and_kept_arity(actuals[i]), i);
@@ -246,26 +245,26 @@ std::vector<std::size_t> pattern_positions(std::span<const ATOMT> actuals,
 }
 
 std::vector<TERMT> merged_terms(std::span<const TERMT> terms, std::span<const TERMT> pattern) {
-  if (!OptionLinkTemplates() && (terms.empty() || pattern.empty())) return {};
+  if (!links_templates() && (terms.empty() || pattern.empty())) return {};
   return getTerms(terms, pattern);
 }
 
 bool stands_for_bound(std::span<const TERMT> parameters) {
-  return OptionLinkTemplates() &&
+  return links_templates() &&
          std::all_of(parameters.begin(), parameters.end(),
                      [](const TERMT& term) { return term.kind == TermKind::kAsterisk; });
 }
 
 bool are_formals_negated() {
-  return OptionLinkTemplates();
+  return links_templates();
 }
 
 bool are_nested_invocations_checked() {
-  return OptionLinkTemplates();
+  return links_templates();
 }
 
 bool are_nested_globals_bridged() {
-  return OptionLinkTemplates();
+  return links_templates();
 }
 
 std::vector<ATOMT> bridge_bindings(const BindingList& binding, std::span<const TERMT> group_by) {
@@ -274,25 +273,25 @@ std::vector<ATOMT> bridge_bindings(const BindingList& binding, std::span<const T
   for (const auto& [formal, projection] : binding) {
     const ATOMT atom = soloGroup_by(group_by, projection, OtherTerms::kAnonymous);
     // An empty projection without group-by terms must not empty the global predicate.
-    if (!OptionLinkTemplates() || existVarGroup(atom)) atoms.push_back(atom);
+    if (!links_templates() || existVarGroup(atom)) atoms.push_back(atom);
   }
   return atoms;
 }
 
 bool needs_safety(std::span<const Literal> body) {
-  return OptionLinkTemplates() || std::any_of(body.begin(), body.end(), [](const Literal& literal) {
+  return links_templates() || std::any_of(body.begin(), body.end(), [](const Literal& literal) {
            return literal.atom.payload() == ATOMT::Payload::kTerms;
          });
 }
 
 std::vector<ATOMT> safety_atoms(const INVOCATIONATOM& invocation, const BindingList& binding,
                                 std::span<const TERMT> group_by) {
-  return OptionLinkTemplates() ? bridge_bindings(binding, group_by)
-                               : returnAtomsSafe(binding, invocation);
+  return links_templates() ? bridge_bindings(binding, group_by)
+                           : returnAtomsSafe(binding, invocation);
 }
 
 std::optional<ATOMT> group_atom(const ATOMT& safety) {
-  if (!OptionLinkTemplates()) return std::nullopt;
+  if (!links_templates()) return std::nullopt;
   std::vector<TERMT> group;
   for (const TERMT& term : safety.terms()) {
     if (term.kind != TermKind::kAnonymous) group.push_back(term);
@@ -308,7 +307,7 @@ std::optional<ATOMT> group_atom(const ATOMT& safety) {
 
 std::string_view safety_name(const ATOMT& atom) {
   const std::string_view name = name_of(atom);
-  return OptionLinkTemplates() ? name : cut_at_underscore(name, LeadingUnderscores::kKeep);
+  return links_templates() ? name : cut_at_underscore(name, LeadingUnderscores::kKeep);
 }
 
 }    // namespace zarel

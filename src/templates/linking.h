@@ -23,7 +23,7 @@
 
 namespace zarel {
 
-bool OptionLinkTemplates();
+bool links_templates();
 
 // Whether frames in a template body become predicates of the template. Linked, they are statements
 // about the program's objects.

@@ -26,9 +26,7 @@ QueryForm query_form(const std::vector<Body>& queries) {
 
 }    // namespace
 
-Program::Program(const ProgramOptions& options, DiagnosticSink sink)
-    : run_({options.has_arity_check, options.has_linked_templates}),
-      has_safety_check_(options.has_safety_check) {
+Program::Program(const RunOptions& options, DiagnosticSink sink) : run_(options) {
   const Run::Scope scope(run_);
   reader_.emplace(verbatim_);
   run_.findings.sink = std::move(sink);
@@ -59,7 +57,7 @@ bool Program::rewrite() {
   return attempt([this] {
     std::ostringstream legend;
     expand_templates(legend);
-    if (has_safety_check_) check_safety();
+    if (run_.options.OptionSafetyCheck) check_safety();
     rewritten_ = program_text(verbatim_.view());
   });
 }

@@ -17,12 +17,6 @@
 
 namespace zarel {
 
-struct ProgramOptions {
-  bool has_arity_check = false;
-  bool has_safety_check = false;
-  bool has_linked_templates = false;
-};
-
 // What made a line of the rewritten program out of the user's text, from the inside outwards: the
 // first step made the line itself, each further one the invocation of the step before.
 struct OriginStep {
@@ -42,7 +36,7 @@ struct LineOrigin {
 class Program {
  public:
   // Findings are kept, or handed to `sink` as they come.
-  explicit Program(const ProgramOptions& options = {}, DiagnosticSink sink = {});
+  explicit Program(const RunOptions& options = {}, DiagnosticSink sink = {});
 
   // Adds a file, or a text that has to last as long as the program, which findings call `name`.
   // What is wrong is among the findings; behind what cannot be gone on from, nothing is read.
@@ -77,8 +71,7 @@ class Program {
   Run run_;
   std::ostringstream verbatim_;
   std::optional<InputReader> reader_;    // made inside the run
-  bool has_safety_check_;
-  bool has_ended_ = false;    // by a finding that nothing can go on from
+  bool has_ended_ = false;               // by a finding that nothing can go on from
   MappedText rewritten_;
 };
 

@@ -16,7 +16,7 @@ class FaultyTemplate : public RewriteTest, public testing::WithParamInterface<Fa
 TEST_P(FaultyTemplate, EndsTheRun) {
   for (const RewriteOptions& options : {kPlain, kLinked}) {
     const RewrittenProgram result = rewritten({GetParam().program}, options);
-    if (GetParam().is_only_linked && !options.has_linked_templates) {
+    if (GetParam().is_only_linked && !options.run.links_templates) {
       EXPECT_EQ(result.status, 0);
       continue;
     }

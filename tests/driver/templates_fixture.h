@@ -14,7 +14,7 @@
 namespace zarel {
 
 inline const RewriteOptions kPlain;
-inline const RewriteOptions kLinked{.has_linked_templates = true};
+inline const RewriteOptions kLinked{.run = {.links_templates = true}};
 
 // The uses, parted by "; ", as the legend tells them.
 inline std::string legend_of(std::string_view uses) {

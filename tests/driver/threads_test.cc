@@ -23,7 +23,7 @@ std::vector<Job> all_jobs() {
        std::filesystem::recursive_directory_iterator(PROJECT_FOLDER "/tests/golden")) {
     if (entry.path().extension() != ".zrl") continue;
     jobs.push_back({entry.path(), {}});
-    jobs.push_back({entry.path(), {.has_arity_check = true, .has_linked_templates = true}});
+    jobs.push_back({entry.path(), {.run = {.OptionArityCheck = true, .links_templates = true}}});
   }
   return jobs;
 }

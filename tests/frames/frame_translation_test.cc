@@ -36,9 +36,9 @@ constexpr EncodingCase kEncodings[] = {
 TEST_F(FramesTest, EncodesByHigherOrderNamesWithAndWithoutFrameLogic) {
   for (const EncodingCase& test : kEncodings) {
     const FrameStatement statement{false, test.subject, test.name, test.value, test.arrow, space()};
-    current_run().options.has_frame_logic = true;
+    current_run().options.OptionFramelogic = true;
     EXPECT_EQ(text({relationToHigherOrder(statement)}), test.with_frame_logic);
-    current_run().options.has_frame_logic = false;
+    current_run().options.OptionFramelogic = false;
     EXPECT_EQ(text({relationToHigherOrder(statement)}), test.without);
   }
 }

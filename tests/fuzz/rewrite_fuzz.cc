@@ -106,8 +106,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   zarel::Run run;    // for what reads a text without rewriting it
   const zarel::Run::Scope scope(run);
   const zarel::Options line = fuzz::zarel_options(input.words);
-  const RewriteOptions options{
-      line.OptionArityCheck, line.OptionSafetyCheck, {}, line.OptionLinkTemplates};
+  const RewriteOptions options{line};
   const RewrittenProgram program = rewritten({input.text}, options);
   expect_same_in_two_files(input.text, program, options);
   if (program.status == 0) expect_readable(program.clauses);

@@ -85,7 +85,7 @@ TEST_F(AtomTest, APredicateThatClashesWithItsFirstUseEndsTheRun) {
 TEST_F(AtomTest, AsterisksAreCountedExceptInBuiltinsAndInvocations) {
   const Terms terms{TERMT::asterisk(), num(1), TERMT::asterisk()};
   EXPECT_EQ(ATOMT("p", terms, Type::kUnknown).asterisk_count(), 2U);
-  current_run().options.checks_arity = true;    // which builtins do not ask
+  current_run().options.OptionArityCheck = true;    // which builtins do not ask
   EXPECT_EQ(newBuiltin(BUILTIN::kEqual, terms).asterisk_count(), 0U);
   EXPECT_EQ(ATOMT(invocation("t", terms)).asterisk_count(), 0U);
 }

@@ -21,7 +21,7 @@ class ModelTest : public testing::Test {
 
   // Another run takes the place of the one before.
   void begin(RunOptions options) {
-    options.has_higher_order = false;
+    options.OptionHigherOrder = false;
     run_.begin(options);
     catch_findings(errors_, errors_);
   }

@@ -9,7 +9,7 @@ namespace zarel {
 namespace {
 
 TEST(Runs, KeepNamesClausesAndOptionsApart) {
-  zarel::Run first({.checks_arity = true});
+  zarel::Run first({.OptionArityCheck = true});
   const zarel::Run::Scope scope(first);
   const NameId name = names().intern("p");
   GLOBALS().add(name);

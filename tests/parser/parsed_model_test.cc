@@ -20,7 +20,7 @@ class ParsedModel : public testing::Test {
  protected:
   // Into a run of its own. The atoms are not encoded: p(X) is p(default,X).
   void read(std::string_view program) {
-    run_.begin({.has_higher_order = false});
+    run_.begin({.OptionHigherOrder = false});
     std::ostringstream ignored;
     ProgramBuilder builder;
     parse_text(program, current_run().files.add(""), builder, ignored);
@@ -64,7 +64,7 @@ TEST_F(ParsedModel, LeavesNothingToTheNextRun) {
   GLOBALS().add(names().intern("q"));
   nclause() = 1;
   FTermTable().enter(0, {names().intern("f"), {}});
-  current_run().options.checks_arity = true;
+  current_run().options.OptionArityCheck = true;
   run_.begin();
   EXPECT_TRUE(CLAUSES().empty() && QUERIES().empty() && Includes().empty());
   EXPECT_TRUE(GLOBALS().names().empty() && Atom_Globals().names().empty());

@@ -114,7 +114,7 @@ constexpr Case kCases[] = {
 class Findings : public testing::TestWithParam<Case> {};
 
 TEST_P(Findings, HaveTheirPlaces) {
-  Program program({.has_safety_check = true});
+  Program program({.OptionSafetyCheck = true});
   program.read_text(GetParam().program, "p");
   program.rewrite();
   EXPECT_EQ(findings_text(program), GetParam().findings);
@@ -124,7 +124,7 @@ INSTANTIATE_TEST_SUITE_P(Cases, Findings, testing::ValuesIn(kCases),
                          [](const auto& test) { return std::string(test.param.name); });
 
 TEST(FindingsOfAProgram, ShowWhereTheUnsafeVariableIs) {
-  Program program({.has_safety_check = true});
+  Program program({.OptionSafetyCheck = true});
   program.read_text("p(1..3). p(\"\u00e4\"). q(X) v r :- s(Y),\n  not t(X, Z), p(f(Z)). % X\nr(X).",
                     "p");
   EXPECT_FALSE(program.rewrite());
@@ -133,7 +133,7 @@ TEST(FindingsOfAProgram, ShowWhereTheUnsafeVariableIs) {
 }
 
 TEST(FindingsOfAProgram, TellTheFileAndTheExpansion) {
-  Program program({.has_safety_check = true});
+  Program program({.OptionSafetyCheck = true});
   program.read_text("#template t{f(1)}(1) {\n t(X) :- f(Y). }", "library");
   program.read_text("a(X) :- t{p(*)}(X).", "own");
   EXPECT_FALSE(program.rewrite());
@@ -155,7 +155,7 @@ TEST(FindingsOfAProgram, AreKeptInReasonableNumber) {
 
 TEST(FindingsOfAProgram, GoToASinkAsTheyCome) {
   std::vector<std::string> names;
-  Program program({.has_arity_check = true}, [&](const Diagnostic& finding) {
+  Program program({.OptionArityCheck = true}, [&](const Diagnostic& finding) {
     names.emplace_back(kind_of(finding.code).name);
   });
   program.read_file("/nowhere");

@@ -92,7 +92,7 @@ constexpr Case kCases[] = {
 class Origins : public testing::TestWithParam<Case> {};
 
 TEST_P(Origins, OfEachLine) {
-  Program program({.has_linked_templates = GetParam().has_linked_templates});
+  Program program({.links_templates = GetParam().has_linked_templates});
   program.read_text(GetParam().first, "first");
   program.read_text(GetParam().second, "second");
   EXPECT_TRUE(program.rewrite());
