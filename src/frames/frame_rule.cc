@@ -13,7 +13,7 @@ std::vector<std::string> FRAME_HEAD::toStrings() const {
 std::vector<Head> FRAME_HEAD::standardize(const FrameContext& context) const {
   std::vector<Head> heads;
   for (const FRAME& frame : frames_) {
-    for (const Literal& literal : to_literals(frame, context))
+    for (const Literal& literal : toLiterals(frame, context))
       heads.emplace_back().add(literal.atom);
   }
   return heads;
@@ -30,7 +30,7 @@ std::string FRAME_BODY::toString() const {
 Body FRAME_BODY::standardize(const FrameContext& context) const {
   Body body;
   for (const FRAME& frame : frames_) {
-    for (const Literal& literal : to_literals(frame, context)) body.add(literal);
+    for (const Literal& literal : toLiterals(frame, context)) body.add(literal);
   }
   return body;
 }

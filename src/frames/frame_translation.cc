@@ -114,7 +114,7 @@ std::vector<TERMT> variables_of(const FRAME& frame) {
 
 }    // namespace
 
-std::vector<Literal> to_literals(const FRAME& frame, const FrameContext& context) {
+std::vector<Literal> toLiterals(const FRAME& frame, const FrameContext& context) {
   CollectLiterals collected(frame.getFramespace(), context);
   walk_frame(frame, collected);
   return std::move(collected).literals();
@@ -123,24 +123,24 @@ std::vector<Literal> to_literals(const FRAME& frame, const FrameContext& context
 std::vector<Literal> standardize(const FRAME& frame, FramePosition position,
                                  const FrameContext& context) {
   if (position == FramePosition::kHead) {
-    if (frame.isAtomic()) return to_literals(frame, context);
+    if (frame.isAtomic()) return toLiterals(frame, context);
     return {{newHeadAuxAtom(frame, context), false}};
   }
   if (frame.is_negated()) return {{newNegationAuxAtom(frame, context), true}};
-  return to_literals(frame, context);
+  return toLiterals(frame, context);
 }
 
 ATOMT newHeadAuxAtom(const FRAME& frame, const FrameContext& context) {
   const ATOMT auxiliary = auxiliary_atom("faa", FRAME::nextAuxAtom()++, variables_of(frame));
   Body body;
   body.add({auxiliary, false});
-  for (const Literal& literal : to_literals(frame, context)) add_rule(literal.atom, body);
+  for (const Literal& literal : toLiterals(frame, context)) add_rule(literal.atom, body);
   return auxiliary;
 }
 
 ATOMT newNegationAuxAtom(const FRAME& frame, const FrameContext& context) {
   const ATOMT auxiliary = auxiliary_atom("faa", FRAME::nextAuxAtom()++, variables_of(frame));
-  add_rule(auxiliary, body_of(to_literals(frame, context)));
+  add_rule(auxiliary, body_of(toLiterals(frame, context)));
   return auxiliary;
 }
 

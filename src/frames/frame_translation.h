@@ -20,7 +20,7 @@ enum class FramePosition { kHead = 0, kBody = 1 };
 
 // The literals of a frame's statements in order; its own "not" is not looked at. A negated
 // attribute with values gives "not aaaN" and the rule aaaN :- its statements.
-std::vector<Literal> to_literals(const FRAME& frame, const FrameContext& context);
+std::vector<Literal> toLiterals(const FRAME& frame, const FrameContext& context);
 
 // The literals that stand for the frame. In a head: the one statement of an atomic frame, else a
 // new auxiliary atom. In a body: the frame's statements, or "not" and a new auxiliary atom for a

@@ -145,14 +145,21 @@ ATOMT getAtom(Expansion& expansion, const ATOMT& atom) {
   return local_atom(expansion, atom, name);
 }
 
-INVOCATIONATOM rewritten_invocation(Expansion& expansion, const ATOMT& marker) {
-  const INVOCATIONATOM written = invocation_of(marker);
-  INVOCATIONATOM rewritten{written.name, written.outputTerms, {}};
-  for (const ATOMT& actual : written.actuals.positive()) {
-    NestedActual nested = nested_actual(expansion, actual);
-    rewritten.actuals.add(nested.atom);
+NestedActuals newConjunction(Expansion& expansion, std::span<const ATOMT> actuals) {
+  NestedActuals rewritten;
+  for (const ATOMT& actual : actuals) {
+    const NestedActual nested = nested_actual(expansion, actual);
+    rewritten.atoms.add(nested.atom);
     rewritten.origins.push_back(nested.origin);
   }
+  return rewritten;
+}
+
+INVOCATIONATOM conjTemplInnestati(Expansion& expansion, const ATOMT& marker) {
+  const INVOCATIONATOM written = invocation_of(marker);
+  NestedActuals actuals = newConjunction(expansion, written.actuals.positive());
+  INVOCATIONATOM rewritten{written.name, written.outputTerms, std::move(actuals.atoms),
+                           std::move(actuals.origins)};
   rewritten.level = expansion.invocation().level + 1;
   rewritten.written = marker.invocation().written;
   return rewritten;

@@ -1,6 +1,7 @@
 #pragma once
 // atom_rewriting.h - one atom of a template body, as an expansion of the template has it.
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -51,9 +52,16 @@ class Expansion {
 // bridge rule is added to the program for a global one.
 ATOMT getAtom(Expansion& expansion, const ATOMT& atom);
 
-// A nested invocation with its actual predicates renamed as getAtom does it, and their parameters
-// extended by the group-by terms.
-INVOCATIONATOM rewritten_invocation(Expansion& expansion, const ATOMT& marker);
+// The actual predicates of a nested invocation, renamed as getAtom does it, and what each stands
+// for.
+struct NestedActuals {
+  TCONJUNCTION<ATOMT> atoms;
+  std::vector<ActualOrigin> origins;
+};
+NestedActuals newConjunction(Expansion& expansion, std::span<const ATOMT> actuals);
+
+// The nested invocation of this marker atom, its actual predicates and their parameters rewritten.
+INVOCATIONATOM conjTemplInnestati(Expansion& expansion, const ATOMT& marker);
 
 // The name of a template body's predicate as the definition has it: without label and "-".
 struct BodyName {

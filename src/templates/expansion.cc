@@ -142,7 +142,7 @@ class ClauseRewriter {
 
   ATOMT nested_marker(const ATOMT& written) {
     templateInn().clear();    // the list is this clause's from here on, and nothing reads it
-    INVOCATIONATOM invocation = rewritten_invocation(expansion_, written);
+    INVOCATIONATOM invocation = conjTemplInnestati(expansion_, written);
     invocation.origin = made_by_;
     const DEFINITIONATOM* const definition = defhashmap().find(invocation.name);
     if (definition != nullptr && !has_shape_of(invocation, *definition)) end_run(1);

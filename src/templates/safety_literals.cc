@@ -24,6 +24,12 @@ ATOMT with_bound_name(const ATOMT& actual, const BindingList& binding) {
   return {name, actual.terms(), Type::kUnknown};
 }
 
+TCONJUNCTION<ATOMT> newConjunction(const BindingList& binding, std::span<const ATOMT> actuals) {
+  TCONJUNCTION<ATOMT> renamed;
+  for (const ATOMT& actual : actuals) renamed.add(with_bound_name(actual, binding));
+  return renamed;
+}
+
 }    // namespace
 
 ATOMT getAtomSafe(const ATOMT& atom) {
@@ -37,10 +43,7 @@ ATOMT getAtomSafe(const ATOMT& atom) {
 }
 
 std::vector<ATOMT> returnAtomsSafe(const BindingList& binding, const INVOCATIONATOM& invocation) {
-  TCONJUNCTION<ATOMT> renamed;
-  for (const ATOMT& actual : invocation.actuals.positive()) {
-    renamed.add(with_bound_name(actual, binding));
-  }
+  const TCONJUNCTION<ATOMT> renamed = newConjunction(binding, invocation.actuals.positive());
   std::vector<ATOMT> safe;
   for (const ATOMT& atom : modifyCon(renamed)) safe.push_back(getAtomSafe(atom));
   return safe;

@@ -86,7 +86,7 @@ class Translation : public FramesTest {
 
 TEST_F(Translation, KeepsStatementsInOrderAndThePlaceOfAuxiliaryRules) {
   const WorkScope at(ClauseSource{{3, 1, 0}});
-  EXPECT_EQ(text(to_literals(object_, usual_)), FIRST "; not aaa0(Y,X); not " THIRD);
+  EXPECT_EQ(text(toLiterals(object_, usual_)), FIRST "; not aaa0(Y,X); not " THIRD);
   EXPECT_EQ(written(CLAUSES()), AUXILIARY);
   EXPECT_EQ(CLAUSES()[0].source().location.line, 3U);
   EXPECT_EQ(CLAUSES()[0].source().origin, OriginId::kFrame);
@@ -105,10 +105,10 @@ TEST_F(Translation, LooksAtTheNotOfAFrameInBodiesOnly) {
 }
 
 TEST_F(Translation, RecordsAttributesAsNamesButInTemplates) {
-  EXPECT_EQ(text(to_literals(object_, {true, true})), "#0-a(o,f,X); not aaa0(Y,X); not #0c(o,f)");
+  EXPECT_EQ(text(toLiterals(object_, {true, true})), "#0-a(o,f,X); not aaa0(Y,X); not #0c(o,f)");
   EXPECT_EQ(globals(), "");
   EXPECT_EQ(written(CLAUSES()), "aaa0(Y,X) :- #0b(o,f,Y), #0b(o,f,X).\n");
-  EXPECT_EQ(text(to_literals(object_, {false, false})), "-a(f,o,X); not aaa1(Y,X); not c(f,o)");
+  EXPECT_EQ(text(toLiterals(object_, {false, false})), "-a(f,o,X); not aaa1(Y,X); not c(f,o)");
   EXPECT_EQ(globals(), "a b c ");
 }
 
