@@ -21,13 +21,6 @@ std::string shown_place(const ReportState& state, int line) {
   return text.append(is_verbose ? "): " : ": ");
 }
 
-int show_with_line(std::string_view message, int line) {
-  std::string text = shown_place(report_state(), line);
-  text.append(message).append(".\n");
-  standard_error() << text << std::flush;
-  return 0;
-}
-
 }    // namespace
 
 ReportState& report_state() {
@@ -44,6 +37,12 @@ void show_findings(std::ostream& output, std::ostream& errors) {
   run.output = &output;
   run.findings.sink = show;
   report_state().errors = &errors;
+}
+
+void show_with_line(std::string_view message, int line) {
+  std::string text = shown_place(report_state(), line);
+  text.append(message).append(".\n");
+  standard_error() << text << std::flush;
 }
 
 void show(const Diagnostic& finding) {
@@ -66,20 +65,8 @@ void show(const Diagnostic& finding) {
   }
 }
 
-int yyerror(std::string_view message) {
-  return show_with_line(message, current_run().findings.parser_line);
-}
-
 void SafeExit(int status) {
   end_run(status);
-}
-
-void InternalError(std::string_view text) {
-  standard_error()
-      << "\nAn internal error occurred (" << text << ").\n"
-      << "Please report it to the maintainers of Zarel, with the program that led to it.\n"
-      << std::flush;
-  SafeExit(99);
 }
 
 }    // namespace zarel

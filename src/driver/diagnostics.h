@@ -29,13 +29,10 @@ void show_findings(std::ostream& output, std::ostream& errors);
 void show(const Diagnostic& finding);
 
 // Writes one line, the place (or "Internal parser invocation: " outside parsing), the message and a
-// full stop, to standard_error(). Does not count the error. Returns 0.
-int yyerror(std::string_view message);
+// full stop, to standard_error().
+void show_with_line(std::string_view message, int line);
 
 // Ends the run with the given exit status. See Note [ends as exceptions].
 [[noreturn]] void SafeExit(int status);
-
-// Reports a broken invariant in two lines and ends the run with status 99.
-[[noreturn]] void InternalError(std::string_view text);
 
 }    // namespace zarel

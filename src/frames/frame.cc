@@ -14,39 +14,10 @@ struct AuxiliaryCounts {
   std::uint32_t attributes = 0;
 };
 
-template <class T>
-StoredList<T> appended(StoredList<T> list, const T& element) {
-  const StoredList<T> longer = program_storage().make_list<T>(list.size() + 1);
-  *std::uninitialized_copy(list.elements().begin(), list.elements().end(),
-                           longer.elements().begin()) = element;
-  return longer;
-}
-
 void add(std::vector<TERMT>& out, const FrameTerm& term) {
   const std::span<const TERMT> variables = term.variables.elements();
   out.insert(out.end(), variables.begin(), variables.end());
 }
-
-// Does nothing; visitors take what they need over it.
-struct NoVisit {
-  void enter_attribute(const FRAME& /*frame*/, const ATTRIBUTE& /*attribute*/) {}
-  void value(const FRAME& /*frame*/, const ATTRIBUTE& /*attribute*/, const FRAME& /*value*/) {}
-  void leave_attribute(const FRAME& /*frame*/, const ATTRIBUTE& /*attribute*/) {}
-};
-
-struct CollectStrings : NoVisit {
-  std::vector<std::string>& out;
-  explicit CollectStrings(std::vector<std::string>& strings) : out(strings) {}
-
-  void enter_attribute(const FRAME& frame, const ATTRIBUTE& attribute) {
-    if (attribute.isSimple())
-      out.push_back(relation(attribute.is_negated, frame.getSubject(), attribute.getName()));
-  }
-  void value(const FRAME& frame, const ATTRIBUTE& attribute, const FRAME& value) {
-    out.push_back(relation(attribute.is_negated, frame.getSubject(), attribute.getName(),
-                           value.getSubject()));
-  }
-};
 
 struct CollectVariables : NoVisit {
   std::vector<TERMT>& out;
@@ -74,11 +45,6 @@ FindNegation negation_in(const FRAME& frame) {
   FindNegation found;
   walk_frame(frame, found);
   return found;
-}
-
-// The attribute as the only one of a frame of this subject.
-FRAME frame_of(const FrameTerm& subject, const ATTRIBUTE& attribute) {
-  return {subject, std::span<const ATTRIBUTE>(&attribute, 1), false, NameId{}};
 }
 
 }    // namespace
@@ -110,18 +76,8 @@ FRAME::FRAME(const FrameTerm& subject, std::span<const ATTRIBUTE> attributes, bo
       subject_(subject),
       attributes_(program_storage().store(attributes)) {}
 
-void FRAME::setSubject(std::string_view text) {
-  subject_ = frame_term(names().intern(text));
-}
-
 std::span<const ATTRIBUTE> FRAME::getAttributes() const {
   return attributes_.elements();
-}
-
-bool FRAME::hasNegation() const {
-  const std::span<const ATTRIBUTE> attributes = getAttributes();
-  return std::any_of(attributes.begin(), attributes.end(),
-                     [](const ATTRIBUTE& own) { return own.is_negated; });
 }
 
 bool FRAME::has_nested_negation() const {
@@ -138,15 +94,6 @@ bool FRAME::isAtomic() const {
   return values.empty() || (values.size() == 1 && values[0].isSimple());
 }
 
-void FRAME::addAttribute(const ATTRIBUTE& attribute) {
-  attributes_ = appended(attributes_, attribute);
-}
-
-void FRAME::toStrings(std::vector<std::string>& out) const {
-  CollectStrings strings(out);
-  walk_frame(*this, strings);
-}
-
 void FRAME::getVariables(std::vector<TERMT>& out) const {
   add(out, subject_);
   CollectVariables variables(out);
@@ -157,36 +104,12 @@ std::uint32_t& FRAME::nextAuxAtom() {
   return current_run().parts.get<AuxiliaryCounts>().frames;
 }
 
-void ATTRIBUTE::addValue(const FRAME& value) {
-  values = appended(values, value);
-}
-
-void ATTRIBUTE::toStrings(std::vector<std::string>& out, std::string_view subject) const {
-  frame_of({names().intern(subject), {}}, *this).toStrings(out);
-}
-
-void ATTRIBUTE::getVariables(std::vector<TERMT>& out, const FrameTerm* subject) const {
-  const FrameTerm none{};
-  frame_of(subject == nullptr ? none : *subject, *this).getVariables(out);
-}
-
 std::uint32_t& ATTRIBUTE::nextAuxAtom() {
   return current_run().parts.get<AuxiliaryCounts>().attributes;
 }
 
 ATTRIBUTE attribute(bool is_negated, const FrameTerm& name, ARROW arrow) {
   return {is_negated, arrow, name, {}};
-}
-
-std::string relation(bool is_negated, std::string_view subject, std::string_view name,
-                     std::string_view value) {
-  std::string text = is_negated ? "not " : "";
-  return text.append(name).append("(").append(subject).append(",").append(value).append(")");
-}
-
-std::string relation(bool is_negated, std::string_view subject, std::string_view name) {
-  std::string text = is_negated ? "not " : "";
-  return text.append(name).append("(").append(subject).append(")");
 }
 
 }    // namespace zarel

@@ -67,7 +67,6 @@ class FRAME {
 
   const FrameTerm& subject() const { return subject_; }
   std::string_view getSubject() const { return subject_.spelling(); }
-  void setSubject(std::string_view text);
   std::span<const ATTRIBUTE> getAttributes() const;
   NameId getFramespace() const { return framespace_; }
   void set_framespace(NameId framespace) { framespace_ = framespace; }
@@ -75,22 +74,20 @@ class FRAME {
   void set_negated(bool is_negated) { is_negated_ = is_negated; }
 
   bool isSimple() const { return attributes_.is_empty(); }
-  bool hasNegation() const;            // an attribute of this frame itself is under "not"
   bool has_nested_negation() const;    // one at any depth
   bool has_true_negation() const;      // an attribute at any depth has "-" in front
   bool isAtomic() const;               // one attribute with at most one value, and that simple
-
-  // Adds one attribute; a list of many is better given whole, for each call copies those before.
-  void addAttribute(const ATTRIBUTE& attribute);
-
-  // Text forms: each statement, name(subject,value), in order, those of nested frames behind the
-  // one that nests them.
-  void toStrings(std::vector<std::string>& out) const;
 
   // The variables in order of appearance, repeats kept.
   void getVariables(std::vector<TERMT>& out) const;
 
   static std::uint32_t& nextAuxAtom();    // numbers "faa" atoms; one count for the run
+
+  // Established, and not called by the program: see established.h.
+  void setSubject(std::string_view text);
+  bool hasNegation() const;                         // an own attribute is under "not"
+  void addAttribute(const ATTRIBUTE& attribute);    // copies those before
+  void toStrings(std::vector<std::string>& out) const;
 
  private:
   bool is_negated_;
@@ -106,24 +103,19 @@ struct ATTRIBUTE {
   FrameTerm name;
   StoredList<FRAME> values;
 
-  bool isNegated() const { return is_negated; }
   std::string_view getName() const { return name.spelling(); }
   std::span<const FRAME> getValues() const { return values.elements(); }
   bool isSimple() const { return values.is_empty(); }
-  void addValue(const FRAME& value);    // copies the values before; see FRAME::addAttribute
+  static std::uint32_t& nextAuxAtom();    // numbers "aaa" atoms; one count for the run
 
+  // Established, and not called by the program: see established.h.
+  bool isNegated() const { return is_negated; }
+  void addValue(const FRAME& value);    // copies the values before
   void toStrings(std::vector<std::string>& out, std::string_view subject) const;
   void getVariables(std::vector<TERMT>& out, const FrameTerm* subject) const;
-
-  static std::uint32_t& nextAuxAtom();    // numbers "aaa" atoms; one count for the run
 };
 
 // An attribute without values.
 ATTRIBUTE attribute(bool is_negated, const FrameTerm& name, ARROW arrow = ARROW::kNone);
-
-// The text of a statement: "not " when negated, name(subject,value) or name(subject).
-std::string relation(bool is_negated, std::string_view subject, std::string_view name,
-                     std::string_view value);
-std::string relation(bool is_negated, std::string_view subject, std::string_view name);
 
 }    // namespace zarel

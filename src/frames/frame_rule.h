@@ -1,8 +1,6 @@
 #pragma once
-// frame_rule.h - rules whose head and body are frames alone.
+// frame_rule.h - rules whose head is frames alone.
 
-#include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -13,49 +11,15 @@ namespace zarel {
 class FRAME_HEAD {
  public:
   explicit FRAME_HEAD(std::vector<FRAME> frames) : frames_(std::move(frames)) {}
-  const std::vector<FRAME>& getFrames() const { return frames_; }
-  std::vector<std::string> toStrings() const;
   // One head for each statement of the frames, in order.
   std::vector<Head> standardize(const FrameContext& context) const;
 
- private:
-  std::vector<FRAME> frames_;
-};
-
-class FRAME_BODY {
- public:
-  explicit FRAME_BODY(std::vector<FRAME> frames) : frames_(std::move(frames)) {}
+  // Established, and not called by the program: see established.h.
   const std::vector<FRAME>& getFrames() const { return frames_; }
-  std::string toString() const;
-  // The statements of all frames; the frames' own "not" is not looked at.
-  Body standardize(const FrameContext& context) const;
+  std::vector<std::string> toStrings() const;
 
  private:
   std::vector<FRAME> frames_;
-};
-
-class FRAME_RULE {
- public:
-  explicit FRAME_RULE(FRAME_HEAD head) : head_(std::move(head)) {}
-  explicit FRAME_RULE(FRAME_BODY body) : body_(std::move(body)) {}
-  FRAME_RULE(FRAME_HEAD head, FRAME_BODY body) : head_(std::move(head)), body_(std::move(body)) {}
-
-  bool isStandardRule() const { return head_ && body_; }
-  bool isFact() const { return head_ && !body_; }
-  bool isConstraint() const { return !head_ && body_; }
-  const std::optional<FRAME_HEAD>& getHead() const { return head_; }
-  const std::optional<FRAME_BODY>& getBody() const { return body_; }
-
-  // One line for each statement of the head.
-  void print(std::ostream& out) const;
-
-  // One clause for each statement of the head, each with a copy of the body; one constraint without
-  // a head.
-  std::vector<CLAUSET> standardize(const FrameContext& context) const;
-
- private:
-  std::optional<FRAME_HEAD> head_;
-  std::optional<FRAME_BODY> body_;
 };
 
 // The clauses of a rule whose head is this one frame, each with a copy of the body (null: facts).

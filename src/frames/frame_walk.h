@@ -44,4 +44,11 @@ void walk_frame(const FRAME& frame, Visitor& visitor) {
   }
 }
 
+// A visitor that does nothing, for others to take over what they need.
+struct NoVisit {
+  void enter_attribute(const FRAME& /*frame*/, const ATTRIBUTE& /*attribute*/) {}
+  void value(const FRAME& /*frame*/, const ATTRIBUTE& /*attribute*/, const FRAME& /*value*/) {}
+  void leave_attribute(const FRAME& /*frame*/, const ATTRIBUTE& /*attribute*/) {}
+};
+
 }    // namespace zarel

@@ -92,10 +92,6 @@ ATOMT newNegativeATOMT(std::string_view name, std::span<const TERMT> terms) {
   return atom;
 }
 
-bool isTrueNegated(const ATOMT& atom) {
-  return ATOMT::Predicates().name(atom.predicate()).find('-') != std::string_view::npos;
-}
-
 ATOMT newAggregate(const std::pair<TERMT, bool>& lower, const std::pair<TERMT, bool>& upper,
                    const AGGREGATEPREDT& aggregate, bool has_lower, bool has_upper,
                    bool is_equality) {

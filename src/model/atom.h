@@ -129,9 +129,6 @@ ATOMT newBuiltin(BUILTIN code, std::span<const TERMT> terms);
 // The strongly negated atom: the predicate "-" and the name, noted in NegativeAtoms.
 ATOMT newNegativeATOMT(std::string_view name, std::span<const TERMT> terms);
 
-// Whether the predicate's name holds a '-', anywhere in it.
-bool isTrueNegated(const ATOMT& atom);
-
 // An aggregate atom: the function, terms and body of `aggregate` with these guards (made by
 // standardizeGuard) and flags.
 ATOMT newAggregate(const std::pair<TERMT, bool>& lower, const std::pair<TERMT, bool>& upper,

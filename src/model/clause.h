@@ -64,7 +64,7 @@ class TRULE {
   std::span<const Literal> body() const { return body_.elements(); }
   std::span<Literal> body() { return body_.elements(); }
 
-  // Whether the body binds every variable of the head and is safe itself; defined in safety.cc.
+  // Whether the body binds every variable of the head and is safe itself; see established.h.
   bool isSafe() const;
 
  private:

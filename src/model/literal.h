@@ -54,8 +54,8 @@ class TCONJUNCTION {
     negated_.clear();
   }
 
-  // Whether every variable that has to be bound is bound by the conjunction; defined for bodies, in
-  // safety.cc.
+  // Whether every variable that has to be bound is bound by the conjunction; for bodies alone, see
+  // established.h.
   bool isSafe() const;
 
  private:

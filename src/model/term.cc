@@ -61,13 +61,6 @@ TERMT newTERMT(NameId name) {
   return TERMT::variable(number);
 }
 
-std::vector<TERMT> newTERMTS(const TERMT& a, const TERMT* b, const TERMT* c) {
-  std::vector<TERMT> terms{a};
-  if (b != nullptr) terms.push_back(*b);
-  if (c != nullptr) terms.push_back(*c);
-  return terms;
-}
-
 std::string_view getVariableName(std::uint32_t number) {
   const std::optional<NameId> name = Variables().name_of(number);
   if (!name) end_run(1);

@@ -94,9 +94,6 @@ VariableRegistry& Variables();
 TERMT newTERMT(std::string_view text);
 TERMT newTERMT(NameId name);
 
-// The argument list of a builtin: a, then b and c where they are given.
-std::vector<TERMT> newTERMTS(const TERMT& a, const TERMT* b, const TERMT* c);
-
 // The name under which a variable prints: the earliest registered name that had its number. Ends
 // the run with status 1, without a word, when no name had it.
 std::string_view getVariableName(std::uint32_t number);

@@ -43,26 +43,4 @@ void addedDefinition(DEFINITIONATOM definition) {
                   {{place_of(first->head), "the first definition"}}});
 }
 
-void lookup(const DefinitionTable& table, const DEFINITIONATOM& definition) {
-  Text text("Lista di definizioni con la stessa chiave \n");
-  text += definition.name;
-  text += " : ";
-  if (const DEFINITIONATOM* const stored = table.find(definition.name)) {
-    text += "#template ";
-    text += stored->name;
-    text += '[';
-    append_list(text, stored->formals, ", ");
-    text += "] (";
-    text.add_number(static_cast<std::uint32_t>(stored->outputArity));
-    text += ")\n{\n";
-    append_list(text, stored->rules, "\n");
-    text += "\n} ";
-  }
-  standard_output() << text.view() << '\n';
-}
-
-void lookup_all(const DefinitionTable& table) {
-  for (const DEFINITIONATOM& definition : table.all()) lookup(table, definition);
-}
-
 }    // namespace zarel

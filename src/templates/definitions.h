@@ -37,10 +37,4 @@ DefinitionTable& defhashmap();
 // Stores a definition. A second one of a name ends the run with status 1 and a message.
 void addedDefinition(DEFINITIONATOM definition);
 
-// Shows the definition stored under the given one's name on standard output.
-void lookup(const DefinitionTable& table, const DEFINITIONATOM& definition);
-
-// The same for every stored definition.
-void lookup_all(const DefinitionTable& table);
-
 }    // namespace zarel

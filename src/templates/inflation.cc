@@ -57,8 +57,4 @@ void Inflation(std::ostream& legend) {
   legend << "% END OF LEGENDA\n";
 }
 
-void print_stack() {
-  while (!schedule().empty()) standard_output() << taken_from_schedule() << '\n';
-}
-
 }    // namespace zarel

@@ -10,7 +10,4 @@ namespace zarel {
 // CLAUSES. Ends the run with status 1 when a nested invocation names no template, among others.
 void Inflation(std::ostream& legend);
 
-// Takes every signature off the schedule and shows it on standard output, a line each.
-void print_stack();
-
 }    // namespace zarel

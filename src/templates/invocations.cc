@@ -136,16 +136,4 @@ void append_invocation(Text& out, const INVOCATIONATOM& invocation) {
   out += ')';
 }
 
-void lookup(const InvocationTable& table, const INVOCATIONATOM& invocation) {
-  const std::uint32_t key = expansion_of(invocation);
-  Text text("Lista di invocazioni con la stessa chiave(segnatura) ");
-  text.add_number(key);
-  text += " : ";
-  for (const INVOCATIONATOM* const found : table.under(key)) {
-    append_invocation(text, *found);
-    text += '\n';
-  }
-  standard_output() << text.view() << "\n\n";
-}
-
 }    // namespace zarel

@@ -60,7 +60,4 @@ INVOCATIONATOM invocation_of(const ATOMT& marker);
 // "name[actual predicates] (output terms)", as legends and dumps show an invocation.
 void append_invocation(Text& out, const INVOCATIONATOM& invocation);
 
-// Shows the invocations under the given one's signature on standard output.
-void lookup(const InvocationTable& table, const INVOCATIONATOM& invocation);
-
 }    // namespace zarel

@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "frames/frame_rule.h"
+#include "frames/established.h"
 #include "frames_fixture.h"
 
 namespace zarel {

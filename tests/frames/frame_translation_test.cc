@@ -5,8 +5,8 @@
 
 #include <sstream>
 
+#include "frames/established.h"
 #include "frames/frame_encoding.h"
-#include "frames/frame_rule.h"
 #include "frames_fixture.h"
 #include "model/names.h"
 #include "model/program.h"

@@ -2,6 +2,7 @@
 
 #include "model/names.h"
 
+#include "model/established.h"
 #include "model_fixture.h"
 
 namespace zarel {

@@ -2,6 +2,7 @@
 
 #include "model/safety.h"
 
+#include "model/established.h"
 #include "model_fixture.h"
 
 namespace zarel {

@@ -2,6 +2,7 @@
 
 #include "model/term.h"
 
+#include "model/established.h"
 #include "model_fixture.h"
 
 namespace zarel {

@@ -7,9 +7,8 @@
 #include "support/fresh_run.h"
 #include "support/texts.h"
 #include "templates/definitions.h"
+#include "templates/established.h"
 #include "templates/group_terms.h"
-#include "templates/inflation.h"
-#include "templates/invocations.h"
 #include "templates/projections.h"
 #include "templates/safety_literals.h"
 
