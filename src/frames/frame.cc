@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "frames/frame_walk.h"
+#include "model/names.h"
 #include "model/run.h"
 
 namespace zarel {
@@ -50,8 +51,7 @@ FindNegation negation_in(const FRAME& frame) {
 }    // namespace
 
 FrameTerm frame_term(NameId text) {
-  std::string_view name = names().spelling(text);
-  if (name.starts_with('-')) name.remove_prefix(1);
+  const std::string_view name = without_minus(names().spelling(text));
   if (name.empty() || name[0] < 'A' || name[0] > 'Z') return {text, {}};
   const TERMT variable = newTERMT(name);
   return frame_term(text, {&variable, 1});

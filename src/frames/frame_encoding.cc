@@ -12,10 +12,6 @@ namespace {
 
 using Type = PREDICATE_NAMETS::TYPE;
 
-std::string_view without_minus(std::string_view text) {
-  return text.substr(text.starts_with('-') ? 1 : 0);
-}
-
 Literal literal_of(const FrameStatement& statement, std::string_view predicate,
                    const std::vector<TERMT>& terms) {
   return {ATOMT(predicate, terms, Type::kUnknown), statement.is_negated};

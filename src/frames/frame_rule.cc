@@ -17,9 +17,7 @@ std::vector<CLAUSET> frame_rule_clauses(const FRAME_HEAD& head, const Body* body
                                         const FrameContext& context) {
   std::vector<CLAUSET> clauses;
   for (const Head& statement : head.standardize(context)) {
-    Rule rule;
-    rule.init(&statement, body);
-    clauses.emplace_back(std::move(rule), frame_source());
+    clauses.emplace_back(rule_of(&statement, body), frame_source());
   }
   return clauses;
 }

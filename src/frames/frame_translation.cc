@@ -5,6 +5,7 @@
 #include "frames/frame_encoding.h"
 #include "frames/frame_source.h"
 #include "frames/frame_walk.h"
+#include "model/names.h"
 #include "model/program.h"
 
 namespace zarel {
@@ -12,12 +13,8 @@ namespace {
 
 using Type = PREDICATE_NAMETS::TYPE;
 
-void add_rule(const ATOMT& head_atom, const Body& body) {
-  Head head;
-  head.add(head_atom);
-  Rule rule;
-  rule.init(&head, &body);
-  CLAUSES().emplace_back(std::move(rule), frame_source());
+void add_rule(const ATOMT& head, const Body& body) {
+  CLAUSES().emplace_back(rule_of(head, body), frame_source());
 }
 
 ATOMT auxiliary_atom(const char* stem, std::uint32_t number, const std::vector<TERMT>& variables) {
@@ -35,16 +32,11 @@ Body body_of(const std::vector<Literal>& literals) {
   return body;
 }
 
-std::string_view recorded_name(const ATOMT& atom) {
-  const std::string_view name = ATOMT::Predicates().name(atom.predicate());
-  return name.substr(name.starts_with('-') ? 1 : 0);
-}
-
 Literal encoded(const FrameStatement& statement, const FrameContext& context) {
   if (context.is_in_template) return relationToTemplateLiteral(statement);
   const Literal literal =
       context.is_higher_order ? relationToHigherOrder(statement) : relationToLITERALT(statement);
-  addedAtom(recorded_name(literal.atom));
+  addedAtom(without_minus(literal.atom.name()));
   return literal;
 }
 

@@ -48,6 +48,7 @@ class ATOMT {
                         std::span<const TERMT> terms);
 
   std::uint32_t predicate() const { return predicate_; }
+  std::string_view name() const { return Predicates().name(predicate_); }    // the predicate's
   std::uint32_t asterisk_count() const { return asterisks_; }
   Payload payload() const { return static_cast<Payload>(payload_); }
   bool is_aggregate() const { return payload() == Payload::kAggregate; }

@@ -112,6 +112,18 @@ using Rule = TRULE<ATOMT, Literal>;
 using Constraint = TCONSTRAINT<Literal>;
 using WeakConstraint = TWEAKCONSTRAINT_T<Literal>;
 
+// The rule: head :- body; null leaves that part out.
+inline Rule rule_of(const Head* head, const Body* body) {
+  Rule rule;
+  rule.init(head, body);
+  return rule;
+}
+inline Rule rule_of(const ATOMT& head, const Body& body) {
+  Head heads;
+  heads.add(head);
+  return rule_of(&heads, &body);
+}
+
 // One clause of the program and where it came from.
 class CLAUSET {
  public:
@@ -128,7 +140,28 @@ class CLAUSET {
   const Rule& rule() const { return *std::get_if<Rule>(&payload_); }    // only for rules
   const ClauseSource& source() const { return source_; }
 
+  // Of a clause of any kind; empty where it has none.
+  std::span<const ATOMT> head() const { return std::visit(HeadOf{}, payload_); }
+  std::span<const Literal> body() const { return std::visit(BodyOf{}, payload_); }
+  std::span<Literal> body() { return std::visit(BodyOf{}, payload_); }
+
  private:
+  struct HeadOf {
+    std::span<const ATOMT> operator()(const Rule& rule) const { return rule.head(); }
+    template <class Clause>
+    std::span<const ATOMT> operator()(const Clause& /*headless*/) const {
+      return {};
+    }
+  };
+  struct BodyOf {
+    std::span<const Literal> operator()(const TERMT& /*maxint*/) const { return {}; }
+    std::span<Literal> operator()(TERMT& /*maxint*/) const { return {}; }
+    template <class Clause>
+    auto operator()(Clause& clause) const {
+      return clause.body();
+    }
+  };
+
   Payload payload_;
   ClauseSource source_;
 };

@@ -9,12 +9,8 @@
 namespace zarel {
 namespace {
 
-std::string_view name_of(const ATOMT& atom) {
-  return ATOMT::Predicates().name(atom.predicate());
-}
-
 std::string_view comparable_name(const ATOMT& atom) {
-  return cut_at_underscore(getNameWithoutPrefix(name_of(atom)), LeadingUnderscores::kSkip);
+  return cut_at_underscore(getNameWithoutPrefix(atom.name()), LeadingUnderscores::kSkip);
 }
 
 }    // namespace
@@ -43,7 +39,7 @@ std::string_view getName(std::string_view name) {
 }
 
 bool isFormalPred(const ATOMT& atom, std::span<const std::pair<const char*, ATOMT>> formals) {
-  const std::string_view name = getName(name_of(atom));
+  const std::string_view name = getName(atom.name());
   return std::any_of(formals.begin(), formals.end(),
                      [&](const auto& formal) { return name == formal.first; });
 }
@@ -56,13 +52,12 @@ bool esiste(const TCONJUNCTION<ATOMT>& list, const ATOMT& atom) {
 
 bool parametersCoincidence(std::span<const TERMT> a, std::span<const TERMT> b) {
   return std::equal(a.begin(), a.end(), b.begin(), [](const TERMT& pattern, const TERMT& term) {
-    const bool is_marker = pattern.kind == TermKind::kAsterisk || pattern.kind == TermKind::kDollar;
-    return is_marker || pattern == term;
+    return pattern.is_marker() || pattern == term;
   });
 }
 
 bool isTrueNegated(const ATOMT& atom) {
-  return name_of(atom).find('-') != std::string_view::npos;
+  return atom.name().find('-') != std::string_view::npos;
 }
 
 int nAsterisk(const ATOMT& atom) {
@@ -74,9 +69,7 @@ int nAsterisk(const ATOMT& atom) {
 
 template <>
 bool Body::isSafe() const {
-  Rule headless;
-  headless.init(nullptr, this);
-  return headless.isSafe();
+  return rule_of(nullptr, this).isSafe();
 }
 
 template <>

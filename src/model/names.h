@@ -34,6 +34,11 @@ int& cont();
 // The name without its prefix; a "-" ends the prefix and stays.
 std::string_view getNameWithoutPrefix(std::string_view name);
 
+// The name without the "-" of strong negation in front.
+constexpr std::string_view without_minus(std::string_view name) {
+  return name.substr(name.starts_with('-') ? 1 : 0);
+}
+
 // The name cut at its first "_" behind any leading underscores, which stay or are left out.
 enum class LeadingUnderscores { kKeep, kSkip };
 std::string_view cut_at_underscore(std::string_view name, LeadingUnderscores leading);

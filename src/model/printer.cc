@@ -137,7 +137,7 @@ void append_text(Text& out, const ATOMT& atom) {
     case ATOMT::Payload::kTerms:
       break;
   }
-  out += ATOMT::Predicates().name(atom.predicate());
+  out += atom.name();
   const std::span<const TERMT> terms = atom.terms();
   if (terms.empty()) return;
   out += '(';

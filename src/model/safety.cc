@@ -119,7 +119,7 @@ std::optional<TERMT> unsafe_variable(const Rule& rule) {
 }
 
 void control_of_arity(const ATOMT& atom) {
-  const std::string_view name = getNameWithoutPrefix(ATOMT::Predicates().name(atom.predicate()));
+  const std::string_view name = getNameWithoutPrefix(atom.name());
   const auto known = ATOMT::Predicates().find(name);
   const std::size_t arity = atom.terms().size();
   if (!known || ATOMT::Predicates().arity(*known) == arity) return;
@@ -133,8 +133,7 @@ void control_of_arity(const ATOMT& atom) {
 bool existVarGroup(const ATOMT& atom) {
   const std::span<const TERMT> terms = atom.terms();
   return std::any_of(terms.begin(), terms.end(), [](const TERMT& term) {
-    return term.kind != TermKind::kAsterisk && term.kind != TermKind::kAnonymous &&
-           term.kind != TermKind::kDollar;
+    return !term.is_marker() && term.kind != TermKind::kAnonymous;
   });
 }
 

@@ -30,6 +30,8 @@ struct TERMT {
 
   std::uint32_t index() const { return static_cast<std::uint32_t>(value); }
   bool is_variable() const { return kind == TermKind::kVariable; }
+  // "*" or "$", which stand for a place in an argument pattern.
+  bool is_marker() const { return kind == TermKind::kAsterisk || kind == TermKind::kDollar; }
 
   // The names that constants index: those of the run, in first-seen order.
   static NameTable& Constants() { return names(); }

@@ -1,5 +1,6 @@
 #include "templates/atom_rewriting.h"
 
+#include "model/names.h"
 #include "templates/generated_program.h"
 #include "templates/group_terms.h"
 #include "templates/linking.h"
@@ -125,10 +126,8 @@ int Expansion::label(std::string_view local) {
 }
 
 BodyName body_name(const ATOMT& atom) {
-  std::string_view name = ATOMT::Predicates().name(atom.predicate());
-  const bool is_strongly_negated = name.starts_with('-');
-  if (is_strongly_negated) name.remove_prefix(1);
-  return {unlabelled(name), is_strongly_negated};
+  const std::string_view name = atom.name();
+  return {unlabelled(without_minus(name)), name.starts_with('-')};
 }
 
 ATOMT getAtom(Expansion& expansion, const ATOMT& atom) {

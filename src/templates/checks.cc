@@ -39,26 +39,6 @@ std::string quoted(std::string_view name) {
   return std::string("'").append(name).append("'");
 }
 
-struct HeadOf {
-  std::span<const ATOMT> operator()(const Rule& rule) const { return rule.head(); }
-  template <class Clause>
-  std::span<const ATOMT> operator()(const Clause& /*headless*/) const {
-    return {};
-  }
-};
-
-struct BodyOf {
-  std::span<const Literal> operator()(const TERMT& /*maxint*/) const { return {}; }
-  template <class Clause>
-  std::span<const Literal> operator()(const Clause& clause) const {
-    return clause.body();
-  }
-};
-
-std::span<const ATOMT> head_of(const CLAUSET& clause) {
-  return std::visit(HeadOf{}, clause.payload());
-}
-
 // Finds the first fault of a definition's rules: formal predicate by formal predicate, for each in
 // the order of the rules; a global predicate in a head counts to the first formal one. The rules
 // are gone through once for all of them.
@@ -70,8 +50,8 @@ class RuleFault {
 
   void look_at(const CLAUSET& clause) {
     location_ = clause.source().location;
-    for (const ATOMT& atom : head_of(clause)) look_at_head(atom);
-    look_at_body(std::visit(BodyOf{}, clause.payload()));
+    for (const ATOMT& atom : clause.head()) look_at_head(atom);
+    look_at_body(clause.body());
   }
 
   // Nothing when there is none.
@@ -201,7 +181,7 @@ bool check_actual_arities(const INVOCATIONATOM& invocation, const DEFINITIONATOM
 // The template's own predicate in the clause's head; null when it is not there. "-" makes it
 // another predicate.
 const ATOMT* result_atom(const DEFINITIONATOM& definition, const CLAUSET& clause) {
-  for (const ATOMT& atom : head_of(clause)) {
+  for (const ATOMT& atom : clause.head()) {
     const BodyName name = body_name(atom);
     if (is_rewritten(atom) && !name.is_strongly_negated && name.text == definition.name) {
       return &atom;
@@ -245,7 +225,7 @@ class ReachedDefinitions {
       const DEFINITIONATOM& definition = *all_[i];
       if (i >= checked && !(check_rules(definition) && check_result(definition))) return false;
       for (const CLAUSET& clause : definition.rules) {
-        add_invoked(std::visit(BodyOf{}, clause.payload()));
+        add_invoked(clause.body());
       }
     }
     return true;

@@ -79,9 +79,7 @@ class ClauseRewriter {
     Head head;
     for (const ATOMT& atom : rule.head()) head.add(getAtom(expansion_, atom));
     const Body body = safe_body(rule.body());
-    Rule made;
-    made.init(&head, &body);
-    return made;
+    return rule_of(&head, &body);
   }
 
   Constraint rewritten(const Constraint& constraint) {

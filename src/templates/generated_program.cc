@@ -10,11 +10,7 @@ void add_generated(CLAUSET::Payload payload) {
 }
 
 void add_generated_rule(const ATOMT& head, const Body& body) {
-  Head heads;
-  heads.add(head);
-  Rule rule;
-  rule.init(&heads, &body);
-  add_generated(std::move(rule));
+  add_generated(rule_of(head, body));
 }
 
 }    // namespace zarel

@@ -4,15 +4,11 @@
 
 namespace zarel {
 
-bool is_marker(const TERMT& parameter) {
-  return parameter.kind == TermKind::kAsterisk || parameter.kind == TermKind::kDollar;
-}
-
 std::vector<TERMT> getGroupBy(const INVOCATIONATOM& invocation) {
   std::vector<TERMT> group_by;
   for (const ATOMT& actual : invocation.actuals.positive()) {
     for (const TERMT& term : actual.terms()) {
-      if (is_marker(term)) continue;
+      if (term.is_marker()) continue;
       group_by.push_back(group_variable(static_cast<int>(group_by.size()), term));
     }
   }
@@ -25,7 +21,7 @@ std::vector<ATOMT> modifyCon(const TCONJUNCTION<ATOMT>& atoms) {
   for (const ATOMT& atom : atoms.positive()) {
     const StoredList<TERMT> terms = program_storage().store(atom.terms());
     for (TERMT& term : terms.elements()) {
-      if (is_marker(term) || term.kind == TermKind::kAnonymous) continue;
+      if (term.is_marker() || term.kind == TermKind::kAnonymous) continue;
       term = group_variable(count++, term);
     }
     modified.push_back(atom.with_terms(terms, atom.asterisk_count()));

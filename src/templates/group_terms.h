@@ -8,9 +8,6 @@
 
 namespace zarel {
 
-// Whether the parameter is "$" or "*", and no ordinary one.
-bool is_marker(const TERMT& parameter);
-
 // A fresh variable for every argument of the actual predicates that is neither "$" nor "*".
 std::vector<TERMT> getGroupBy(const INVOCATIONATOM& invocation);
 

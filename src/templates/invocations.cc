@@ -44,7 +44,7 @@ std::uint32_t share(std::uint32_t predicate, std::span<const TERMT> terms, std::
 }
 
 std::string normalised_name(const ATOMT& actual, const BindingList& binding) {
-  const std::string_view name = ATOMT::Predicates().name(actual.predicate());
+  const std::string_view name = actual.name();
   std::string unlabelled = getNameWithoutLabel(name);
   const bool is_bound = std::any_of(binding.begin(), binding.end(), [&](const auto& pair) {
     return pair.second.predicate() == actual.predicate();
@@ -109,8 +109,7 @@ std::vector<TERMT> getAuxTerms(const INVOCATIONATOM& invocation) {
     const Type type = ATOMT::Predicates().type(actual.predicate());
     if (type == Type::kAggregate || type == Type::kInvocation) continue;
     for (const TERMT& term : actual.terms()) {
-      const bool is_marker = term.kind == TermKind::kAsterisk || term.kind == TermKind::kDollar;
-      if (!is_marker) terms.push_back(term);
+      if (!term.is_marker()) terms.push_back(term);
     }
   }
   terms.insert(terms.end(), invocation.outputTerms.begin(), invocation.outputTerms.end());

@@ -11,7 +11,6 @@
 #include "model/run.h"
 #include "model/safety.h"
 #include "templates/generated_program.h"
-#include "templates/group_terms.h"
 #include "templates/opposites.h"
 #include "templates/projections.h"
 #include "templates/safety_literals.h"
@@ -53,14 +52,6 @@ Linking& linking() {
   return current_run().parts.get<Linking>();
 }
 
-std::string_view name_of(const ATOMT& atom) {
-  return ATOMT::Predicates().name(atom.predicate());
-}
-
-std::string_view without_minus(std::string_view name) {
-  return name.substr(name.starts_with('-') ? 1 : 0);
-}
-
 bool is_taken(const std::string& name) {
   const PredicateTable& predicates = ATOMT::Predicates();
   return predicates.contains(name) || (links_templates() && predicates.contains("-" + name));
@@ -73,7 +64,7 @@ NameAndArity name_and_kept_arity(const ATOMT& actual) {
   const std::span<const TERMT> terms = actual.terms();
   const auto kept = std::count_if(terms.begin(), terms.end(),
                                   [](const TERMT& term) { return term.kind != TermKind::kDollar; });
-  return {std::string(getNameWithoutPrefix(name_of(actual))), static_cast<std::size_t>(kept)};
+  return {std::string(getNameWithoutPrefix(actual.name())), static_cast<std::size_t>(kept)};
 }
 
 // What a generated predicate can be called after: a name that the solver takes for a predicate's,
@@ -95,7 +86,7 @@ std::string linked_key(const INVOCATIONATOM& invocation) {
     append_number(key, origin.shape.predicate());
     append_number(key, origin.frame_space ? to_index(*origin.frame_space) + std::uint64_t{1} : 0);
     for (const TERMT& term : origin.shape.terms()) {
-      const TermKind kind = is_marker(term) ? term.kind : TermKind::kVariable;
+      const TermKind kind = term.is_marker() ? term.kind : TermKind::kVariable;
       append_number(key, static_cast<std::uint64_t>(kind));
     }
   }
@@ -165,7 +156,7 @@ std::string_view unlabelled(std::string_view name) {
 bool is_rewritten(const ATOMT& atom) {
   if (atom.payload() != ATOMT::Payload::kTerms) return false;
   if (ATOMT::Predicates().type(atom.predicate()) == Type::kBuiltin) return false;
-  return !links_templates() || without_minus(name_of(atom)).starts_with('#');
+  return !links_templates() || without_minus(atom.name()).starts_with('#');
 }
 
 TERMT group_variable(int n, const TERMT& parameter) {
@@ -221,7 +212,7 @@ ATOMT bridged(const ATOMT& atom) {
   const StoredList<TERMT> terms = program_storage().store(atom.terms());
   int places = 0;
   for (TERMT& term : terms.elements()) {
-    if (is_marker(term) || term.kind == TermKind::kAnonymous)
+    if (term.is_marker() || term.kind == TermKind::kAnonymous)
       term = place_variable(atom.terms(), places++);
   }
   return atom.with_terms(terms, 0);
@@ -238,7 +229,7 @@ std::vector<std::size_t> pattern_positions(std::span<const ATOMT> actuals,
   }
   for (std::size_t& position : positions) {
     const ATOMT& bound = binding[position].second;
-    const auto found = first_with.find({getNameWithoutLabel(name_of(bound)), bound.terms().size()});
+    const auto found = first_with.find({getNameWithoutLabel(bound.name()), bound.terms().size()});
     if (found != first_with.end()) position = found->second;
   }
   return positions;
@@ -306,7 +297,7 @@ std::optional<ATOMT> group_atom(const ATOMT& safety) {
 }
 
 std::string_view safety_name(const ATOMT& atom) {
-  const std::string_view name = name_of(atom);
+  const std::string_view name = atom.name();
   return links_templates() ? name : cut_at_underscore(name, LeadingUnderscores::kKeep);
 }
 

@@ -48,21 +48,11 @@ std::uint64_t content_hash(const ATOMT& marker) {
   return hash.value();
 }
 
-struct BodyOf {
-  std::span<Literal> operator()(TERMT& /*maxint*/) const { return {}; }
-  template <class Clause>
-  std::span<Literal> operator()(Clause& clause) const {
-    return clause.body();
-  }
-};
-
 }    // namespace
 
 void MarkerIndex::catch_up() {
   std::vector<CLAUSET>& clauses = CLAUSES();
-  for (; clauses_seen_ < clauses.size(); ++clauses_seen_) {
-    add(std::visit(BodyOf{}, clauses[clauses_seen_].payload()));
-  }
+  for (; clauses_seen_ < clauses.size(); ++clauses_seen_) add(clauses[clauses_seen_].body());
 }
 
 void MarkerIndex::add(std::span<Literal> body) {

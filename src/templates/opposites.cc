@@ -28,7 +28,7 @@ Projections& projections() {
 }
 
 ATOMT with_other_sign(const ATOMT& atom) {
-  const std::string_view name = ATOMT::Predicates().name(atom.predicate());
+  const std::string_view name = atom.name();
   if (!name.starts_with('-')) return newNegativeATOMT(name, atom.terms());
   return {name.substr(1), atom.terms(), Type::kUnknown};
 }

@@ -44,7 +44,7 @@ ProjectionTerms projection_terms(std::span<const TERMT> arguments) {
 }
 
 std::string_view base_name(const ATOMT& actual) {
-  const std::string_view name = ATOMT::Predicates().name(actual.predicate());
+  const std::string_view name = actual.name();
   return name.starts_with('#') ? getNameWithoutPrefix(name) : name;
 }
 

@@ -31,11 +31,8 @@ std::vector<TERMT> answer_variables(const Body& query) {
 void rewriteQuery(Body& query) {
   const ATOMT answer("aux___query", answer_variables(query), PREDICATE_NAMETS::TYPE::kUnknown);
   rewriteFunctions(nullptr, query);
-  Head head;
-  head.add(answer);
-  Rule rule;
-  rule.init(&head, &query);
-  CLAUSES().emplace_back(std::move(rule), ClauseSource{work().source().location, OriginId::kQuery});
+  CLAUSES().emplace_back(rule_of(answer, query),
+                         ClauseSource{work().source().location, OriginId::kQuery});
   query.clear();
   query.add({answer, false});
 }

@@ -14,14 +14,12 @@ namespace {
 using Type = PREDICATE_NAMETS::TYPE;
 
 ATOMT with_bound_name(const ATOMT& actual, const BindingList& binding) {
-  const std::string_view written = ATOMT::Predicates().name(actual.predicate());
-  const std::string_view unsigned_name = written.substr(written.starts_with('-') ? 1 : 0);
-  const auto bound = std::find_if(binding.begin(), binding.end(), [&](const auto& pair) {
-    return pair.first == getNameWithoutPrefix(unsigned_name);
-  });
+  const std::string_view name = getNameWithoutPrefix(without_minus(actual.name()));
+  const auto bound = std::find_if(binding.begin(), binding.end(),
+                                  [&](const auto& pair) { return pair.first == name; });
   if (bound == binding.end()) return actual;
-  const NameId name = ATOMT::Predicates().name_id(bound->second.predicate());
-  return {name, actual.terms(), Type::kUnknown};
+  const NameId bound_name = ATOMT::Predicates().name_id(bound->second.predicate());
+  return {bound_name, actual.terms(), Type::kUnknown};
 }
 
 TCONJUNCTION<ATOMT> newConjunction(const BindingList& binding, std::span<const ATOMT> actuals) {
@@ -35,11 +33,9 @@ TCONJUNCTION<ATOMT> newConjunction(const BindingList& binding, std::span<const A
 ATOMT getAtomSafe(const ATOMT& atom) {
   std::vector<TERMT> terms(atom.terms().begin(), atom.terms().end());
   for (TERMT& term : terms) {
-    const bool is_marker = term.kind == TermKind::kAsterisk || term.kind == TermKind::kDollar;
-    if (is_marker) term = {TermKind::kAnonymous, 0};
+    if (term.is_marker()) term = {TermKind::kAnonymous, 0};
   }
-  const std::string_view name = ATOMT::Predicates().name(atom.predicate());
-  return {cut_at_underscore(name, LeadingUnderscores::kKeep), terms, Type::kUnknown};
+  return {cut_at_underscore(atom.name(), LeadingUnderscores::kKeep), terms, Type::kUnknown};
 }
 
 std::vector<ATOMT> returnAtomsSafe(const BindingList& binding, const INVOCATIONATOM& invocation) {

@@ -14,11 +14,8 @@ using Safety = ModelTest;
 TEST_F(Safety, HangsOnTheKindOfTheLiteral) {
   const TERMT x = newTERMT("X"), one = num(1);
   const auto is_safe = [&](const Literal& literal) {
-    Head head;
-    head.add(atom("p", x));
     const Body of = body(literal);
-    Rule rule;
-    rule.init(&head, &of);
+    const Rule rule = rule_of(atom("p", x), of);
     EXPECT_EQ(rule.isSafe(), Saves(of, x));    // one variable, one literal: the same question
     return rule.isSafe();
   };
