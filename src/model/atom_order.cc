@@ -38,14 +38,14 @@ int difference(const AggregateGuard& a, const AggregateGuard& b) {
 
 int difference(const Literal& a, const Literal& b) {
   if (a.is_negated != b.is_negated) return int{a.is_negated} - int{b.is_negated};
-  return a.atom != b.atom;
+  return compare(a.atom, b.atom);
 }
 
 // Non-negated literals first, each group ordered by its atoms.
 std::vector<Literal> sorted(std::span<const Literal> body) {
   std::vector<Literal> literals(body.begin(), body.end());
   std::sort(literals.begin(), literals.end(), [](const Literal& a, const Literal& b) {
-    return a.is_negated != b.is_negated ? b.is_negated : (a.atom != b.atom) < 0;
+    return a.is_negated != b.is_negated ? b.is_negated : compare(a.atom, b.atom) < 0;
   });
   return literals;
 }
@@ -76,7 +76,7 @@ int difference(const InvocationPayload& a, const InvocationPayload& b) {
   const std::span<const ATOMT> second = b.actuals.elements();
   const bool is_equal = a.name == b.name && a.expansion_key == b.expansion_key &&
                         std::equal(first.begin(), first.end(), second.begin(), second.end(),
-                                   [](const ATOMT& x, const ATOMT& y) { return (x != y) == 0; }) &&
+                                   [](const ATOMT& x, const ATOMT& y) { return equal(x, y); }) &&
                         difference(a.terms.elements(), b.terms.elements()) == 0;
   return is_equal ? 0 : 1;
 }
@@ -91,7 +91,7 @@ int difference(const EXTERNAL_ATOM& a, const EXTERNAL_ATOM& b) {
 
 }    // namespace
 
-int operator!=(const ATOMT& a, const ATOMT& b) {
+int compare(const ATOMT& a, const ATOMT& b) {
   if (a.predicate() != b.predicate())
     return difference(std::int64_t{a.predicate()}, std::int64_t{b.predicate()});
   if (a.payload() != b.payload()) {

@@ -8,6 +8,10 @@ namespace zarel {
 // 0 when the atoms are equal, else the first difference found: of predicates, argument counts, then
 // arguments. Invocations that differ give 1. Aggregates are compared field by field, their bodies
 // regardless of literal order.
-int operator!=(const ATOMT& a, const ATOMT& b);
+int compare(const ATOMT& a, const ATOMT& b);
+
+inline bool equal(const ATOMT& a, const ATOMT& b) {
+  return compare(a, b) == 0;
+}
 
 }    // namespace zarel

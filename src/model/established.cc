@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "model/atom_order.h"
 #include "model/names.h"
 #include "model/safety.h"
 #include "model/template_records.h"
@@ -58,6 +59,10 @@ bool parametersCoincidence(std::span<const TERMT> a, std::span<const TERMT> b) {
 
 bool isTrueNegated(const ATOMT& atom) {
   return atom.name().find('-') != std::string_view::npos;
+}
+
+int operator!=(const ATOMT& a, const ATOMT& b) {
+  return compare(a, b);
 }
 
 int nAsterisk(const ATOMT& atom) {

@@ -40,6 +40,9 @@ bool parametersCoincidence(std::span<const TERMT> a, std::span<const TERMT> b);
 // Whether the predicate's name holds a '-', anywhere in it.
 bool isTrueNegated(const ATOMT& atom);
 
+// compare(a, b), three ways: 0 when the atoms are equal.
+int operator!=(const ATOMT& a, const ATOMT& b);
+
 // The number of arguments that are the "*" marker.
 int nAsterisk(const ATOMT& atom);
 

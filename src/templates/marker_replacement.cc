@@ -72,7 +72,7 @@ void MarkerIndex::replace(const ATOMT& marker, const ATOMT& replacement) {
   std::vector<Literal*>& literals = found->second;
   const auto others = std::remove_if(literals.begin(), literals.end(), [&](Literal* literal) {
     if (literal->atom.payload() != ATOMT::Payload::kInvocation) return true;
-    if ((literal->atom != marker) != 0) return false;
+    if (!equal(literal->atom, marker)) return false;
     literal->atom = replacement;
     return true;
   });

@@ -99,7 +99,7 @@ TEST_F(TemplateTables, KeepAnonymousArgumentsWhenModified) {
   const TERMT anonymous = TERMT::anonymous();
   atoms.add(atom("p", {anonymous, newTERMT("X"), asterisk_}));
   const ATOMT expected = atom("p", {anonymous, newTERMT("X0"), asterisk_});
-  EXPECT_EQ(modifyCon(atoms).at(0) != expected, 0);
+  EXPECT_TRUE(equal(modifyCon(atoms).at(0), expected));
 }
 
 TEST_F(TemplateTables, ReplaceAllButGroupByTerms) {
@@ -107,8 +107,9 @@ TEST_F(TemplateTables, ReplaceAllButGroupByTerms) {
   const std::vector<TERMT> group_by = {x};
   const ATOMT from = atom("p", {x, newTERMT("Y"), asterisk_});
   const ATOMT anonymous = soloGroup_by(group_by, from, OtherTerms::kAnonymous);
-  EXPECT_EQ(anonymous != atom("p", {x, none, none}), 0);
-  EXPECT_EQ(soloGroup_by(group_by, from, OtherTerms::kAsterisk) != atom("p", {x, place, place}), 0);
+  EXPECT_TRUE(equal(anonymous, atom("p", {x, none, none})));
+  EXPECT_TRUE(
+      equal(soloGroup_by(group_by, from, OtherTerms::kAsterisk), atom("p", {x, place, place})));
   EXPECT_EQ(ATOMT::Predicates().type(anonymous.predicate()), Type::kIdb);
 }
 
