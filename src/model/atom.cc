@@ -102,7 +102,7 @@ ATOMT newAggregate(const std::pair<TERMT, bool>& lower, const std::pair<TERMT, b
   whole.has_upper = has_upper;
   whole.is_equality = is_equality;
 
-  const NameId name = names().intern(kAggregateNames[static_cast<std::size_t>(whole.function)]);
+  const NameId name = names().intern(aggregate_name(whole.function));
   ATOMT atom(ATOMT::Predicates().enter(name, 0, Type::kAggregate), ATOMT::Payload::kAggregate);
   atom.of_.aggregate = program_storage().store_value(whole);
   return atom;

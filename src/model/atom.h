@@ -89,10 +89,26 @@ class ATOMT {
 static_assert(sizeof(ATOMT) == 16);
 
 enum class AggregateFunction : std::uint32_t { kAny = 0, kAvg, kCount, kMax, kMin, kSum, kTimes };
-inline constexpr std::size_t kAggregateFunctionCount = 7;
-inline constexpr std::array<std::string_view, kAggregateFunctionCount> kAggregateNames = {
-    "#any", "#avg", "#count", "#max", "#min", "#sum", "#times"};
-static_assert(static_cast<std::size_t>(AggregateFunction::kTimes) + 1 == kAggregateFunctionCount);
+
+// A row for each function of aggregates.
+struct AggregateKind {
+  AggregateFunction code;
+  std::string_view name;
+};
+inline constexpr std::array kAggregateKinds = {
+    AggregateKind{AggregateFunction::kAny, "#any"},
+    AggregateKind{AggregateFunction::kAvg, "#avg"},
+    AggregateKind{AggregateFunction::kCount, "#count"},
+    AggregateKind{AggregateFunction::kMax, "#max"},
+    AggregateKind{AggregateFunction::kMin, "#min"},
+    AggregateKind{AggregateFunction::kSum, "#sum"},
+    AggregateKind{AggregateFunction::kTimes, "#times"},
+};
+static_assert(is_in_order_of_codes(kAggregateKinds));
+
+constexpr std::string_view aggregate_name(AggregateFunction function) {
+  return kAggregateKinds[static_cast<std::size_t>(function)].name;
+}
 
 struct AggregateGuard {
   TERMT term;

@@ -2,6 +2,8 @@
 // established.h - functions on terms, names, atoms and rules, kept for those who know the system
 // by these names. The program does not call them.
 
+#include <array>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -13,6 +15,18 @@
 namespace zarel {
 
 struct DEFINITIONATOM;
+
+// The names and arities of kBuiltins.
+inline constexpr auto builtin_name = [] {
+  std::array<std::string_view, kBuiltinCount> spellings{};
+  for (std::size_t code = 0; code < kBuiltinCount; ++code) spellings[code] = kBuiltins[code].name;
+  return spellings;
+}();
+inline constexpr auto builtin_arity = [] {
+  std::array<std::uint32_t, kBuiltinCount> arities{};
+  for (std::size_t code = 0; code < kBuiltinCount; ++code) arities[code] = kBuiltins[code].arity;
+  return arities;
+}();
 
 // The argument list of a builtin: a, then b and c where they are given.
 std::vector<TERMT> newTERMTS(const TERMT& a, const TERMT* b, const TERMT* c);

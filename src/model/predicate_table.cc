@@ -86,9 +86,8 @@ bool OptionArityCheck() {
 }
 
 void register_builtins() {
-  for (std::size_t code = 0; code < kBuiltinCount; ++code) {
-    ATOMT::Predicates().enter(names().intern(builtin_name[code]), builtin_arity[code],
-                              Type::kBuiltin);
+  for (const Builtin& builtin : kBuiltins) {
+    ATOMT::Predicates().enter(names().intern(builtin.name), builtin.arity, Type::kBuiltin);
   }
 }
 

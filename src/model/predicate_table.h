@@ -38,15 +38,42 @@ enum class BUILTIN : std::uint32_t {
   kPlus,
   kTimes,
 };
-inline constexpr std::size_t kBuiltinCount = 10;
-inline constexpr std::array<std::string_view, kBuiltinCount> builtin_name = {
-    "==", "!=", "<", ">", "<=", ">=", "#int", "#succ", "+", "*"};
-inline constexpr std::array<std::uint32_t, kBuiltinCount> builtin_arity = {2, 2, 2, 2, 2,
-                                                                           2, 1, 2, 3, 3};
 
-// True for the six comparisons, "==" to ">=".
-constexpr bool is_comparison(std::uint32_t predicate) {
-  return predicate <= static_cast<std::uint32_t>(BUILTIN::kGreaterOrEqual);
+// A row for each builtin: all that is known of it by its kind.
+struct Builtin {
+  BUILTIN code;
+  std::string_view name;
+  std::uint32_t arity;
+  bool is_comparison;    // one that binds no variable
+  bool is_equality;      // but what stands beside a constant or an integer
+};
+inline constexpr std::array kBuiltins = {
+    Builtin{BUILTIN::kEqual, "==", 2, true, true},
+    Builtin{BUILTIN::kNotEqual, "!=", 2, true, false},
+    Builtin{BUILTIN::kLess, "<", 2, true, false},
+    Builtin{BUILTIN::kGreater, ">", 2, true, false},
+    Builtin{BUILTIN::kLessOrEqual, "<=", 2, true, false},
+    Builtin{BUILTIN::kGreaterOrEqual, ">=", 2, true, false},
+    Builtin{BUILTIN::kInt, "#int", 1, false, false},
+    Builtin{BUILTIN::kSucc, "#succ", 2, false, false},
+    Builtin{BUILTIN::kPlus, "+", 3, false, false},
+    Builtin{BUILTIN::kTimes, "*", 3, false, false},
+};
+inline constexpr std::size_t kBuiltinCount = kBuiltins.size();
+
+// Whether each row of the table stands at the number of its code.
+template <class Table>
+constexpr bool is_in_order_of_codes(const Table& table) {
+  for (std::size_t i = 0; i < table.size(); ++i) {
+    if (static_cast<std::size_t>(table[i].code) != i) return false;
+  }
+  return true;
+}
+static_assert(is_in_order_of_codes(kBuiltins));
+
+// The builtin that has this predicate; null for another predicate.
+constexpr const Builtin* builtin_of(std::uint32_t predicate) {
+  return predicate < kBuiltins.size() ? &kBuiltins[predicate] : nullptr;
 }
 
 class PredicateTable {

@@ -17,7 +17,7 @@ void append_text(Text& out, const AGGREGATEPREDT& aggregate) {
     append_guard_term(out, aggregate.lower.term);
     append_comparison(out, aggregate, aggregate.lower);
   }
-  out += kAggregateNames[static_cast<std::size_t>(aggregate.function)];
+  out += aggregate_name(aggregate.function);
   out += '{';
   append_list(out, aggregate.terms.elements(), ",");
   out += ':';

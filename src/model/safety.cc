@@ -11,14 +11,20 @@
 namespace zarel {
 namespace {
 
-bool is_equality_builtin(const ATOMT& atom) {
-  return atom.predicate() == static_cast<std::uint32_t>(BUILTIN::kEqual);
+bool is_comparison(const ATOMT& atom) {
+  const Builtin* const builtin = builtin_of(atom.predicate());
+  return builtin != nullptr && builtin->is_comparison;
+}
+
+bool is_equality(const ATOMT& atom) {
+  const Builtin* const builtin = builtin_of(atom.predicate());
+  return builtin != nullptr && builtin->is_equality;
 }
 
 bool is_binding(const Literal& literal) {
   if (literal.is_negated) return false;
   return literal.atom.is_aggregate() ? literal.atom.aggregate().is_equality
-                                     : !is_comparison(literal.atom.predicate());
+                                     : !is_comparison(literal.atom);
 }
 
 bool is_value(const TERMT& term) {
@@ -35,7 +41,7 @@ void for_each_bound_term(const Literal& literal, Use use) {
     } else {
       for (const TERMT& term : literal.atom.terms()) use(term);
     }
-  } else if (is_equality_builtin(literal.atom) && literal.atom.terms().size() == 2) {
+  } else if (is_equality(literal.atom) && literal.atom.terms().size() == 2) {
     const std::span<const TERMT> terms = literal.atom.terms();
     if (is_value(terms[1])) use(terms[0]);
     if (is_value(terms[0])) use(terms[1]);

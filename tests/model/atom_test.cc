@@ -16,6 +16,7 @@ TEST_F(AtomTest, BuiltinsHoldTheFirstTenNumbers) {
   for (std::uint32_t code = 0; code < kBuiltinCount; ++code) {
     shown.append(table.name(code)).append("/").append(std::to_string(table.arity(code))) += ' ';
     EXPECT_EQ(table.type(code), Type::kBuiltin);
+    EXPECT_TRUE(builtin_name[code] == table.name(code) && builtin_arity[code] == table.arity(code));
   }
   EXPECT_EQ(shown, "==/2 !=/2 </2 >/2 <=/2 >=/2 #int/1 #succ/2 +/3 */3 ");
   EXPECT_EQ(atom("p").predicate(), kBuiltinCount);
