@@ -61,12 +61,12 @@ FRAME FrameBuilder::molecule(const FrameTerm& object, AttributesMark attributes)
   return checked(nested(object, attributes));
 }
 
-FRAME FrameBuilder::membership(const FrameTerm& object, const FrameTerm& class_term) {
-  return frame_of(object, attribute(false, class_term, ARROW::kInstance));
+FRAME FrameBuilder::membership(const Membership& membership) {
+  return frame_of(membership.object, attribute(false, membership.class_term, ARROW::kInstance));
 }
 
-FRAME FrameBuilder::membership(const FrameTerm& object, const FrameTerm& class_term,
-                               AttributesMark class_attributes) {
+FRAME FrameBuilder::membership(const Membership& membership, AttributesMark class_attributes) {
+  const auto& [object, class_term] = membership;
   const FRAME class_frame = nested(class_term, class_attributes);
   const StoredList<FRAME> values = program_storage().store(std::span<const FRAME>(&class_frame, 1));
   return checked(frame_of(object, {false, ARROW::kInstance, class_term, values}));
@@ -74,6 +74,11 @@ FRAME FrameBuilder::membership(const FrameTerm& object, const FrameTerm& class_t
 
 FRAME FrameBuilder::subclass(const FrameTerm& object, const FrameTerm& class_term) {
   return frame_of(object, attribute(false, class_term, ARROW::kSubclass));
+}
+
+FRAME FrameBuilder::negated(FRAME frame) {
+  frame.set_negated(true);
+  return frame;
 }
 
 FRAME FrameBuilder::in_space(FRAME molecule, NameId frame_space) {
@@ -91,11 +96,6 @@ FRAME FrameBuilder::checked(const FRAME& frame) {
     report(Code::kNestedNegation, "You cannot have a nested true negation in frame definition");
   }
   return frame;
-}
-
-void FrameBuilder::clear() {
-  attributes_.clear();
-  values_.clear();
 }
 
 }    // namespace zarel

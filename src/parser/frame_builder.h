@@ -35,22 +35,27 @@ class FrameBuilder {
   ATTRIBUTE with_values(const ATTRIBUTE& label, ARROW arrow, ValuesMark values);
 
   FRAME value(const FrameTerm& term) { return {term, false, NameId{}}; }
+  FRAME value_of(const TERMT& constant) { return value(term(constant)); }
   FRAME nested(const FrameTerm& object, AttributesMark attributes);
 
   // Whole frames, still without their frame space. A "-" inside one that has a "-" itself is
   // reported and counted.
   FRAME molecule(const FrameTerm& object, AttributesMark attributes);
   Membership membership(const NamePair& pair) { return {name(pair.first), name(pair.second)}; }
-  FRAME membership(const FrameTerm& object, const FrameTerm& class_term);
-  FRAME membership(const FrameTerm& object, const FrameTerm& class_term,
-                   AttributesMark class_attributes);
+  FRAME membership(const Membership& membership);
+  FRAME membership(const Membership& membership, AttributesMark class_attributes);
   FRAME subclass(const FrameTerm& object, const FrameTerm& class_term);
+
+  FRAME negated(FRAME frame);    // under "not"
 
   // The frame in its frame space. A quoted one, which could not carry the frame marker, is reported
   // and counted.
   FRAME in_space(FRAME molecule, NameId frame_space);
 
-  void clear();    // drops what no frame has taken
+  void clear() {    // drops what no frame has taken
+    attributes_.clear();
+    values_.clear();
+  }
 
  private:
   FRAME checked(const FRAME& frame);

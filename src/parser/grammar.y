@@ -1,4 +1,5 @@
-/* The grammar of the input language. An action is one call of the builder, which owns what the values refer to. */
+/* The grammar of the input language. An action is one call of a builder; the builders own what the
+   values refer to. */
 %require "3.8"
 %define parse.error simple
 %locations
@@ -55,7 +56,7 @@ using zarel::TERMT;
   zarel::ATOMT atom;
   zarel::Literal literal;
   zarel::Body* body;
-  zarel::AGGREGATEPREDT* aggregate;
+  const zarel::AGGREGATEPREDT* aggregate;
   zarel::AggregateFunction function;
   zarel::BUILTIN builtin;
   zarel::WeakCost cost;
@@ -77,19 +78,23 @@ using zarel::TERMT;
 /* A whole fact. See Note [flat facts]. */
 %token <text> FLAT_FACT 319
 %token NEWLINE 263 STAR 264 ANONYMOUS 265 DOLLAR 266 AMPERSAND 267 AT 268
-%token SET_ARROW 269 ARROW 270 SIG_ARROW 271 SIG_SET_ARROW 272 NEG_SIG_ARROW 273 INH_ARROW 274 INH_SET_ARROW 275
-%token SUBCLASS 276 COMMA 277 DOT 278 COLON 279 SEMICOLON 280 EXCLAM 281 PLUS 282 EQUAL 283 BAR 284 OR 285
-%token IMPLIES 286 WEAK_IMPLIES 287 LPAREN 288 RPAREN 289 LBRACKET 290 RBRACKET 291 LBRACE 292 RBRACE 293
+%token SET_ARROW 269 ARROW 270 SIG_ARROW 271 SIG_SET_ARROW 272 NEG_SIG_ARROW 273
+%token INH_ARROW 274 INH_SET_ARROW 275 SUBCLASS 276
+%token COMMA 277 DOT 278 COLON 279 SEMICOLON 280 EXCLAM 281 PLUS 282 EQUAL 283 BAR 284 OR 285
+%token IMPLIES 286 WEAK_IMPLIES 287
+%token LPAREN 288 RPAREN 289 LBRACKET 290 RBRACKET 291 LBRACE 292 RBRACE 293
 %token EQ 294 NEQ 295 GT 296 LE 297 GE 298 LT 299 INT 300 SUCC 301
 %token AGG_ANY 302 AGG_AVG 303 AGG_COUNT 304 AGG_MAX 305 AGG_MIN 306 AGG_SUM 307 AGG_TIMES 308
-%token NOT 309 MINUS 310 MAXINT 311 TEMPLATE 312 INCLUDE 313 GLOBAL 314 QUERY_MARK 315 IMPORT 316 NAMESPACE 317
+%token NOT 309 MINUS 310 MAXINT 311 TEMPLATE 312 INCLUDE 313 GLOBAL 314 QUERY_MARK 315 IMPORT 316
+%token NAMESPACE 317
 
 %type <name> name called_name frame_space atom_space
 %type <term> parameter output_term
 %type <terms> parameters output_terms some_output_terms
 %type <atom> invocation actual
 %type <actuals> actuals
-%type <term> term operand value other_term function_term no_number integer_term argument weight level
+%type <term> term operand value other_term function_term no_number integer_term argument
+%type <term> weight level
 %type <terms> arguments variables
 %type <atom> atom guarded
 %type <literal> item simple_item
@@ -111,39 +116,39 @@ using zarel::TERMT;
 
 program
   : %empty
-  | program clause
-  | program statement
+  | program clause     { build.end_statement(); }
+  | program statement  { build.end_statement(); }
   | program error      { yyget_extra(scanner)->found_mistake(); build.skipped_statement(); }
   ;
 
 statement
-  : template_head LBRACE clauses RBRACE       { build.close_template(); }
-  | body QUERY_MARK                           { if (!build.query($body)) YYERROR; }
-  | MAXINT EQUAL NUMBER DOT                   { build.maxint_directive($NUMBER); }
-  | MAXINT EQUAL no_number DOT                { build.maxint_directive($no_number); }
-  | INCLUDE name                              { build.include_line($name); }
-  | INCLUDE LT name GT                        { build.include_library_line($name); }
+  : template_head LBRACE clauses RBRACE { build.templates().close(); }
+  | body QUERY_MARK                     { if (!build.statements().query($body)) YYERROR; }
+  | MAXINT EQUAL NUMBER DOT             { build.statements().maxint($NUMBER); }
+  | MAXINT EQUAL no_number DOT          { build.statements().maxint($no_number); }
+  | INCLUDE name                        { build.statements().include_line($name); }
+  | INCLUDE LT name GT                  { build.statements().include_library_line($name); }
   | NAMESPACE LPAREN name[prefix] COMMA name[uri] RPAREN
-                                              { build.declare_namespace($prefix, $uri); }
-  | AT name DOT                               { build.default_frame_space($name); }
-  | AT DOT                                    { build.default_frame_space(); }
+                                        { build.statements().declare_namespace($prefix, $uri); }
+  | AT name DOT                         { build.frame_spaces().set_default($name); }
+  | AT DOT                              { build.frame_spaces().reset_default(); }
   ;
 
 clause
-  : FLAT_FACT                                 { build.flat_fact($FLAT_FACT); }
-  | head DOT                                  { build.fact(); }
-  | closed_head body DOT                      { build.rule($body); }
+  : FLAT_FACT                           { build.clauses().flat_fact($FLAT_FACT); }
+  | head DOT                            { build.clauses().fact(); }
+  | closed_head body DOT                { build.clauses().rule($body); }
   | called_name LPAREN integer_term[first] DOT DOT integer_term[last] RPAREN DOT
-                                              { build.range_fact($called_name, $first, $last); }
-  | IMPLIES body DOT                          { build.constraint($body); }
-  | WEAK_IMPLIES body DOT cost                { build.weak_constraint($body, $cost); }
+                                        { build.clauses().range_fact($called_name, $first, $last); }
+  | IMPLIES body DOT                    { build.clauses().constraint($body); }
+  | WEAK_IMPLIES body DOT cost          { build.clauses().weak_constraint($body, $cost); }
   ;
 
 /* Template definitions */
 
 template_head
   : TEMPLATE name LBRACE formals RBRACE LPAREN NUMBER[arity] RPAREN globals
-                       { build.open_template($name, $arity); }
+                       { build.templates().open($name, $arity); }
   ;
 
 formals
@@ -153,7 +158,7 @@ formals
 
 formal
   : called_name LPAREN NUMBER[arity] RPAREN
-                       { build.formal_predicate($called_name, $arity); }
+                       { build.templates().formal_predicate($called_name, $arity); }
   ;
 
 globals
@@ -162,83 +167,84 @@ globals
   ;
 
 global_names
-  : name                       { build.global_predicate($name); }
-  | global_names COMMA name    { build.global_predicate($name); }
+  : name                       { build.templates().global_predicate($name); }
+  | global_names COMMA name    { build.templates().global_predicate($name); }
   ;
 
 clauses
   : %empty
-  | clauses clause
+  | clauses clause     { build.end_statement(); }
   ;
 
 /* Template invocations */
 
 invocation
   : name LBRACE actuals RBRACE LPAREN output_terms RPAREN
-                       { $$ = build.invocation($name, $actuals, $output_terms); }
+                       { $$ = build.invocations().marker($name, $actuals, $output_terms); }
   ;
 
 actuals
-  : actual                         { $$ = build.actual_lists().first($actual); }
-  | actuals[list] COMMA actual     { $$ = build.actual_lists().next($list, $actual); }
+  : actual                         { $$ = build.invocations().actuals().first($actual); }
+  | actuals[list] COMMA actual     { $$ = build.invocations().actuals().next($list, $actual); }
   ;
 
 actual
-  : name               { $$ = build.actual($name); }
-  | MINUS name         { $$ = build.actual($name, zarel::Negation::kStrong); }
-  | called_name LPAREN parameters RPAREN
-                       { $$ = build.actual($called_name, $parameters); }
-  | MINUS called_name LPAREN parameters RPAREN
-                       { $$ = build.actual($called_name, $parameters, zarel::Negation::kStrong); }
+  : name               { $$ = build.invocations().actual($name); }
+  | MINUS name         { $$ = build.invocations().actual($name, Negation::kStrong); }
+  | called_name[name] LPAREN parameters[list] RPAREN
+                       { $$ = build.invocations().actual($name, $list); }
+  | MINUS called_name[name] LPAREN parameters[list] RPAREN
+                       { $$ = build.invocations().actual($name, $list, Negation::kStrong); }
   ;
 
 parameters
-  : parameter                          { $$ = build.term_lists().first($parameter); }
-  | parameters[list] COMMA parameter   { $$ = build.term_lists().next($list, $parameter); }
+  : parameter                          { $$ = build.terms().first($parameter); }
+  | parameters[list] COMMA parameter   { $$ = build.terms().next($list, $parameter); }
   ;
 
 parameter
   : operand
-  | ID                 { $$ = build.constant_term($ID); }
-  | name_pair          { $$ = build.qualified_term($name_pair); }
-  | OR                 { $$ = build.constant_term(build.disjunction_name()); }
-  | STAR               { $$ = build.asterisk_term(); }
-  | DOLLAR             { $$ = build.dollar_term(); }
+  | ID                 { $$ = build.terms().constant($ID); }
+  | name_pair          { $$ = build.terms().qualified($name_pair); }
+  | OR                 { $$ = build.terms().constant(build.terms().disjunction_name()); }
+  | STAR               { $$ = build.terms().asterisk(); }
+  | DOLLAR             { $$ = build.terms().dollar(); }
   ;
 
 output_terms
-  : %empty             { $$ = build.term_lists().empty_list(); }
+  : %empty             { $$ = build.terms().empty_list(); }
   | some_output_terms
   ;
 
 some_output_terms
-  : output_term                              { $$ = build.term_lists().first($output_term); }
-  | some_output_terms[list] COMMA output_term { $$ = build.term_lists().next($list, $output_term); }
+  : output_term                        { $$ = build.terms().first($output_term); }
+  | some_output_terms[list] COMMA output_term
+                                       { $$ = build.terms().next($list, $output_term); }
   ;
 
 output_term
   : operand
-  | ID                 { $$ = build.constant_term($ID); }
-  | name_pair          { $$ = build.qualified_term($name_pair); }
-  | OR                 { $$ = build.constant_term(build.disjunction_name()); }
-  | ANONYMOUS          { $$ = build.anonymous_term(); }
+  | ID                 { $$ = build.terms().constant($ID); }
+  | name_pair          { $$ = build.terms().qualified($name_pair); }
+  | OR                 { $$ = build.terms().constant(build.terms().disjunction_name()); }
+  | ANONYMOUS          { $$ = build.terms().anonymous(); }
   ;
 
 /* Heads and bodies */
 
 closed_head
-  : head IMPLIES       { build.close_head(); }
+  : head IMPLIES       { build.clauses().close_head(); }
   ;
 
 head
-  : atom               { build.head_atom($atom); }
-  | frame              { build.head_frame($frame); }
-  | open_head atom     { build.head_atom($atom); }
-  | open_head frame    { build.head_frame($frame); }
+  : atom               { build.clauses().head_atom($atom); }
+  | frame              { build.clauses().head_frame($frame); }
+  | open_head atom     { build.clauses().head_atom($atom); }
+  | open_head frame    { build.clauses().head_frame($frame); }
   ;
 
 open_head
-  : head or            { build.next_disjunct(); }
+  : head or            { build.clauses().next_disjunct(); }
   ;
 
 or
@@ -248,48 +254,50 @@ or
   ;
 
 body
-  : item                       { $$ = build.first_literal($item); }
-  | frame_literal              { $$ = build.first_frame($frame_literal); }
-  | body[list] COMMA item      { $$ = build.next_literal($list, $item); }
-  | body[list] COMMA frame_literal
-                               { $$ = build.at(@frame_literal)->next_frame($list, $frame_literal); }
+  : item                       { $$ = build.bodies().first_literal($item); }
+  | frame_literal              { $$ = build.bodies().first_frame($frame_literal); }
+  | body[list] COMMA item      { $$ = build.bodies().next_literal($list, $item); }
+  | body[list] COMMA frame_literal[frame]
+                               { $$ = build.at(@frame)->bodies().next_frame($list, $frame); }
   ;
 
 item
   : simple_item
-  | guarded            { $$ = build.literal($guarded); }
-  | NOT guarded        { $$ = build.negated($guarded); }
+  | guarded            { $$ = build.atoms().literal($guarded); }
+  | NOT guarded        { $$ = build.atoms().negated($guarded); }
   ;
 
 conjunction
-  : simple_item                          { $$ = build.first_literal($simple_item); }
-  | frame_literal                        { $$ = build.first_frame($frame_literal); }
-  | conjunction[list] COMMA simple_item  { $$ = build.next_literal($list, $simple_item); }
-  | conjunction[list] COMMA frame_literal
-                                         { $$ = build.at(@frame_literal)->next_frame($list, $frame_literal); }
+  : simple_item                { $$ = build.bodies().first_literal($simple_item); }
+  | frame_literal              { $$ = build.bodies().first_frame($frame_literal); }
+  | conjunction[list] COMMA simple_item
+                               { $$ = build.bodies().next_literal($list, $simple_item); }
+  | conjunction[list] COMMA frame_literal[frame]
+                               { $$ = build.at(@frame)->bodies().next_frame($list, $frame); }
   ;
 
 simple_item
-  : atom                       { $$ = build.literal($atom); }
-  | NOT atom                   { $$ = build.negated($atom); }
-  | invocation                 { $$ = build.literal($invocation); }
-  | NOT invocation             { $$ = build.negated($invocation); }
-  | term[a] equality term[b]   { $$ = build.builtin($equality, build.terms($a, $b)); }
-  | term[a] less term[b]       { $$ = build.builtin($less, build.terms($a, $b)); }
-  | term[a] greater term[b]    { $$ = build.builtin($greater, build.terms($a, $b)); }
+  : atom                       { $$ = build.atoms().literal($atom); }
+  | NOT atom                   { $$ = build.atoms().negated($atom); }
+  | invocation                 { $$ = build.atoms().literal($invocation); }
+  | NOT invocation             { $$ = build.atoms().negated($invocation); }
+  | term[a] equality term[b]   { $$ = build.atoms().builtin($equality, {$a, $b}); }
+  | term[a] less term[b]       { $$ = build.atoms().builtin($less, {$a, $b}); }
+  | term[a] greater term[b]    { $$ = build.atoms().builtin($greater, {$a, $b}); }
   | AMPERSAND name LBRACKET arguments RBRACKET
-                               { $$ = build.external_atom($name, $arguments); }
-  | INT LPAREN term RPAREN     { $$ = build.builtin(BUILTIN::kInt, build.terms($term)); }
+                               { $$ = build.atoms().external($name, $arguments); }
+  | INT LPAREN term RPAREN     { $$ = build.atoms().builtin(BUILTIN::kInt, {$term}); }
   | SUCC LPAREN term[a] COMMA term[b] RPAREN
-                               { $$ = build.builtin(BUILTIN::kSucc, build.terms($a, $b)); }
+                               { $$ = build.atoms().builtin(BUILTIN::kSucc, {$a, $b}); }
   | PLUS LPAREN term[a] COMMA term[b] COMMA term[c] RPAREN
-                               { $$ = build.builtin(BUILTIN::kPlus, build.terms($a, $b, $c)); }
+                               { $$ = build.atoms().builtin(BUILTIN::kPlus, {$a, $b, $c}); }
   | STAR LPAREN term[a] COMMA term[b] COMMA term[c] RPAREN
-                               { $$ = build.builtin(BUILTIN::kTimes, build.terms($a, $b, $c)); }
+                               { $$ = build.atoms().builtin(BUILTIN::kTimes, {$a, $b, $c}); }
   | value EQUAL operand[a] arithmetic operand[b]
-                               { $$ = build.builtin($arithmetic, build.terms($a, $b, $value)); }
+                               { $$ = build.atoms().builtin($arithmetic, {$a, $b, $value}); }
   | MAXINT EQUAL operand[a] arithmetic operand[b]
-                               { $$ = build.builtin($arithmetic, build.terms($a, $b, build.at(@MAXINT)->maxint_term())); }
+                               { $$ = build.atoms().builtin(
+                                   $arithmetic, {$a, $b, build.at(@MAXINT)->terms().maxint()}); }
   ;
 
 equality
@@ -315,19 +323,20 @@ arithmetic
 /* Atoms */
 
 atom
-  : called_name LPAREN arguments RPAREN atom_space
-                       { $$ = build.atom($called_name, $arguments, $atom_space); }
-  | MINUS called_name LPAREN arguments RPAREN atom_space
-                       { $$ = build.atom($called_name, $arguments, $atom_space, Negation::kStrong); }
-  | name atom_space   { $$ = build.atom($name, $atom_space); }
-  | MINUS name atom_space
-                       { $$ = build.atom($name, $atom_space, Negation::kStrong); }
+  : called_name[name] LPAREN arguments[list] RPAREN atom_space[space]
+                       { $$ = build.atoms().atom($name, $list, $space); }
+  | MINUS called_name[name] LPAREN arguments[list] RPAREN atom_space[space]
+                       { $$ = build.atoms().atom($name, $list, $space, Negation::kStrong); }
+  | name atom_space[space]
+                       { $$ = build.atoms().atom($name, $space); }
+  | MINUS name atom_space[space]
+                       { $$ = build.atoms().atom($name, $space, Negation::kStrong); }
   ;
 
 called_name
   : ID
   | VARIABLE
-  | OR                 { $$ = build.disjunction_name(); }
+  | OR                 { $$ = build.terms().disjunction_name(); }
   ;
 
 name
@@ -336,20 +345,23 @@ name
   ;
 
 atom_space
-  : %empty             { $$ = build.frame_space(); }
-  | AT name            { if (!build.allows_frame_space()) YYERROR; $$ = build.frame_space($name); }
+  : %empty             { $$ = build.frame_spaces().current(); }
+  | AT name            {
+                         if (!build.atoms().allows_frame_space()) YYERROR;
+                         $$ = build.frame_spaces().named($name);
+                       }
   ;
 
 frame_space
-  : %empty             { $$ = build.frame_space(); }
-  | AT name            { $$ = build.frame_space($name); }
+  : %empty             { $$ = build.frame_spaces().current(); }
+  | AT name            { $$ = build.frame_spaces().named($name); }
   ;
 
 /* Frames */
 
 frame_literal
   : frame
-  | NOT frame          { $$ = build.negated($frame); }
+  | NOT frame          { $$ = build.frames().negated($frame); }
   ;
 
 frame
@@ -360,9 +372,9 @@ frame
 molecule
   : subject LBRACKET attributes RBRACKET
                        { $$ = build.frames().molecule($subject, $attributes); }
-  | membership         { $$ = build.frames().membership($membership.object, $membership.class_term); }
+  | membership         { $$ = build.frames().membership($membership); }
   | membership LBRACKET attributes RBRACKET
-                       { $$ = build.frames().membership($membership.object, $membership.class_term, $attributes); }
+                       { $$ = build.frames().membership($membership, $attributes); }
   | subject SUBCLASS class
                        { $$ = build.frames().subclass($subject, $class); }
   ;
@@ -373,7 +385,8 @@ membership
   | compound_subject COLON class { $$ = {$compound_subject, $class}; }
   ;
 
-/* What a name and ":" begin is settled only behind the second name: a membership, or a qualified constant. */
+/* What a name and ":" begin is settled only behind the second name: a membership, or a qualified
+   constant. */
 name_pair
   : name[first] COLON name[second]
                        { $$ = {$first, $second}; }
@@ -385,14 +398,14 @@ subject
   ;
 
 compound_subject
-  : NUMBER             { $$ = build.frames().term(build.integer_term($NUMBER)); }
+  : NUMBER             { $$ = build.frames().term(build.terms().integer($NUMBER)); }
   | function_class
   | MINUS object       { $$ = build.frames().negated($object); }
   ;
 
 object
   : class
-  | NUMBER             { $$ = build.frames().term(build.integer_term($NUMBER)); }
+  | NUMBER             { $$ = build.frames().term(build.terms().integer($NUMBER)); }
   ;
 
 class
@@ -402,18 +415,21 @@ class
 
 function_class
   : called_name LPAREN arguments RPAREN
-                       { $$ = build.frames().function(build.function_term($called_name, $arguments)); }
+               { $$ = build.frames().function(build.terms().function($called_name, $arguments)); }
   ;
 
 attributes
-  : attribute                            { $$ = build.frames().attributes().first($attribute); }
-  | attributes[list] COMMA attribute     { $$ = build.frames().attributes().next($list, $attribute); }
+  : attribute              { $$ = build.frames().attributes().first($attribute); }
+  | attributes[list] COMMA attribute
+                           { $$ = build.frames().attributes().next($list, $attribute); }
   ;
 
 attribute
   : label
-  | label arrow frame_value                  { $$ = build.frames().with_value($label, $arrow, $frame_value); }
-  | label arrow LBRACE values RBRACE     { $$ = build.frames().with_values($label, $arrow, $values); }
+  | label arrow frame_value
+                           { $$ = build.frames().with_value($label, $arrow, $frame_value); }
+  | label arrow LBRACE values RBRACE
+                           { $$ = build.frames().with_values($label, $arrow, $values); }
   ;
 
 label
@@ -437,37 +453,38 @@ arrow
   ;
 
 values
-  : frame_value                        { $$ = build.frames().values().first($frame_value); }
-  | values[list] COMMA frame_value     { $$ = build.frames().values().next($list, $frame_value); }
+  : frame_value            { $$ = build.frames().values().first($frame_value); }
+  | values[list] COMMA frame_value
+                           { $$ = build.frames().values().next($list, $frame_value); }
   ;
 
 frame_value
-  : object                       { $$ = build.frames().value($object); }
-  | ANONYMOUS                    { $$ = build.frames().value(build.frames().term(build.anonymous_term())); }
-  | MAXINT                       { $$ = build.frames().value(build.frames().term(build.maxint_term())); }
-  | name_pair                    { $$ = build.frames().value(build.frames().term(build.qualified_term($name_pair))); }
+  : object                 { $$ = build.frames().value($object); }
+  | ANONYMOUS              { $$ = build.frames().value_of(build.terms().anonymous()); }
+  | MAXINT                 { $$ = build.frames().value_of(build.terms().maxint()); }
+  | name_pair              { $$ = build.frames().value_of(build.terms().qualified($name_pair)); }
   | subject LBRACKET attributes RBRACKET
-                                 { $$ = build.frames().nested($subject, $attributes); }
+                           { $$ = build.frames().nested($subject, $attributes); }
   ;
 
 /* Terms */
 
 arguments
-  : argument                         { $$ = build.term_lists().first($argument); }
-  | arguments[list] COMMA argument   { $$ = build.term_lists().next($list, $argument); }
+  : argument                           { $$ = build.terms().first($argument); }
+  | arguments[list] COMMA argument     { $$ = build.terms().next($list, $argument); }
   ;
 
-/* The kinds of terms once more: reading them one by one takes half the steps that a chain down to them does, and there are
-   many arguments in a program. */
+/* The kinds of terms once more: reading them one by one takes half the steps that a chain down to
+   them does, and there are many arguments in a program. */
 argument
-  : VARIABLE           { $$ = build.variable_term($VARIABLE); }
-  | ID                 { $$ = build.constant_term($ID); }
-  | NUMBER             { $$ = build.integer_term($NUMBER); }
-  | MAXINT             { $$ = build.maxint_term(); }
-  | ANONYMOUS          { $$ = build.anonymous_term(); }
-  | name_pair          { $$ = build.qualified_term($name_pair); }
+  : VARIABLE           { $$ = build.terms().variable($VARIABLE); }
+  | ID                 { $$ = build.terms().constant($ID); }
+  | NUMBER             { $$ = build.terms().integer($NUMBER); }
+  | MAXINT             { $$ = build.terms().maxint(); }
+  | ANONYMOUS          { $$ = build.terms().anonymous(); }
+  | name_pair          { $$ = build.terms().qualified($name_pair); }
   | function_term
-  | OR                 { $$ = build.constant_term(build.disjunction_name()); }
+  | OR                 { $$ = build.terms().constant(build.terms().disjunction_name()); }
   ;
 
 term
@@ -478,60 +495,64 @@ term
 /* "#maxint" before "=" is no operand yet: it may begin the directive. */
 operand
   : value
-  | MAXINT             { $$ = build.maxint_term(); }
+  | MAXINT             { $$ = build.terms().maxint(); }
   ;
 
 value
-  : VARIABLE           { $$ = build.variable_term($VARIABLE); }
-  | NUMBER             { $$ = build.integer_term($NUMBER); }
+  : VARIABLE           { $$ = build.terms().variable($VARIABLE); }
+  | NUMBER             { $$ = build.terms().integer($NUMBER); }
   ;
 
 other_term
-  : ID                 { $$ = build.constant_term($ID); }
-  | ANONYMOUS          { $$ = build.anonymous_term(); }
-  | name_pair          { $$ = build.qualified_term($name_pair); }
+  : ID                 { $$ = build.terms().constant($ID); }
+  | ANONYMOUS          { $$ = build.terms().anonymous(); }
+  | name_pair          { $$ = build.terms().qualified($name_pair); }
   | function_term
   ;
 
 function_term
   : called_name LPAREN arguments RPAREN
-                       { $$ = build.function_term($called_name, $arguments); }
+                       { $$ = build.terms().function($called_name, $arguments); }
   ;
 
 no_number
-  : VARIABLE           { $$ = build.variable_term($VARIABLE); }
-  | MAXINT             { $$ = build.maxint_term(); }
+  : VARIABLE           { $$ = build.terms().variable($VARIABLE); }
+  | MAXINT             { $$ = build.terms().maxint(); }
   | other_term
   ;
 
 integer_term
-  : NUMBER             { $$ = build.integer_term($NUMBER); }
-  | MAXINT             { $$ = build.maxint_term(); }
+  : NUMBER             { $$ = build.terms().integer($NUMBER); }
+  | MAXINT             { $$ = build.terms().maxint(); }
   ;
 
 /* Aggregates */
 
 guarded
-  : value EQUAL aggregate              { $$ = build.left_equal($value, $aggregate); }
-  | MAXINT EQUAL aggregate             { $$ = build.left_equal(build.at(@MAXINT)->maxint_term(), $aggregate); }
-  | other_term EQUAL aggregate         { $$ = build.left_equal($other_term, $aggregate); }
-  | aggregate EQUAL term               { $$ = build.right_equal($aggregate, $term); }
-  | term less aggregate                { $$ = build.left_guarded($term, $less, $aggregate); }
-  | term greater aggregate             { $$ = build.left_guarded($term, $greater, $aggregate); }
-  | aggregate less term                { $$ = build.right_guarded($aggregate, $less, $term); }
-  | aggregate greater term             { $$ = build.right_guarded($aggregate, $greater, $term); }
+  : value EQUAL aggregate  { $$ = build.aggregates().left_equal($value, $aggregate); }
+  | MAXINT EQUAL aggregate
+                           { $$ = build.aggregates().left_equal(
+                               build.at(@MAXINT)->terms().maxint(), $aggregate); }
+  | other_term EQUAL aggregate
+                           { $$ = build.aggregates().left_equal($other_term, $aggregate); }
+  | aggregate EQUAL term   { $$ = build.aggregates().right_equal($aggregate, $term); }
+  | term less aggregate    { $$ = build.aggregates().left_guarded($term, $less, $aggregate); }
+  | term greater aggregate { $$ = build.aggregates().left_guarded($term, $greater, $aggregate); }
+  | aggregate less term    { $$ = build.aggregates().right_guarded($aggregate, $less, $term); }
+  | aggregate greater term { $$ = build.aggregates().right_guarded($aggregate, $greater, $term); }
   | term[lower] less[l] aggregate less[u] term[upper]
-                                       { $$ = build.between($lower, $l, $aggregate, $u, $upper); }
+                           { $$ = build.aggregates().between($lower, $l, $aggregate, $u, $upper); }
   ;
 
 aggregate
-  : aggregate_function LBRACE variables COLON conjunction RBRACE
-                       { $$ = build.aggregate($aggregate_function, $variables, $conjunction); }
+  : aggregate_function[function] LBRACE variables[list] COLON conjunction[body] RBRACE
+                       { $$ = build.aggregates().bare($function, $list, $body); }
   ;
 
 variables
-  : VARIABLE                         { $$ = build.term_lists().first(build.variable_term($VARIABLE)); }
-  | variables[list] COMMA VARIABLE   { $$ = build.term_lists().next($list, build.variable_term($VARIABLE)); }
+  : VARIABLE[name]     { $$ = build.terms().first(build.terms().variable($name)); }
+  | variables[list] COMMA VARIABLE[name]
+                       { $$ = build.terms().next($list, build.terms().variable($name)); }
   ;
 
 aggregate_function
@@ -554,14 +575,14 @@ cost
   ;
 
 weight
-  : VARIABLE                           { $$ = build.variable_term($VARIABLE); }
-  | NUMBER                             { $$ = build.weight($NUMBER); }
-  | NUMBER[whole] DOT NUMBER[fraction] { $$ = build.weight($whole, $fraction); }
+  : VARIABLE                           { $$ = build.terms().variable($VARIABLE); }
+  | NUMBER                             { $$ = build.terms().weight($NUMBER); }
+  | NUMBER[whole] DOT NUMBER[fraction] { $$ = build.terms().weight($whole, $fraction); }
   ;
 
 level
-  : VARIABLE           { $$ = build.variable_term($VARIABLE); }
-  | NUMBER             { $$ = build.level($NUMBER); }
+  : VARIABLE           { $$ = build.terms().variable($VARIABLE); }
+  | NUMBER             { $$ = build.terms().level($NUMBER); }
   ;
 
 %%

@@ -11,8 +11,8 @@
 #include "base/line_map.h"
 #include "base/place.h"
 #include "model/name_table.h"
-#include "parser/program_builder.h"
 #include "parser/scanner_input.h"
+#include "parser/token_values.h"
 
 namespace zarel {
 

@@ -1,0 +1,70 @@
+#include "parser/aggregate_builder.h"
+
+#include "functions/function_terms.h"
+
+namespace zarel {
+namespace {
+
+bool is_inclusive(BUILTIN comparison) {
+  return comparison == BUILTIN::kLessOrEqual || comparison == BUILTIN::kGreaterOrEqual;
+}
+
+bool is_less(BUILTIN comparison) {
+  return comparison == BUILTIN::kLess || comparison == BUILTIN::kLessOrEqual;
+}
+
+}    // namespace
+
+const AGGREGATEPREDT* AggregateBuilder::bare(AggregateFunction function, TermsMark variables,
+                                             Body* body) {
+  AGGREGATEPREDT bare{};
+  bare.function = function;
+  bare.terms = program_storage().store(terms_.take(variables));
+  rewriteFunctionsInBody(*body);
+  bare.body = store(*body);
+  return &made_.emplace_back(bare);
+}
+
+// A guard to the left with ">" or ">=" also gets the lower bound 0; its mirror image to the right
+// does not.
+ATOMT AggregateBuilder::left_guarded(const TERMT& guard, BUILTIN comparison,
+                                     const AGGREGATEPREDT* aggregate) {
+  const auto written = standardizeGuard(guard, is_inclusive(comparison));
+  if (is_less(comparison)) {
+    return newAggregate(written, standardizeGuard(TERMT::integer(2147483647), false), *aggregate,
+                        true, false, false);
+  }
+  return newAggregate(standardizeGuard(TERMT::integer(0), true), written, *aggregate, true, true,
+                      false);
+}
+
+ATOMT AggregateBuilder::right_guarded(const AGGREGATEPREDT* aggregate, BUILTIN comparison,
+                                      const TERMT& guard) {
+  const auto written = standardizeGuard(guard, is_inclusive(comparison));
+  if (is_less(comparison)) {
+    return newAggregate(standardizeGuard(TERMT::integer(0), false), written, *aggregate, false,
+                        true, false);
+  }
+  return newAggregate(written, standardizeGuard(TERMT::integer(0), true), *aggregate, true, false,
+                      false);
+}
+
+ATOMT AggregateBuilder::left_equal(const TERMT& guard, const AGGREGATEPREDT* aggregate) {
+  return newAggregate(standardizeGuard(guard, true), standardizeGuard(guard, false), *aggregate,
+                      true, false, true);
+}
+
+ATOMT AggregateBuilder::right_equal(const AGGREGATEPREDT* aggregate, const TERMT& guard) {
+  return newAggregate(standardizeGuard(guard, false), standardizeGuard(guard, true), *aggregate,
+                      false, true, true);
+}
+
+ATOMT AggregateBuilder::between(const TERMT& lower, BUILTIN lower_comparison,
+                                const AGGREGATEPREDT* aggregate, BUILTIN upper_comparison,
+                                const TERMT& upper) {
+  return newAggregate(standardizeGuard(lower, is_inclusive(lower_comparison)),
+                      standardizeGuard(upper, is_inclusive(upper_comparison)), *aggregate, true,
+                      true, false);
+}
+
+}    // namespace zarel

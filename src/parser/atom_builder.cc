@@ -1,0 +1,42 @@
+#include "parser/atom_builder.h"
+
+#include <string>
+
+#include "model/names.h"
+#include "parser/syntax_error.h"
+
+namespace zarel {
+
+ATOMT AtomBuilder::atom(NameId name, TermsMark list, NameId frame_space, Negation negation) {
+  if (definition_.is_open()) return plain_atom(name, terms_.take(list), negation);
+  return encoded_atom(name, frame_space, terms_.take(list), negation);
+}
+
+ATOMT AtomBuilder::atom(NameId name, NameId frame_space, Negation negation) {
+  if (definition_.is_open()) return plain_atom(name, {}, negation);
+  return addDefaultToAtomt(encoded_bare_atom(name, negation), frame_space);
+}
+
+ATOMT AtomBuilder::plain_atom(NameId name, std::span<const TERMT> terms, Negation negation) const {
+  const bool is_labelled = definition_.is_open();
+  const std::string_view written = names().spelling(name);
+  if (is_labelled) check_template_name(written);
+  const std::string text = is_labelled ? getNameAtomLabeled(written) : std::string(written);
+  if (negation == Negation::kStrong) return newNegativeATOMT(text, terms);
+  return {text, terms, PREDICATE_NAMETS::TYPE::kUnknown};
+}
+
+bool AtomBuilder::allows_frame_space() const {
+  if (definition_.is_open()) report_syntax_error();
+  return !definition_.is_open();
+}
+
+Literal AtomBuilder::builtin(BUILTIN code, std::initializer_list<TERMT> terms) {
+  return literal(newBuiltin(code, {terms.begin(), terms.size()}));
+}
+
+Literal AtomBuilder::external(NameId name, TermsMark list) {
+  return literal(ATOMT::external(names().spelling(name), terms_.take(list), {}));
+}
+
+}    // namespace zarel

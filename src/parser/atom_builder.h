@@ -1,0 +1,40 @@
+#pragma once
+// atom_builder.h - what the grammar's actions on atoms and literals call.
+
+#include <initializer_list>
+#include <span>
+
+#include "model/generic_atoms.h"
+#include "model/literal.h"
+#include "parser/template_builder.h"
+#include "parser/term_builder.h"
+
+namespace zarel {
+
+class AtomBuilder {
+ public:
+  // Atoms in an open template are of another kind than those of the program.
+  AtomBuilder(TermBuilder& terms, const TemplateBuilder& definition)
+      : terms_(terms), definition_(definition) {}
+
+  // Of the program: in the generic encoding, which names the frame space. In a template body:
+  // plain.
+  ATOMT atom(NameId name, TermsMark list, NameId frame_space, Negation negation = Negation::kNone);
+  ATOMT atom(NameId name, NameId frame_space, Negation negation = Negation::kNone);
+  // Under the name as written; in a template body under the labelled name.
+  ATOMT plain_atom(NameId name, std::span<const TERMT> terms, Negation negation) const;
+  // Whether a frame space may be named behind an atom here: not in a template body, where it is
+  // reported as a syntax error.
+  bool allows_frame_space() const;
+
+  Literal builtin(BUILTIN code, std::initializer_list<TERMT> terms);
+  Literal external(NameId name, TermsMark list);
+  Literal literal(const ATOMT& atom) { return {atom, false}; }
+  Literal negated(const ATOMT& atom) { return {atom, true}; }
+
+ private:
+  TermBuilder& terms_;
+  const TemplateBuilder& definition_;
+};
+
+}    // namespace zarel

@@ -1,0 +1,106 @@
+#include "parser/clause_builder.h"
+
+#include <charconv>
+
+#include "base/characters.h"
+#include "frames/frame_rule.h"
+#include "functions/function_terms.h"
+#include "model/names.h"
+#include "parser/flat_fact.h"
+#include "parser/reading_scope.h"
+
+namespace zarel {
+
+void ClauseBuilder::head_frame(const FRAME& frame) {
+  if (frame.has_nested_negation())
+    report(Code::kNegationInHead, "You cannot have negation in head");
+  head_frame_ = frame;
+}
+
+// Before what follows is read: its predicates are recorded behind those of the frame.
+void ClauseBuilder::next_disjunct() {
+  if (!head_frame_) return;
+  const auto literals =
+      standardize(*head_frame_, FramePosition::kHead, definition_.frame_context());
+  for (const Literal& literal : literals) head_.add(literal.atom);
+  head_frame_.reset();
+}
+
+// A frame alone stays one until the body is known: each of its statements then heads a clause of
+// its own.
+void ClauseBuilder::close_head() {
+  if (head_.size() != 0) next_disjunct();
+}
+
+// An integer may be reported: it stands where it is in the fact, not where that is.
+TERMT ClauseBuilder::flat_integer(std::string_view digits, const TokenText& fact) {
+  std::uint32_t value = 0;
+  std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  const SourceRange whole = work_.where().range;
+  const auto begin = static_cast<std::uint32_t>(digits.data() - fact.begin) + whole.first_column;
+  const auto length = static_cast<std::uint32_t>(digits.size());
+  const SourceRange own{whole.first_line, begin, whole.first_line, begin + length - 1};
+  const ReadingScope at_own(work_, own);
+  return terms_.bounds().integer(value);
+}
+
+TERMT ClauseBuilder::flat_term(std::string_view text, const TokenText& fact) {
+  if (is_digit(text[0])) return flat_integer(text, fact);
+  const NameId name = names().intern(text);
+  return is_upper_case(text[0]) ? terms_.variable(name) : terms_.constant(name);
+}
+
+void ClauseBuilder::flat_fact(const TokenText& text) {
+  FlatFact parts({text.begin, text.length});
+  const NameId name = names().intern(parts.next());
+  TermsMark list = terms_.empty_list();
+  for (std::string_view term = parts.next(); !term.empty(); term = parts.next()) {
+    list = terms_.next(list, flat_term(term, text));
+  }
+  head_.add(atoms_.atom(name, list, spaces_.current()));
+  rule(nullptr);
+}
+
+void ClauseBuilder::fact() {
+  close_head();
+  rule(nullptr);
+}
+
+void ClauseBuilder::rule(Body* body) {
+  if (hasFunctionTerm()) {
+    if (body == nullptr) body = bodies_.empty();
+    rewriteFunctions(&head_, *body);
+  }
+  if (head_frame_) return frame_rule(body);
+  Rule rule;
+  rule.init(&head_, body);
+  definition_.clauses().emplace_back(std::move(rule), work_.source());
+}
+
+void ClauseBuilder::frame_rule(const Body* body) {
+  const FRAME_HEAD head({*head_frame_});
+  for (CLAUSET& clause : frame_rule_clauses(head, body, definition_.frame_context()))
+    definition_.clauses().push_back(std::move(clause));
+}
+
+void ClauseBuilder::range_fact(NameId name, const TERMT& first, const TERMT& last) {
+  const WorkScope made_of_range(OriginId::kRange);
+  const TERMT variable = newTERMT(getNameTerm({}, 0));
+  head_.add(atoms_.atom(name, terms_.first(variable), spaces_.current()));
+  Body* const body = bodies_.first_literal(atoms_.builtin(BUILTIN::kInt, {variable}));
+  bodies_.next_literal(body, atoms_.builtin(BUILTIN::kGreaterOrEqual, {variable, first}));
+  bodies_.next_literal(body, atoms_.builtin(BUILTIN::kLessOrEqual, {variable, last}));
+  rule(body);
+}
+
+void ClauseBuilder::constraint(Body* body) {
+  rewriteFunctions(nullptr, *body);
+  definition_.clauses().emplace_back(Constraint(*body), work_.source());
+}
+
+void ClauseBuilder::weak_constraint(Body* body, const WeakCost& cost) {
+  rewriteFunctions(nullptr, *body);
+  definition_.clauses().emplace_back(WeakConstraint(*body, cost), work_.source());
+}
+
+}    // namespace zarel

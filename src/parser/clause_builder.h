@@ -1,0 +1,62 @@
+#pragma once
+// clause_builder.h - what the grammar's actions on heads and clauses call.
+
+#include <optional>
+
+#include "model/clause.h"
+#include "model/report.h"
+#include "parser/atom_builder.h"
+#include "parser/body_builder.h"
+#include "parser/frame_spaces.h"
+#include "parser/template_builder.h"
+#include "parser/term_builder.h"
+
+namespace zarel {
+
+// Clauses that are whole go where `definition` says.
+class ClauseBuilder {
+ public:
+  ClauseBuilder(TermBuilder& terms, AtomBuilder& atoms, BodyBuilder& bodies, FrameSpaces& spaces,
+                TemplateBuilder& definition)
+      : terms_(terms),
+        atoms_(atoms),
+        bodies_(bodies),
+        spaces_(spaces),
+        definition_(definition),
+        work_(work()) {}
+
+  // The disjuncts of a head, what stands between two of them, and its end. "not" inside a frame
+  // there is reported and counted.
+  void head_atom(const ATOMT& atom) { head_.add(atom); }
+  void head_frame(const FRAME& frame);
+  void next_disjunct();
+  void close_head();
+
+  void flat_fact(const TokenText& text);
+  void fact();              // of the disjuncts read; closes the head
+  void rule(Body* body);    // the closed head; null: no body
+  void range_fact(NameId name, const TERMT& first, const TERMT& last);
+  void constraint(Body* body);
+  void weak_constraint(Body* body, const WeakCost& cost);
+
+  void clear() {    // drops the head that was read
+    head_.clear();
+    head_frame_.reset();
+  }
+
+ private:
+  TERMT flat_term(std::string_view text, const TokenText& fact);
+  TERMT flat_integer(std::string_view digits, const TokenText& fact);
+  void frame_rule(const Body* body);
+
+  TermBuilder& terms_;
+  AtomBuilder& atoms_;
+  BodyBuilder& bodies_;
+  FrameSpaces& spaces_;
+  TemplateBuilder& definition_;
+  Work& work_;                         // the run's
+  Head head_;                          // of a rule that is not headed by one frame alone
+  std::optional<FRAME> head_frame_;    // of one that is, or so far
+};
+
+}    // namespace zarel

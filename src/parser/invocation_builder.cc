@@ -1,0 +1,36 @@
+#include "parser/invocation_builder.h"
+
+#include <string>
+#include <utility>
+
+#include "model/report.h"
+#include "templates/invocations.h"
+#include "templates/linking.h"
+
+namespace zarel {
+
+ATOMT InvocationBuilder::actual(NameId name, Negation negation) {
+  return atoms_.plain_atom(name, {}, negation);
+}
+
+ATOMT InvocationBuilder::actual(NameId name, TermsMark parameters, Negation negation) {
+  return atoms_.plain_atom(name, terms_.take(parameters), negation);
+}
+
+ATOMT InvocationBuilder::marker(NameId name, ActualsMark actuals, TermsMark output_terms) {
+  const std::span<const TERMT> terms = terms_.take(output_terms);
+  INVOCATIONATOM invocation{std::string(names().spelling(name)), {terms.begin(), terms.end()}, {}};
+  for (const ATOMT& actual : actuals_.take(actuals)) {
+    invocation.actuals.add(actual);
+    invocation.origins.push_back({actual, spaces_.current_default()});
+  }
+  invocation.written = work().where();
+  has_invocation_ = true;
+  if (definition_.is_open()) return ATOMT(invocation);
+  invocation.expansion_key = marker_key(expansion_of(invocation));
+  const ATOMT marker(invocation);
+  record_invocation(std::move(invocation));
+  return marker;
+}
+
+}    // namespace zarel

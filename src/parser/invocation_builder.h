@@ -1,0 +1,46 @@
+#pragma once
+// invocation_builder.h - what the grammar's actions on template invocations call.
+
+#include "parser/atom_builder.h"
+#include "parser/frame_spaces.h"
+#include "parser/list_stack.h"
+#include "parser/template_builder.h"
+#include "parser/term_builder.h"
+
+namespace zarel {
+
+using ActualsMark = ListStack<ATOMT>::Mark;
+
+class InvocationBuilder {
+ public:
+  InvocationBuilder(TermBuilder& terms, const AtomBuilder& atoms, const FrameSpaces& spaces,
+                    const TemplateBuilder& definition)
+      : terms_(terms), atoms_(atoms), spaces_(spaces), definition_(definition) {}
+
+  // Actual predicates, and lists of them while they are read.
+  ATOMT actual(NameId name, Negation negation = Negation::kNone);
+  ATOMT actual(NameId name, TermsMark parameters, Negation negation = Negation::kNone);
+  ListStack<ATOMT>& actuals() { return actuals_; }
+
+  // The marker atom of the invocation, which is scheduled and recorded unless it stands in a
+  // template body.
+  ATOMT marker(NameId name, ActualsMark actuals, TermsMark output_terms);
+
+  bool has_invocation() const { return has_invocation_; }    // since clear()
+  void clear();
+
+ private:
+  TermBuilder& terms_;
+  const AtomBuilder& atoms_;
+  const FrameSpaces& spaces_;
+  const TemplateBuilder& definition_;
+  ListStack<ATOMT> actuals_;
+  bool has_invocation_ = false;
+};
+
+inline void InvocationBuilder::clear() {
+  actuals_.clear();
+  has_invocation_ = false;
+}
+
+}    // namespace zarel

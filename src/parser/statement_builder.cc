@@ -1,0 +1,73 @@
+#include "parser/statement_builder.h"
+
+#include <string>
+
+#include "functions/function_terms.h"
+#include "model/namespaces.h"
+#include "model/printer.h"
+#include "model/run.h"
+#include "parser/syntax_error.h"
+#include "templates/query_rewriting.h"
+
+namespace zarel {
+namespace {
+
+void say_that_query_is_replaced(const Body& old_query, const Body& new_query) {
+  Text line("Query ");
+  append_list(line, new_query, ", ");
+  line += " replaces ";
+  append_list(line, old_query, ", ");
+  line += ".\n";
+  Run& run = current_run();
+  report({Code::kReplacedQuery,
+          work_place(),
+          line.str(),
+          {{place_of(run.query_places.back()), "the query that it replaces"}}});
+}
+
+}    // namespace
+
+// Only one query is kept. The variables that follow are numbered from 0 again.
+bool StatementBuilder::query(Body* body) {
+  if (invocations_.has_invocation()) {
+    report_syntax_error();
+    return false;
+  }
+  if (hasFunctionTerm()) rewriteQuery(*body);
+  if (!QUERIES().empty()) say_that_query_is_replaced(QUERIES().back(), *body);
+  QUERIES().assign(1, *body);
+  current_run().query_places.assign(1, work().source().location);
+  LocalVariables().reset();
+  return true;
+}
+
+// The directive's own number is no integer of the program: no earlier bound holds for it.
+void StatementBuilder::maxint(Number number) {
+  maxint(TERMT::integer(static_cast<std::int32_t>(number.value)));
+}
+
+void StatementBuilder::maxint(const TERMT& term) {
+  if (bounds_.define(term)) CLAUSES().emplace_back(term, work().source());
+}
+
+void StatementBuilder::include_line(NameId name) {
+  std::string line = "#include ";
+  Includes().push_back(line.append(names().spelling(name)));
+  current_run().include_places.push_back(work().source().location);
+}
+
+void StatementBuilder::include_library_line(NameId name) {
+  std::string line = "#include <";
+  Includes().push_back(line.append(names().spelling(name)).append(">"));
+  current_run().include_places.push_back(work().source().location);
+}
+
+void StatementBuilder::declare_namespace(NameId prefix, NameId uri) {
+  std::string quoted(names().spelling(uri));
+  if (quoted.front() != '"') quoted.insert(0, 1, '"').push_back('"');
+  if (!vectorName().declare(names().spelling(prefix), quoted)) {
+    report(Code::kRedefinedPrefix, "Cannot define more namespace with the same name");
+  }
+}
+
+}    // namespace zarel

@@ -1,0 +1,30 @@
+#pragma once
+// statement_builder.h - what the grammar's actions on statements that are no clauses call: queries
+// and directives.
+
+#include "model/clause.h"
+#include "parser/integer_bounds.h"
+#include "parser/invocation_builder.h"
+#include "parser/token_values.h"
+
+namespace zarel {
+
+class StatementBuilder {
+ public:
+  StatementBuilder(IntegerBounds& bounds, const InvocationBuilder& invocations)
+      : bounds_(bounds), invocations_(invocations) {}
+
+  // False when the query holds a template invocation, which is reported as a syntax error.
+  bool query(Body* body);
+  void maxint(Number number);
+  void maxint(const TERMT& term);
+  void include_line(NameId name);            // #include name
+  void include_library_line(NameId name);    // #include <name>
+  void declare_namespace(NameId prefix, NameId uri);
+
+ private:
+  IntegerBounds& bounds_;
+  const InvocationBuilder& invocations_;
+};
+
+}    // namespace zarel

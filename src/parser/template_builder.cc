@@ -1,0 +1,48 @@
+#include "parser/template_builder.h"
+
+#include <utility>
+
+#include "model/names.h"
+#include "model/report.h"
+#include "templates/definitions.h"
+#include "templates/linking.h"
+
+namespace zarel {
+
+void TemplateBuilder::formal_predicate(NameId name, Number arity) {
+  definition_.formals.add(
+      {std::string(names().spelling(name)), static_cast<std::int32_t>(arity.value)});
+}
+
+void TemplateBuilder::global_predicate(NameId name) {
+  GLOBALS().add(name);
+  definition_.globals.insert(name);
+}
+
+void TemplateBuilder::open(NameId name, Number output_arity) {
+  definition_.name = names().spelling(name);
+  check_template_name(definition_.name);
+  definition_.outputArity = static_cast<std::int32_t>(output_arity.value);
+  definition_.sequence_number = static_cast<std::uint32_t>(cont());
+  definition_.frame_space = spaces_.current_default();
+  definition_.head = work().where();
+  is_open_ = true;
+}
+
+void TemplateBuilder::close() {
+  addedDefinition(std::move(definition_));
+  leave();
+}
+
+// A definition with an error used its number up too: names of two definitions never mix.
+void TemplateBuilder::leave() {
+  if (is_open_) ++cont();
+  is_open_ = false;
+  definition_ = DEFINITIONATOM{};
+}
+
+FrameContext TemplateBuilder::frame_context() const {
+  return {OptionHigherOrder(), is_open_ && are_frames_local()};
+}
+
+}    // namespace zarel

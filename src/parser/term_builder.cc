@@ -1,0 +1,73 @@
+#include "parser/term_builder.h"
+
+#include <limits>
+#include <string>
+
+#include "functions/function_terms.h"
+#include "model/clause.h"
+#include "model/namespaces.h"
+#include "model/report.h"
+
+namespace zarel {
+namespace {
+
+constexpr std::uint32_t kFractionDigits = 3;
+
+std::uint32_t scaled_fraction(Number fraction) {
+  std::uint32_t value = fraction.value;
+  for (std::uint32_t digits = fraction.digit_count; digits < kFractionDigits; ++digits) value *= 10;
+  for (std::uint32_t digits = fraction.digit_count; digits > kFractionDigits; --digits) value /= 10;
+  return value;
+}
+
+TERMT scaled_weight(std::uint32_t whole, std::uint32_t fraction) {
+  const std::uint64_t scaled = std::uint64_t{whole} * kWeightScale + fraction;
+  if (scaled > std::numeric_limits<std::uint32_t>::max()) {
+    report(Code::kWeightRange, "weak constraint weight out of range");
+  }
+  return TERMT::integer(static_cast<std::int32_t>(static_cast<std::uint32_t>(scaled)));
+}
+
+// A local name may be a string: its quotes would end the address it becomes part of.
+std::string_view without_quotes(std::string_view name) {
+  return name.starts_with('"') ? name.substr(1, name.size() - 2) : name;
+}
+
+}    // namespace
+
+TERMT TermBuilder::qualified(const NamePair& prefix_and_local) {
+  if (const auto known = qualified_constants_.find(prefix_and_local)) return *known;
+  const auto [prefix, local] = prefix_and_local;
+  const auto address =
+      returnAddress(names().spelling(prefix), without_quotes(names().spelling(local)));
+  if (address) {
+    note_prefix_use();
+    const TERMT constant = newTERMT(*address);
+    qualified_constants_.note(prefix_and_local, constant);
+    return constant;
+  }
+  std::string message = "An URI with id '";
+  message.append(names().spelling(prefix)).append("' does not exist");
+  report(Code::kUnknownPrefix, message);
+  return newTERMT(local);
+}
+
+TERMT TermBuilder::function(NameId functor, TermsMark arguments) {
+  if (const std::string_view name = names().spelling(functor); name.starts_with('"')) {
+    std::string message = "a functor must be a name without quotes, not ";
+    report(Code::kQuotedFunctor, message.append(name));
+  }
+  return newFTERM(functor, take(arguments));
+}
+
+TERMT TermBuilder::weight(Number whole) {
+  return scaled_weight(whole.value, 0);
+}
+
+TERMT TermBuilder::weight(Number whole, Number fraction) {
+  if (fraction.digit_count > kFractionDigits)
+    report(Code::kWeightPrecision, "Number has more precision than supported. Truncated");
+  return scaled_weight(whole.value, scaled_fraction(fraction));
+}
+
+}    // namespace zarel

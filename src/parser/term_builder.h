@@ -1,0 +1,52 @@
+#pragma once
+// term_builder.h - what the grammar's actions on terms call, and the lists of terms.
+
+#include <span>
+
+#include "model/term.h"
+#include "parser/integer_bounds.h"
+#include "parser/list_stack.h"
+#include "parser/qualified_constants.h"
+#include "parser/token_values.h"
+
+namespace zarel {
+
+using TermsMark = ListStack<TERMT>::Mark;
+
+class TermBuilder {
+ public:
+  TERMT constant(NameId name) { return TERMT::constant(name); }    // of a small letter or quoted
+  TERMT variable(NameId name) { return newTERMT(name); }
+  TERMT anonymous() { return TERMT::anonymous(); }
+  TERMT integer(Number number) { return bounds_.integer(number.value); }
+  TERMT maxint() { return bounds_.maxint(); }
+  TERMT qualified(const NamePair& prefix_and_local);           // an unknown prefix counts an error
+  TERMT function(NameId functor, TermsMark arguments);         // a quoted functor counts an error
+  NameId disjunction_name() { return names().intern("v"); }    // where the word stands for a name
+
+  // The markers among the parameters of an actual predicate.
+  TERMT asterisk() { return TERMT::asterisk(); }
+  TERMT dollar() { return TERMT::dollar(); }
+
+  // The parts of a weak constraint's cost. A weight that is cut or too great is reported.
+  TERMT weight(Number whole);
+  TERMT weight(Number whole, Number fraction);
+  TERMT level(Number number) { return TERMT::integer(static_cast<std::int32_t>(number.value)); }
+
+  // Lists of terms while they are read.
+  TermsMark empty_list() const { return lists_.empty_list(); }
+  TermsMark first(const TERMT& term) { return lists_.first(term); }
+  TermsMark next(TermsMark list, const TERMT& term) { return lists_.next(list, term); }
+  std::span<const TERMT> take(TermsMark list) { return lists_.take(list); }
+
+  IntegerBounds& bounds() { return bounds_; }
+
+  void clear() { lists_.clear(); }    // drops the lists that nothing has taken
+
+ private:
+  IntegerBounds bounds_;
+  QualifiedConstants qualified_constants_;
+  ListStack<TERMT> lists_;
+};
+
+}    // namespace zarel
