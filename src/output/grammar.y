@@ -16,8 +16,8 @@
 %code {
 #include "output/scanner_input.h"
 
-// The deepest stack. A nested function term takes two to four entries of it, so terms nested two million deep are read,
-// deeper ones are refused with "memory exhausted".
+// The deepest stack. A nested function term takes two to four entries of it, so terms nested two
+// million deep are read, deeper ones are refused with "memory exhausted".
 #define YYMAXDEPTH 8000000
 #define YYMALLOC stacks.allocate
 #define YYFREE stacks.release
@@ -85,7 +85,8 @@ atom
   | FLAT_ATOM
     { events.flat_atom($1); }
   ;
-// A phrase of several tokens is one range from the first to the last, for their texts stand side by side.
+// A phrase of several tokens is one range from the first to the last, for their texts stand side by
+// side.
 terms
   : term
   | terms[front] "," term[last]  { $$ = {$front.begin, $last.end}; }
