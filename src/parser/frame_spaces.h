@@ -18,7 +18,7 @@ class FrameSpaces {
   NameId named(NameId name);
   NameId current();
 
-  NameId current_default() const { return currentDefaultNs_; }    // without reading an atom there
+  NameId currentDefaultNs() const { return currentDefaultNs_; }    // without reading an atom there
   NameId defaultFrameSpace() const { return defaultFrameSpace_; }    // that of the last atom
   const NameList& fspace() const { return fspace_; }    // every one named in the program
 

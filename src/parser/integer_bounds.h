@@ -22,6 +22,10 @@ class IntegerBounds {
   // reported and counted.
   bool define(const TERMT& term);
 
+  // The bound, and the greatest integer so far; -1 for none.
+  std::int64_t MaxInteger() const { return MaxInteger_; }
+  std::int64_t MaxIntegerSeen() const { return MaxIntegerSeen_; }
+
  private:
   static constexpr std::int64_t kNone = -1;
 

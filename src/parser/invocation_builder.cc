@@ -22,7 +22,7 @@ ATOMT InvocationBuilder::marker(NameId name, ActualsMark actuals, TermsMark outp
   INVOCATIONATOM invocation{std::string(names().spelling(name)), {terms.begin(), terms.end()}, {}};
   for (const ATOMT& actual : actuals_.take(actuals)) {
     invocation.actuals.add(actual);
-    invocation.origins.push_back({actual, spaces_.current_default()});
+    invocation.origins.push_back({actual, spaces_.currentDefaultNs()});
   }
   invocation.written = work().where();
   has_invocation_ = true;

@@ -34,11 +34,15 @@ bool StatementBuilder::query(Body* body) {
     return false;
   }
   if (hasFunctionTerm()) rewriteQuery(*body);
-  if (!QUERIES().empty()) say_that_query_is_replaced(QUERIES().back(), *body);
+  if (const Body* const held = LocalQuery()) say_that_query_is_replaced(*held, *body);
   QUERIES().assign(1, *body);
   current_run().query_places.assign(1, work().source().location);
   LocalVariables().reset();
   return true;
+}
+
+const Body* StatementBuilder::LocalQuery() const {
+  return QUERIES().empty() ? nullptr : &QUERIES().back();
 }
 
 // The directive's own number is no integer of the program: no earlier bound holds for it.

@@ -16,6 +16,7 @@ class StatementBuilder {
 
   // False when the query holds a template invocation, which is reported as a syntax error.
   bool query(Body* body);
+  const Body* LocalQuery() const;    // the one that is held, in QUERIES; null without one
   void maxint(Number number);
   void maxint(const TERMT& term);
   void include_line(NameId name);            // #include name

@@ -24,7 +24,7 @@ void TemplateBuilder::open(NameId name, Number output_arity) {
   check_template_name(definition_.name);
   definition_.outputArity = static_cast<std::int32_t>(output_arity.value);
   definition_.sequence_number = static_cast<std::uint32_t>(cont());
-  definition_.frame_space = spaces_.current_default();
+  definition_.frame_space = spaces_.currentDefaultNs();
   definition_.head = work().where();
   is_open_ = true;
 }

@@ -1,5 +1,5 @@
 #pragma once
-// token_scanner.h - the generated scanner's state, freed with it.
+// token_scanner.h - the input scanner: its generated part's state, freed with it.
 
 #include "parser/scanner_actions.h"
 

@@ -59,6 +59,30 @@ TEST_F(ParsedModel, GoesByPredicateLengthAndTermsAndThroughAggregatesToTheEnd) {
     :- 1 < #count{X:p, not p, q, not q}, 1 < #count{X:not q, q, not p, p}.)");
 }
 
+TEST_F(ParsedModel, KeepsBoundsQueryAndFrameSpacesFromFileToFile) {
+  run_.begin();
+  std::ostringstream ignored;
+  ProgramBuilder builder;
+  const auto read_file = [&](std::string_view text) {
+    parse_text(text, current_run().files.add(""), builder, ignored);
+  };
+  const IntegerBounds& bounds = builder.terms().bounds();
+  const FrameSpaces& spaces = builder.frame_spaces();
+  EXPECT_EQ(builder.statements().LocalQuery(), nullptr);
+  EXPECT_EQ(bounds.MaxInteger(), -1);
+  EXPECT_EQ(bounds.MaxIntegerSeen(), -1);
+  read_file("@s. p(7)@t. q?");
+  EXPECT_EQ(names().spelling(spaces.currentDefaultNs()), "s");
+  read_file("#maxint = 9.");
+  EXPECT_EQ(bounds.MaxInteger(), 9);
+  EXPECT_EQ(bounds.MaxIntegerSeen(), 7);
+  ASSERT_NE(builder.statements().LocalQuery(), nullptr);
+  EXPECT_EQ(builder.statements().LocalQuery()->size(), 1U);
+  EXPECT_EQ(names().spelling(spaces.currentDefaultNs()), "default");
+  EXPECT_EQ(names().spelling(spaces.defaultFrameSpace()), "default");
+  EXPECT_EQ(spaces.fspace().names().size(), 2U);
+}
+
 TEST_F(ParsedModel, LeavesNothingToTheNextRun) {
   read("#namespace(n,\"u\") -p(X,n:a). q? #include lib");
   GLOBALS().add(names().intern("q"));
