@@ -2,7 +2,8 @@
 //
 // From a line "$ COMMAND" on, a code block is what a terminal shows: commands, and below each what
 // it prints, errors last. It is run in a copy of examples/, with the library at ../library. A
-// block that is fenced by "``` NAME" is the file NAME for the commands further down its page.
+// block that is fenced by "``` NAME" is the file NAME for the commands further down its page. What
+// the pages name has to be there.
 
 #include <algorithm>
 #include <filesystem>
@@ -132,18 +133,43 @@ TEST(Readme, ShowsLinesOfTheExamplesThatItRuns) {
 }
 
 // Building Zarel within its own tests would say little more, and take minutes.
-TEST(Scripts, AreThereUnderTheNamesThatPagesAndScriptsUse) {
+TEST(Pages, NameFilesThatAreThereAndScriptsThatCanBeRun) {
   std::vector<fs::path> readers = pages();
   readers.push_back(kProject / ".ci/run");
   for (const auto& entry : fs::directory_iterator(kProject / "scripts")) {
     readers.push_back(entry.path());
   }
-  const std::regex name("scripts/[a-z_]+");
+  const std::regex name(
+      R"(\b(bench|cmake|docs|examples|library|scripts|src|tests)(/[a-z_]+)+(\.[a-z]+)?)");
   for (const fs::path& reader : readers) {
     const std::string text = text_of(reader);
     for (std::sregex_iterator use(text.begin(), text.end(), name), end; use != end; ++use) {
-      const fs::perms rights = fs::status(kProject / use->str()).permissions();
-      EXPECT_EQ(rights & fs::perms::owner_exec, fs::perms::owner_exec) << use->str() << reader;
+      const fs::path path = kProject / use->str();
+      EXPECT_TRUE(fs::exists(path)) << path << reader;
+      if ((*use)[1] != "scripts") continue;
+      const fs::perms rights = fs::status(path).permissions();
+      EXPECT_EQ(rights & fs::perms::owner_exec, fs::perms::owner_exec) << path << reader;
+    }
+  }
+}
+
+// All pieces of the text that match the only group of the pattern.
+std::vector<std::string> found_in(const std::string& text, const std::regex& pattern) {
+  return {std::sregex_token_iterator(text.begin(), text.end(), pattern, 1), {}};
+}
+
+TEST(Readme, MapsTheSourcesFromTheRoofToTheGround) {
+  const std::vector<std::string> map =
+      found_in(text_of(kProject / "README.md"), std::regex("\n\\| `src/([a-z]+)` \\|"));
+  const auto row_of = [&map](const std::string& folder) { return std::ranges::find(map, folder); };
+  for (const auto& entry : fs::recursive_directory_iterator(kProject / "src")) {
+    const fs::path folder = entry.path().parent_path();
+    if (!entry.is_regular_file() || folder == kProject / "src") continue;
+    const auto row = row_of(folder.filename());
+    EXPECT_NE(row, map.end()) << folder;
+    for (const std::string& included :
+         found_in(text_of(entry.path()), std::regex("#include \"([a-z]+)/"))) {
+      EXPECT_LE(row, row_of(included)) << entry << included;
     }
   }
 }
