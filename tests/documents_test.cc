@@ -119,6 +119,14 @@ TEST_P(Documents, ShowWhatIsPrinted) {
 }
 INSTANTIATE_TEST_SUITE_P(Pages, Documents, testing::ValuesIn(all_shown()), case_name);
 
+TEST(Pages, ShowPiecesOfTheProgramThatIsBuilt) {
+  const std::string program = text_of(kProject / "examples/library/host.cc");
+  for (const Block& block : blocks_of(kProject / "docs/library.md")) {
+    if (block.file.empty()) continue;
+    EXPECT_NE(("\n" + program).find("\n" + block.text), std::string::npos) << block.text;
+  }
+}
+
 TEST(Readme, ShowsLinesOfTheExamplesThatItRuns) {
   const std::vector<Block> blocks = blocks_of(kProject / "README.md");
   for (std::size_t i = 1; i < blocks.size(); ++i) {
