@@ -120,12 +120,6 @@ constexpr Case kAggregates[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Aggregates, Programs, testing::ValuesIn(kAggregates), case_name);
 
-std::string joined(const std::vector<std::string>& pieces) {
-  std::string text;
-  for (const std::string& piece : pieces) text += piece;
-  return text;
-}
-
 // A rule over A, B and C, and all that its body says of them under the bound 3.
 class RandomBody {
  public:

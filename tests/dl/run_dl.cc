@@ -26,9 +26,9 @@ std::vector<std::string> split(std::string_view text, std::string_view separator
   return pieces;
 }
 
-std::string joined(const std::vector<std::string>& pieces, std::string_view separator) {
+std::string with_ends(const std::vector<std::string>& pieces, std::string_view end) {
   std::string text;
-  for (const std::string& piece : pieces) (text += piece) += separator;
+  for (const std::string& piece : pieces) (text += piece) += end;
   return text;
 }
 
@@ -41,10 +41,10 @@ std::string sorted(std::string_view text, Lines order) {
     const std::size_t begin = line.find('{') + 1;
     std::vector<std::string> atoms = split(line.substr(begin, line.size() - begin - 1), ", ");
     std::ranges::sort(atoms);
-    line = line.substr(0, begin) + joined(atoms, ", ") + "}";
+    line = line.substr(0, begin) + with_ends(atoms, ", ") + "}";
   }
   if (order == Lines::kSorted) std::ranges::sort(lines);
-  return joined(lines, "\n");
+  return with_ends(lines, "\n");
 }
 
 void expect_answers(const Case& test, Lines lines) {

@@ -11,6 +11,8 @@
 namespace dl_test {
 
 using zarel::case_name;
+using zarel::joined;
+using zarel::numbered;
 using zarel::Outcome;
 using zarel::ShellCase;
 using zarel::WorkFolder;
@@ -25,17 +27,6 @@ std::string translation(std::string_view program, std::string_view options = "")
 // for comparisons only, since separators are added.
 enum class Lines { kSorted, kInOrder };
 std::string sorted(std::string_view text, Lines order = Lines::kSorted);
-
-// The text so many times, with its number, from 0, for each N and the next number for each M.
-inline std::string numbered(int count, std::string_view text) {
-  std::string all;
-  for (int i = 0; i < count; ++i) {
-    for (const char c : text) {
-      all += c == 'N' ? std::to_string(i) : c == 'M' ? std::to_string(i + 1) : std::string(1, c);
-    }
-  }
-  return all;
-}
 
 // A row of a table: a program, its options, and what dl prints.
 struct Case {

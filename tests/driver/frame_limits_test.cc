@@ -1,7 +1,6 @@
 // frame_limits_test.cc - deep, wide and broken frames: all of it in linear time, nothing lost.
 
 #include "rewrite_fixture.h"
-#include "support/texts.h"
 
 namespace zarel {
 namespace {
@@ -62,16 +61,14 @@ TEST_F(FrameLimits, TakesNotAtEveryDepthOfAFrame) {
 }
 
 TEST_F(FrameLimits, TakesAHundredThousandAttributesAndValues) {
-  std::string attributes = "c0 ->> c", values = "c0", of_attributes, of_values;
-  for (int i = 0; i < 100'000; ++i) {
-    const std::string name = joined({"c", std::to_string(i)});
-    if (i > 0) attributes += joined({", ", name, " ->> c"});
-    if (i > 0) values += joined({", ", name});
-    of_attributes += joined({"a_5(valueOf,defaultFlogic,o,", name, ",c,\"->>\").\n"});
-    of_values += joined({"a_5(valueOf,defaultFlogic,o,c,", name, ",\"->>\").\n"});
-  }
-  expect({"o[", attributes, "]."}, {of_attributes});
-  expect({"o[c ->> {", values, "}]."}, {of_values});
+  const std::string attributes = numbered(100'000, "cN ->> c, ");
+  const std::string values = numbered(100'000, "cN, ");
+  expect({"o[", attributes, "c ->> c]."},
+         {numbered(100'000, "a_5(valueOf,defaultFlogic,o,cN,c,\"->>\").\n"),
+          "a_5(valueOf,defaultFlogic,o,c,c,\"->>\").\n"});
+  expect({"o[c ->> {", values, "c}]."},
+         {numbered(100'000, "a_5(valueOf,defaultFlogic,o,c,cN,\"->>\").\n"),
+          "a_5(valueOf,defaultFlogic,o,c,c,\"->>\").\n"});
 }
 
 TEST_F(FrameLimits, TakesFunctionTermsOfAnySizeInFrames) {

@@ -1,7 +1,6 @@
 // function_terms_test.cc - function terms in queries, and of any size; rules of them are golden cases.
 
 #include "rewrite_fixture.h"
-#include "support/texts.h"
 
 namespace zarel {
 namespace {
@@ -56,11 +55,8 @@ TEST_F(RewriteTest, TakesFunctionTermsAHundredThousandDeep) {
 }
 
 TEST_F(RewriteTest, TakesAHundredThousandFunctionTermsInABody) {
-  std::string atoms, ties;
-  for (int i = 0; i < 100'000; ++i) {
-    atoms += joined({", a_2(q,default,F_f_", std::to_string(i), ")"});
-    ties += joined({", ", TIE, "F_f_", std::to_string(i), ",f,X)"});
-  }
+  const std::string atoms = numbered(100'000, ", a_2(q,default,F_f_N)");
+  const std::string ties = numbered(100'000, ", " TIE "F_f_N,f,X)");
   EXPECT_TRUE(rewritten({joined({":- r", repeated(", q(f(X))", 100'000), "."})}).clauses ==
               joined({":- a_1(r,default)", atoms, ties, ".\n"}));
 }

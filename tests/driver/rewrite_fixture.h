@@ -1,15 +1,13 @@
 #pragma once
 // rewrite_fixture.h - input files of a test's own, and the program that they are rewritten to.
 
-#include <filesystem>
-#include <fstream>
-#include <gtest/gtest.h>
 #include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "driver/rewriting.h"
+#include "support/run_program.h"
 
 namespace zarel {
 
@@ -17,16 +15,9 @@ namespace zarel {
 class RewriteTest : public testing::Test {
  protected:
   RewriteTest() : before_(std::filesystem::current_path()) {
-    std::string name = (std::filesystem::temp_directory_path() / "zarel-parser-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) ADD_FAILURE() << "no folder " << name;
-    std::filesystem::current_path(name);
+    std::filesystem::current_path(folder_.path());
   }
-  ~RewriteTest() override {
-    const std::filesystem::path folder = std::filesystem::current_path();
-    std::filesystem::current_path(before_);
-    std::error_code ignored;    // what is left behind is the system's to clean
-    std::filesystem::remove_all(folder, ignored);
-  }
+  ~RewriteTest() override { std::filesystem::current_path(before_); }
 
   // Writes the texts to the files "1", "2", ... and rewrites them as one program.
   static RewrittenProgram rewritten(std::initializer_list<std::string_view> texts,
@@ -45,6 +36,7 @@ class RewriteTest : public testing::Test {
   }
 
  private:
+  const WorkFolder folder_;
   std::filesystem::path before_;
 };
 

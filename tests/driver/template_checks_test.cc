@@ -109,14 +109,9 @@ TEST_F(RewriteTest, KeepsTheLegendSoFarWhenANestedTemplateIsNotDefined) {
 
 // t0 to t<length>, each invoking the one before it.
 std::string chain_of_templates(int length) {
-  std::string last = "t0", program = "#template t0{f(1)}(1) { t0(X) :- f(X). }\n";
-  for (int i = 1; i <= length; ++i) {
-    const std::string name = joined({"t", std::to_string(i)});
-    program +=
-        joined({"#template ", name, "{f(1)}(1) { ", name, "(X) :- ", last, "{f(*)}(X). }\n"});
-    last = name;
-  }
-  return joined({program, "a(X) :- ", last, "{p(*)}(X).\n"});
+  return joined({"#template t0{f(1)}(1) { t0(X) :- f(X). }\n",
+                 numbered(length, "#template tM{f(1)}(1) { tM(X) :- tN{f(*)}(X). }\n"),
+                 numbered(1, "a(X) :- tN{p(*)}(X).\n", length)});
 }
 
 TEST_F(RewriteTest, EndsExpansionsWithoutEndBeforeTheyFillTheDisk) {

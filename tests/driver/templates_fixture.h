@@ -4,7 +4,6 @@
 #include <regex>
 
 #include "rewrite_fixture.h"
-#include "support/texts.h"
 
 // The template that most programs invoke, in whole or up to its rules, and its usual invocation.
 #define T_OF_F "#template t{f(1)}(1) { "

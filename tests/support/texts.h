@@ -16,6 +16,17 @@ inline std::string repeated(std::string_view text, std::size_t count) {
   return all;
 }
 
+// The text so many times, with its number for each N and the next number for each M.
+inline std::string numbered(int count, std::string_view text, int first = 0) {
+  std::string all;
+  for (int i = first; i < first + count; ++i) {
+    for (const char c : text) {
+      all += c == 'N' ? std::to_string(i) : c == 'M' ? std::to_string(i + 1) : std::string(1, c);
+    }
+  }
+  return all;
+}
+
 inline std::string joined(std::initializer_list<std::string_view> pieces) {
   std::string all;
   for (const std::string_view piece : pieces) all += piece;
