@@ -87,7 +87,7 @@ int main() {
   faulty.read_text(kFaulty, "faulty.zrl");
   print_findings(faulty);
 
-  zarel::Program program({.has_linked_templates = true});
+  zarel::Program program({.links_templates = true});
   program.read_text(kSalaries, "salaries.zrl");
   program.read_text(kMaximum, "maximum.zrl");
   if (!program.rewrite()) return 1;    // findings() tells why

@@ -157,7 +157,7 @@ class CLAUSET {
     std::span<const Literal> operator()(const TERMT& /*maxint*/) const { return {}; }
     std::span<Literal> operator()(TERMT& /*maxint*/) const { return {}; }
     template <class Clause>
-    auto operator()(Clause& clause) const {
+    decltype(std::declval<Clause&>().body()) operator()(Clause& clause) const {
       return clause.body();
     }
   };

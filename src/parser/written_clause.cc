@@ -54,7 +54,8 @@ void look_up(Tokens& tokens, std::string_view word, WrittenClause& written) {
   for (; token.kind != 0; token = tokens.next()) {
     if (token.kind == LPAREN) ++depth;
     if (token.kind == RPAREN) --depth;
-    if (!written.word && !word.empty() && token.spelling == word) written.word = {begin.file, token.range};
+    if (!written.word && !word.empty() && token.spelling == word)
+      written.word = {begin.file, token.range};
     written.clause.range = joined(written.clause.range, token.range);
     if (token.kind == DOT && depth == 0) return;
   }
