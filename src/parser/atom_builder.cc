@@ -3,24 +3,29 @@
 #include <string>
 
 #include "model/names.h"
+#include "parser/reading_scope.h"
 #include "parser/syntax_error.h"
 
 namespace zarel {
 
-ATOMT AtomBuilder::atom(NameId name, TermsMark list, NameId frame_space, Negation negation) {
+ATOMT AtomBuilder::atom(WrittenName name, TermsMark list, NameId frame_space, Negation negation) {
   if (definition_.is_open()) return plain_atom(name, terms_.take(list), negation);
-  return encoded_atom(name, frame_space, terms_.take(list), negation);
+  return encoded_atom(name.id, frame_space, terms_.take(list), negation);
 }
 
-ATOMT AtomBuilder::atom(NameId name, NameId frame_space, Negation negation) {
+ATOMT AtomBuilder::atom(WrittenName name, NameId frame_space, Negation negation) {
   if (definition_.is_open()) return plain_atom(name, {}, negation);
-  return addDefaultToAtomt(encoded_bare_atom(name, negation), frame_space);
+  return addDefaultToAtomt(encoded_bare_atom(name.id, negation), frame_space);
 }
 
-ATOMT AtomBuilder::plain_atom(NameId name, std::span<const TERMT> terms, Negation negation) const {
+ATOMT AtomBuilder::plain_atom(WrittenName name, std::span<const TERMT> terms,
+                              Negation negation) const {
   const bool is_labelled = definition_.is_open();
-  const std::string_view written = names().spelling(name);
-  if (is_labelled) check_template_name(written);
+  const std::string_view written = names().spelling(name.id);
+  if (is_labelled) {
+    const ReadingScope at_name(work(), name.place);
+    check_template_name(written);
+  }
   const std::string text = is_labelled ? getNameAtomLabeled(written) : std::string(written);
   if (negation == Negation::kStrong) return newNegativeATOMT(text, terms);
   return {text, terms, PREDICATE_NAMETS::TYPE::kUnknown};

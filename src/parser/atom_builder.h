@@ -19,10 +19,11 @@ class AtomBuilder {
 
   // Of the program: in the generic encoding, which names the frame space. In a template body:
   // plain.
-  ATOMT atom(NameId name, TermsMark list, NameId frame_space, Negation negation = Negation::kNone);
-  ATOMT atom(NameId name, NameId frame_space, Negation negation = Negation::kNone);
+  ATOMT atom(WrittenName name, TermsMark list, NameId frame_space,
+             Negation negation = Negation::kNone);
+  ATOMT atom(WrittenName name, NameId frame_space, Negation negation = Negation::kNone);
   // Under the name as written; in a template body under the labelled name.
-  ATOMT plain_atom(NameId name, std::span<const TERMT> terms, Negation negation) const;
+  ATOMT plain_atom(WrittenName name, std::span<const TERMT> terms, Negation negation) const;
   // Whether a frame space may be named behind an atom here: not in a template body, where it is
   // reported as a syntax error.
   bool allows_frame_space() const;

@@ -11,12 +11,6 @@
 
 namespace zarel {
 
-void ClauseBuilder::head_frame(const FRAME& frame) {
-  if (frame.has_nested_negation())
-    report(Code::kNegationInHead, "You cannot have negation in head");
-  head_frame_ = frame;
-}
-
 // Before what follows is read: its predicates are recorded behind those of the frame.
 void ClauseBuilder::next_disjunct() {
   if (!head_frame_) return;
@@ -40,7 +34,7 @@ TERMT ClauseBuilder::flat_integer(std::string_view digits, const TokenText& fact
   const auto begin = static_cast<std::uint32_t>(digits.data() - fact.begin) + whole.first_column;
   const auto length = static_cast<std::uint32_t>(digits.size());
   const SourceRange own{whole.first_line, begin, whole.first_line, begin + length - 1};
-  const ReadingScope at_own(work_, own);
+  const ReadingScope at_own(work_, &own);
   return terms_.bounds().integer(value);
 }
 
@@ -57,7 +51,7 @@ void ClauseBuilder::flat_fact(const TokenText& text) {
   for (std::string_view term = parts.next(); !term.empty(); term = parts.next()) {
     list = terms_.next(list, flat_term(term, text));
   }
-  head_.add(atoms_.atom(name, list, spaces_.current()));
+  head_.add(atoms_.atom({name, work_.reading}, list, spaces_.current()));
   rule(nullptr);
 }
 
@@ -83,7 +77,7 @@ void ClauseBuilder::frame_rule(const Body* body) {
     definition_.clauses().push_back(std::move(clause));
 }
 
-void ClauseBuilder::range_fact(NameId name, const TERMT& first, const TERMT& last) {
+void ClauseBuilder::range_fact(WrittenName name, const TERMT& first, const TERMT& last) {
   const WorkScope made_of_range(OriginId::kRange);
   const TERMT variable = newTERMT(getNameTerm({}, 0));
   head_.add(atoms_.atom(name, terms_.first(variable), spaces_.current()));

@@ -25,17 +25,16 @@ class ClauseBuilder {
         definition_(definition),
         work_(work()) {}
 
-  // The disjuncts of a head, what stands between two of them, and its end. "not" inside a frame
-  // there is reported and counted.
+  // The disjuncts of a head, what stands between two of them, and its end.
   void head_atom(const ATOMT& atom) { head_.add(atom); }
-  void head_frame(const FRAME& frame);
+  void head_frame(const FRAME& frame) { head_frame_ = frame; }
   void next_disjunct();
   void close_head();
 
   void flat_fact(const TokenText& text);
   void fact();              // of the disjuncts read; closes the head
   void rule(Body* body);    // the closed head; null: no body
-  void range_fact(NameId name, const TERMT& first, const TERMT& last);
+  void range_fact(WrittenName name, const TERMT& first, const TERMT& last);
   void constraint(Body* body);
   void weak_constraint(Body* body, const WeakCost& cost);
 

@@ -1,10 +1,12 @@
 #include "parser/frame_builder.h"
 
+#include <algorithm>
 #include <string>
+#include <tuple>
 
 #include "functions/function_terms.h"
 #include "model/printer.h"
-#include "model/report.h"
+#include "parser/reading_scope.h"
 
 namespace zarel {
 namespace {
@@ -22,6 +24,10 @@ FRAME frame_of(const FrameTerm& object, const ATTRIBUTE& attribute) {
   return {object, std::span<const ATTRIBUTE>(&attribute, 1), false, NameId{}};
 }
 
+bool begins_before(const SourceRange& a, const SourceRange& b) {
+  return std::tie(a.first_line, a.first_column) < std::tie(b.first_line, b.first_column);
+}
+
 }    // namespace
 
 FrameTerm FrameBuilder::term(const TERMT& term) {
@@ -37,28 +43,52 @@ FrameTerm FrameBuilder::function(const TERMT& placeholder) {
   return frame_term(names().intern(fromFunctionToString(placeholder)), variables);
 }
 
+FrameTerm FrameBuilder::negated(const FrameTerm& term) {
+  note(negations_);
+  return zarel::negated(term);
+}
+
+ATTRIBUTE FrameBuilder::negated_label(const FrameTerm& name) {
+  note(negated_labels_);
+  return attribute(true, name);
+}
+
 ATTRIBUTE FrameBuilder::with_value(const ATTRIBUTE& label, ARROW arrow, const FRAME& value) {
-  if (is_negated_frame(value)) {
-    report(Code::kNegatedValue, "You cannot have a negated frame for the value of an attribute");
-  }
-  return saying(label, arrow, program_storage().store(std::span<const FRAME>(&value, 1)));
+  const std::span<const FRAME> values(&value, 1);
+  report_negated_values(values, "You cannot have a negated frame for the value of an attribute");
+  return saying(label, arrow, program_storage().store(values));
 }
 
 ATTRIBUTE FrameBuilder::with_values(const ATTRIBUTE& label, ARROW arrow, ValuesMark values) {
   const StoredList<FRAME> list = program_storage().store(values_.take(values));
-  for (const FRAME& value : list.elements()) {
-    if (is_negated_frame(value))
-      report(Code::kNegatedValue, "You cannot a negated frame for the value of an attribute");
-  }
+  report_negated_values(list.elements(),
+                        "You cannot a negated frame for the value of an attribute");
   return saying(label, arrow, list);
 }
 
-FRAME FrameBuilder::nested(const FrameTerm& object, AttributesMark attributes) {
+// The values of inner attributes were seen to before: those of this one are the last noted.
+void FrameBuilder::report_negated_values(std::span<const FRAME> values, std::string_view text) {
+  const auto count = std::count_if(values.begin(), values.end(), is_negated_frame);
+  const auto first = negated_values_.end() - count;
+  for (auto place = first; place != negated_values_.end(); ++place) {
+    const ReadingScope at_value(work(), &*place);
+    report(Code::kNegatedValue, std::string(text));
+  }
+  negated_values_.erase(first, negated_values_.end());
+}
+
+FRAME FrameBuilder::frame(const FrameTerm& object, AttributesMark attributes) {
   return {object, attributes_.take(attributes), false, NameId{}};
 }
 
+FRAME FrameBuilder::nested(const FrameTerm& object, AttributesMark attributes) {
+  const FRAME value = frame(object, attributes);
+  if (is_negated_frame(value)) note(negated_values_);
+  return value;
+}
+
 FRAME FrameBuilder::molecule(const FrameTerm& object, AttributesMark attributes) {
-  return checked(nested(object, attributes));
+  return checked(frame(object, attributes));
 }
 
 FRAME FrameBuilder::membership(const Membership& membership) {
@@ -67,7 +97,7 @@ FRAME FrameBuilder::membership(const Membership& membership) {
 
 FRAME FrameBuilder::membership(const Membership& membership, AttributesMark class_attributes) {
   const auto& [object, class_term] = membership;
-  const FRAME class_frame = nested(class_term, class_attributes);
+  const FRAME class_frame = frame(class_term, class_attributes);
   const StoredList<FRAME> values = program_storage().store(std::span<const FRAME>(&class_frame, 1));
   return checked(frame_of(object, {false, ARROW::kInstance, class_term, values}));
 }
@@ -81,21 +111,48 @@ FRAME FrameBuilder::negated(FRAME frame) {
   return frame;
 }
 
-FRAME FrameBuilder::in_space(FRAME molecule, NameId frame_space) {
-  const std::string_view space = names().spelling(frame_space);
+FRAME FrameBuilder::in_space(FRAME molecule, WrittenName frame_space) {
+  const std::string_view space = names().spelling(frame_space.id);
   if (space.starts_with('"')) {
+    const ReadingScope at_space(work(), frame_space.place);
     std::string message = "the frame space of a frame must be a name without quotes, not ";
     report(Code::kQuotedFrameSpace, message.append(space));
   }
-  molecule.set_framespace(frame_space);
+  molecule.set_framespace(frame_space.id);
   return molecule;
 }
 
+FRAME FrameBuilder::in_head(const FRAME& frame, const SourceRange& place) {
+  if (frame.has_nested_negation()) {
+    const auto label =
+        std::lower_bound(negated_labels_.begin(), negated_labels_.end(), place, begins_before);
+    const ReadingScope at_label(work(), label == negated_labels_.end() ? &place : &*label);
+    report(Code::kNegationInHead, "You cannot have negation in head");
+  }
+  return frame;
+}
+
+// The frame's own "-" is where it begins.
 FRAME FrameBuilder::checked(const FRAME& frame) {
   if (frame.subject().is_negated() && frame.has_true_negation()) {
+    const SourceRange whole = work().where().range;
+    const auto inner = std::upper_bound(negations_.begin(), negations_.end(), whole, begins_before);
+    const ReadingScope at_inner(work(), inner == negations_.end() ? &whole : &*inner);
     report(Code::kNestedNegation, "You cannot have a nested true negation in frame definition");
   }
   return frame;
+}
+
+void FrameBuilder::note(std::vector<SourceRange>& places) {
+  has_notes_ = true;
+  places.push_back(work().where().range);
+}
+
+void FrameBuilder::clear_notes() {
+  has_notes_ = false;
+  negations_.clear();
+  negated_labels_.clear();
+  negated_values_.clear();
 }
 
 }    // namespace zarel

@@ -2,9 +2,14 @@
 // frame_builder.h - what the grammar's actions on frames call: objects, attributes, values, and
 // what is wrong in them.
 
+#include <span>
+#include <string_view>
+#include <vector>
+
 #include "frames/frame.h"
 #include "parser/list_stack.h"
 #include "parser/qualified_constants.h"
+#include "parser/token_values.h"
 
 namespace zarel {
 
@@ -22,7 +27,7 @@ class FrameBuilder {
   FrameTerm name(NameId name) { return frame_term(name); }
   FrameTerm term(const TERMT& term);               // its text, with its variable if it is one
   FrameTerm function(const TERMT& placeholder);    // the written form, with all variables in it
-  FrameTerm negated(const FrameTerm& term) { return zarel::negated(term); }
+  FrameTerm negated(const FrameTerm& term);        // under "-"
 
   // Lists of attributes and of values while they are read.
   ListStack<ATTRIBUTE>& attributes() { return attributes_; }
@@ -30,7 +35,7 @@ class FrameBuilder {
 
   // An attribute alone, and with what it says. A negated frame as a value is reported and counted.
   ATTRIBUTE label(const FrameTerm& name) { return attribute(false, name); }
-  ATTRIBUTE negated_label(const FrameTerm& name) { return attribute(true, name); }
+  ATTRIBUTE negated_label(const FrameTerm& name);    // under "not"
   ATTRIBUTE with_value(const ATTRIBUTE& label, ARROW arrow, const FRAME& value);
   ATTRIBUTE with_values(const ATTRIBUTE& label, ARROW arrow, ValuesMark values);
 
@@ -50,18 +55,31 @@ class FrameBuilder {
 
   // The frame in its frame space. A quoted one, which could not carry the frame marker, is reported
   // and counted.
-  FRAME in_space(FRAME molecule, NameId frame_space);
+  FRAME in_space(FRAME molecule, WrittenName frame_space);
+
+  // The frame, which stands there, in a head. "not" inside it is reported and counted.
+  FRAME in_head(const FRAME& frame, const SourceRange& place);
 
   void clear() {    // drops what no frame has taken
     attributes_.clear();
     values_.clear();
+    if (has_notes_) clear_notes();
   }
 
  private:
+  FRAME frame(const FrameTerm& object, AttributesMark attributes);
   FRAME checked(const FRAME& frame);
+  void note(std::vector<SourceRange>& places);
+  void report_negated_values(std::span<const FRAME> values, std::string_view text);
+  void clear_notes();
 
   ListStack<ATTRIBUTE> attributes_;
   ListStack<FRAME> values_;
+  // Where these stand in the statement, in the order of reading, for what may be wrong with them.
+  std::vector<SourceRange> negations_;         // "-" in front
+  std::vector<SourceRange> negated_labels_;    // "not" in front
+  std::vector<SourceRange> negated_values_;    // of attributes that are not whole yet
+  bool has_notes_ = false;
 };
 
 }    // namespace zarel

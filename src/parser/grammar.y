@@ -42,8 +42,8 @@ void yyerror(const zarel::SourceRange* place, void* /*scanner*/, zarel::ParserSt
 
 using zarel::AggregateFunction;
 using zarel::BUILTIN;
-using zarel::Negation;
 using zarel::TERMT;
+constexpr zarel::Negation kStrong = zarel::Negation::kStrong;
 }
 
 %union {
@@ -124,12 +124,12 @@ program
 statement
   : template_head LBRACE clauses RBRACE { build.templates().close(); }
   | body QUERY_MARK                     { if (!build.statements().query($body)) YYERROR; }
-  | MAXINT EQUAL NUMBER DOT             { build.statements().maxint($NUMBER); }
-  | MAXINT EQUAL no_number DOT          { build.statements().maxint($no_number); }
+  | MAXINT EQUAL NUMBER DOT             { build.statements().maxint($NUMBER, @NUMBER); }
+  | MAXINT EQUAL no_number DOT          { build.statements().maxint($no_number, @no_number); }
   | INCLUDE name                        { build.statements().include_line($name); }
   | INCLUDE LT name GT                  { build.statements().include_library_line($name); }
-  | NAMESPACE LPAREN name[prefix] COMMA name[uri] RPAREN
-                                        { build.statements().declare_namespace($prefix, $uri); }
+  | NAMESPACE LPAREN name[id] COMMA name[uri] RPAREN
+                                        { build.statements().declare_namespace({$id, &@id}, $uri); }
   | AT name DOT                         { build.frame_spaces().set_default($name); }
   | AT DOT                              { build.frame_spaces().reset_default(); }
   ;
@@ -138,8 +138,11 @@ clause
   : FLAT_FACT                           { build.clauses().flat_fact($FLAT_FACT); }
   | head DOT                            { build.clauses().fact(); }
   | closed_head body DOT                { build.clauses().rule($body); }
-  | called_name LPAREN integer_term[first] DOT DOT integer_term[last] RPAREN DOT
-                                        { build.clauses().range_fact($called_name, $first, $last); }
+  | called_name[name] LPAREN integer_term[first] DOT DOT integer_term[last] RPAREN DOT
+                                        {
+                                          build.clauses().range_fact(
+                                              {$name, &@name}, $first, $last);
+                                        }
   | IMPLIES body DOT                    { build.clauses().constraint($body); }
   | WEAK_IMPLIES body DOT cost          { build.clauses().weak_constraint($body, $cost); }
   ;
@@ -148,7 +151,7 @@ clause
 
 template_head
   : TEMPLATE name LBRACE formals RBRACE LPAREN NUMBER[arity] RPAREN globals
-                       { build.templates().open($name, $arity); }
+                       { build.templates().open({$name, &@name}, $arity); }
   ;
 
 formals
@@ -189,12 +192,12 @@ actuals
   ;
 
 actual
-  : name               { $$ = build.invocations().actual($name); }
-  | MINUS name         { $$ = build.invocations().actual($name, Negation::kStrong); }
+  : name               { $$ = build.invocations().actual({$name, &@name}); }
+  | MINUS name         { $$ = build.invocations().actual({$name, &@name}, kStrong); }
   | called_name[name] LPAREN parameters[list] RPAREN
-                       { $$ = build.invocations().actual($name, $list); }
+                       { $$ = build.invocations().actual({$name, &@name}, $list); }
   | MINUS called_name[name] LPAREN parameters[list] RPAREN
-                       { $$ = build.invocations().actual($name, $list, Negation::kStrong); }
+                       { $$ = build.invocations().actual({$name, &@name}, $list, kStrong); }
   ;
 
 parameters
@@ -238,9 +241,9 @@ closed_head
 
 head
   : atom               { build.clauses().head_atom($atom); }
-  | frame              { build.clauses().head_frame($frame); }
+  | frame              { build.clauses().head_frame(build.frames().in_head($frame, @frame)); }
   | open_head atom     { build.clauses().head_atom($atom); }
-  | open_head frame    { build.clauses().head_frame($frame); }
+  | open_head frame    { build.clauses().head_frame(build.frames().in_head($frame, @frame)); }
   ;
 
 open_head
@@ -324,13 +327,13 @@ arithmetic
 
 atom
   : called_name[name] LPAREN arguments[list] RPAREN atom_space[space]
-                       { $$ = build.atoms().atom($name, $list, $space); }
+                       { $$ = build.atoms().atom({$name, &@name}, $list, $space); }
   | MINUS called_name[name] LPAREN arguments[list] RPAREN atom_space[space]
-                       { $$ = build.atoms().atom($name, $list, $space, Negation::kStrong); }
+                       { $$ = build.atoms().atom({$name, &@name}, $list, $space, kStrong); }
   | name atom_space[space]
-                       { $$ = build.atoms().atom($name, $space); }
+                       { $$ = build.atoms().atom({$name, &@name}, $space); }
   | MINUS name atom_space[space]
-                       { $$ = build.atoms().atom($name, $space, Negation::kStrong); }
+                       { $$ = build.atoms().atom({$name, &@name}, $space, kStrong); }
   ;
 
 called_name
@@ -352,9 +355,10 @@ atom_space
                        }
   ;
 
+/* Stands where its name does; without one, as the default, where the frame does. */
 frame_space
   : %empty             { $$ = build.frame_spaces().current(); }
-  | AT name            { $$ = build.frame_spaces().named($name); }
+  | AT name            { @$ = @name; $$ = build.frame_spaces().named($name); }
   ;
 
 /* Frames */
@@ -366,7 +370,7 @@ frame_literal
 
 frame
   : molecule frame_space
-                       { $$ = build.frames().in_space($molecule, $frame_space); }
+                       { $$ = build.frames().in_space($molecule, {$frame_space, &@frame_space}); }
   ;
 
 molecule
@@ -414,8 +418,8 @@ class
   ;
 
 function_class
-  : called_name LPAREN arguments RPAREN
-               { $$ = build.frames().function(build.terms().function($called_name, $arguments)); }
+  : called_name[name] LPAREN arguments[list] RPAREN
+               { $$ = build.frames().function(build.terms().function({$name, &@name}, $list)); }
   ;
 
 attributes
@@ -511,8 +515,8 @@ other_term
   ;
 
 function_term
-  : called_name LPAREN arguments RPAREN
-                       { $$ = build.terms().function($called_name, $arguments); }
+  : called_name[name] LPAREN arguments[list] RPAREN
+                       { $$ = build.terms().function({$name, &@name}, $list); }
   ;
 
 no_number

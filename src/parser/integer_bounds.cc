@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "model/report.h"
+#include "parser/reading_scope.h"
 
 namespace zarel {
 
@@ -21,11 +21,12 @@ TERMT IntegerBounds::maxint() {
   return TERMT::integer(static_cast<std::int32_t>(MaxInteger_));
 }
 
-bool IntegerBounds::define(const TERMT& term) {
+bool IntegerBounds::define(const TERMT& term, const SourceRange& place) {
   if (MaxInteger_ != kNone) {
     report(Code::kMaxintRedefined, "Cannot redefine #maxint. Ignoring this definition");
     return false;
   }
+  const ReadingScope at_term(work(), &place);
   if (term.kind != TermKind::kInteger) {
     report(Code::kMaxintNoInteger, "parse error in #maxint statement");
     return true;

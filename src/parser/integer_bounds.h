@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "base/place.h"
 #include "model/term.h"
 
 namespace zarel {
@@ -19,8 +20,8 @@ class IntegerBounds {
 
   // The directive "#maxint = term.": true when it is the program's and belongs into it. A second
   // one is only reported; a term that is no integer, or a bound below an integer already seen, is
-  // reported and counted.
-  bool define(const TERMT& term);
+  // reported and counted, at the term's place.
+  bool define(const TERMT& term, const SourceRange& place);
 
   // The bound, and the greatest integer so far; -1 for none.
   std::int64_t MaxInteger() const { return MaxInteger_; }

@@ -9,11 +9,11 @@
 
 namespace zarel {
 
-ATOMT InvocationBuilder::actual(NameId name, Negation negation) {
+ATOMT InvocationBuilder::actual(WrittenName name, Negation negation) {
   return atoms_.plain_atom(name, {}, negation);
 }
 
-ATOMT InvocationBuilder::actual(NameId name, TermsMark parameters, Negation negation) {
+ATOMT InvocationBuilder::actual(WrittenName name, TermsMark parameters, Negation negation) {
   return atoms_.plain_atom(name, terms_.take(parameters), negation);
 }
 
@@ -25,7 +25,7 @@ ATOMT InvocationBuilder::marker(NameId name, ActualsMark actuals, TermsMark outp
     invocation.origins.push_back({actual, spaces_.currentDefaultNs()});
   }
   invocation.written = work().where();
-  has_invocation_ = true;
+  if (!first_) first_ = invocation.written.range;
   if (definition_.is_open()) return ATOMT(invocation);
   invocation.expansion_key = marker_key(expansion_of(invocation));
   const ATOMT marker(invocation);

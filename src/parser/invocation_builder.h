@@ -1,6 +1,8 @@
 #pragma once
 // invocation_builder.h - what the grammar's actions on template invocations call.
 
+#include <optional>
+
 #include "parser/atom_builder.h"
 #include "parser/frame_spaces.h"
 #include "parser/list_stack.h"
@@ -18,15 +20,16 @@ class InvocationBuilder {
       : terms_(terms), atoms_(atoms), spaces_(spaces), definition_(definition) {}
 
   // Actual predicates, and lists of them while they are read.
-  ATOMT actual(NameId name, Negation negation = Negation::kNone);
-  ATOMT actual(NameId name, TermsMark parameters, Negation negation = Negation::kNone);
+  ATOMT actual(WrittenName name, Negation negation = Negation::kNone);
+  ATOMT actual(WrittenName name, TermsMark parameters, Negation negation = Negation::kNone);
   ListStack<ATOMT>& actuals() { return actuals_; }
 
   // The marker atom of the invocation, which is scheduled and recorded unless it stands in a
   // template body.
   ATOMT marker(NameId name, ActualsMark actuals, TermsMark output_terms);
 
-  bool has_invocation() const { return has_invocation_; }    // since clear()
+  // Where the first one since clear() stands; nothing without one.
+  const std::optional<SourceRange>& first() const { return first_; }
   void clear();
 
  private:
@@ -35,12 +38,12 @@ class InvocationBuilder {
   const FrameSpaces& spaces_;
   const TemplateBuilder& definition_;
   ListStack<ATOMT> actuals_;
-  bool has_invocation_ = false;
+  std::optional<SourceRange> first_;
 };
 
 inline void InvocationBuilder::clear() {
   actuals_.clear();
-  has_invocation_ = false;
+  first_.reset();
 }
 
 }    // namespace zarel

@@ -37,7 +37,7 @@ class ProgramBuilder {
   class Placed {
    public:
     Placed(ProgramBuilder& builder, const SourceRange& place)
-        : builder_(builder), scope_(builder.work_, place) {}
+        : builder_(builder), scope_(builder.work_, &place) {}
     ProgramBuilder* operator->() const { return &builder_; }
 
    private:

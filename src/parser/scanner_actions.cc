@@ -4,6 +4,7 @@
 #include <string>
 
 #include "model/run.h"
+#include "parser/text_range.h"
 
 namespace zarel {
 ScannerActions::ScannerActions(const ScannerInput& input, std::uint32_t file,
@@ -35,17 +36,8 @@ void ScannerActions::line_end() {
 
 // The text was not passed over so far.
 Place ScannerActions::place_of_next(std::string_view text) const {
-  SourceRange range{line_, column_, line_, column_};
-  const std::size_t last_line = text.rfind('\n');
-  const auto size = static_cast<std::uint32_t>(text.size());
-  if (last_line == std::string_view::npos) {
-    range.last_column += size - 1;
-  } else {
-    range.last_line += static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
-    range.last_column = size - static_cast<std::uint32_t>(last_line) - 1;
-  }
   wide_.note(text, line_, column_);
-  return place_of(SourceSpan{file_, range});
+  return place_of(SourceSpan{file_, range_of_text(line_, column_, text)});
 }
 
 NameId ScannerActions::identifier(std::string_view spelling) {

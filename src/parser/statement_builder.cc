@@ -6,6 +6,7 @@
 #include "model/namespaces.h"
 #include "model/printer.h"
 #include "model/run.h"
+#include "parser/reading_scope.h"
 #include "parser/syntax_error.h"
 #include "templates/query_rewriting.h"
 
@@ -29,7 +30,8 @@ void say_that_query_is_replaced(const Body& old_query, const Body& new_query) {
 
 // Only one query is kept. The variables that follow are numbered from 0 again.
 bool StatementBuilder::query(Body* body) {
-  if (invocations_.has_invocation()) {
+  if (const auto& invocation = invocations_.first()) {
+    const ReadingScope at_invocation(work(), &*invocation);
     report_syntax_error();
     return false;
   }
@@ -46,12 +48,12 @@ const Body* StatementBuilder::LocalQuery() const {
 }
 
 // The directive's own number is no integer of the program: no earlier bound holds for it.
-void StatementBuilder::maxint(Number number) {
-  maxint(TERMT::integer(static_cast<std::int32_t>(number.value)));
+void StatementBuilder::maxint(Number number, const SourceRange& place) {
+  maxint(TERMT::integer(static_cast<std::int32_t>(number.value)), place);
 }
 
-void StatementBuilder::maxint(const TERMT& term) {
-  if (bounds_.define(term)) CLAUSES().emplace_back(term, work().source());
+void StatementBuilder::maxint(const TERMT& term, const SourceRange& place) {
+  if (bounds_.define(term, place)) CLAUSES().emplace_back(term, work().source());
 }
 
 void StatementBuilder::include_line(NameId name) {
@@ -66,10 +68,11 @@ void StatementBuilder::include_library_line(NameId name) {
   current_run().include_places.push_back(work().source().location);
 }
 
-void StatementBuilder::declare_namespace(NameId prefix, NameId uri) {
+void StatementBuilder::declare_namespace(WrittenName prefix, NameId uri) {
   std::string quoted(names().spelling(uri));
   if (quoted.front() != '"') quoted.insert(0, 1, '"').push_back('"');
-  if (!vectorName().declare(names().spelling(prefix), quoted)) {
+  if (!vectorName().declare(names().spelling(prefix.id), quoted)) {
+    const ReadingScope at_prefix(work(), prefix.place);
     report(Code::kRedefinedPrefix, "Cannot define more namespace with the same name");
   }
 }

@@ -17,11 +17,12 @@ class StatementBuilder {
   // False when the query holds a template invocation, which is reported as a syntax error.
   bool query(Body* body);
   const Body* LocalQuery() const;    // the one that is held, in QUERIES; null without one
-  void maxint(Number number);
-  void maxint(const TERMT& term);
+  // What is wrong with the number or term is reported at its own place.
+  void maxint(Number number, const SourceRange& place);
+  void maxint(const TERMT& term, const SourceRange& place);
   void include_line(NameId name);            // #include name
   void include_library_line(NameId name);    // #include <name>
-  void declare_namespace(NameId prefix, NameId uri);
+  void declare_namespace(WrittenName prefix, NameId uri);
 
  private:
   IntegerBounds& bounds_;

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "model/names.h"
-#include "model/report.h"
+#include "parser/reading_scope.h"
 #include "templates/definitions.h"
 #include "templates/linking.h"
 
@@ -19,9 +19,13 @@ void TemplateBuilder::global_predicate(NameId name) {
   definition_.globals.insert(name);
 }
 
-void TemplateBuilder::open(NameId name, Number output_arity) {
-  definition_.name = names().spelling(name);
-  check_template_name(definition_.name);
+void TemplateBuilder::open(WrittenName name, Number output_arity) {
+  definition_.name = names().spelling(name.id);
+  {
+    const ReadingScope at_name(work(), name.place);
+    check_template_name(definition_.name);
+    name_place_ = work().where().range;
+  }
   definition_.outputArity = static_cast<std::int32_t>(output_arity.value);
   definition_.sequence_number = static_cast<std::uint32_t>(cont());
   definition_.frame_space = spaces_.currentDefaultNs();
@@ -30,6 +34,7 @@ void TemplateBuilder::open(NameId name, Number output_arity) {
 }
 
 void TemplateBuilder::close() {
+  const ReadingScope at_name(work(), &name_place_);
   addedDefinition(std::move(definition_));
   leave();
 }

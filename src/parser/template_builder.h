@@ -18,7 +18,7 @@ class TemplateBuilder {
 
   void formal_predicate(NameId name, Number arity);
   void global_predicate(NameId name);
-  void open(NameId name, Number output_arity);
+  void open(WrittenName name, Number output_arity);
   void close();    // a second definition of a name ends the run
   void leave();    // a definition that is not whole is dropped
 
@@ -31,6 +31,7 @@ class TemplateBuilder {
  private:
   const FrameSpaces& spaces_;
   DEFINITIONATOM definition_{};
+  SourceRange name_place_{};
   bool is_open_ = false;    // between the head and the end
 };
 

@@ -6,7 +6,8 @@
 #include "functions/function_terms.h"
 #include "model/clause.h"
 #include "model/namespaces.h"
-#include "model/report.h"
+#include "parser/reading_scope.h"
+#include "parser/text_range.h"
 
 namespace zarel {
 namespace {
@@ -48,16 +49,21 @@ TERMT TermBuilder::qualified(const NamePair& prefix_and_local) {
   }
   std::string message = "An URI with id '";
   message.append(names().spelling(prefix)).append("' does not exist");
+  const SourceRange whole = work().where().range;
+  const SourceRange own =
+      range_of_text(whole.first_line, whole.first_column, names().spelling(prefix));
+  const ReadingScope at_prefix(work(), &own);
   report(Code::kUnknownPrefix, message);
   return newTERMT(local);
 }
 
-TERMT TermBuilder::function(NameId functor, TermsMark arguments) {
-  if (const std::string_view name = names().spelling(functor); name.starts_with('"')) {
+TERMT TermBuilder::function(WrittenName functor, TermsMark arguments) {
+  if (const std::string_view name = names().spelling(functor.id); name.starts_with('"')) {
     std::string message = "a functor must be a name without quotes, not ";
+    const ReadingScope at_functor(work(), functor.place);
     report(Code::kQuotedFunctor, message.append(name));
   }
-  return newFTERM(functor, take(arguments));
+  return newFTERM(functor.id, take(arguments));
 }
 
 TERMT TermBuilder::weight(Number whole) {

@@ -20,8 +20,9 @@ class TermBuilder {
   TERMT anonymous() { return TERMT::anonymous(); }
   TERMT integer(Number number) { return bounds_.integer(number.value); }
   TERMT maxint() { return bounds_.maxint(); }
-  TERMT qualified(const NamePair& prefix_and_local);           // an unknown prefix counts an error
-  TERMT function(NameId functor, TermsMark arguments);         // a quoted functor counts an error
+  TERMT qualified(const NamePair& prefix_and_local);    // an unknown prefix counts an error
+  TERMT function(WrittenName functor,
+                 TermsMark arguments);                         // a quoted functor counts an error
   NameId disjunction_name() { return names().intern("v"); }    // where the word stands for a name
 
   // The markers among the parameters of an actual predicate.

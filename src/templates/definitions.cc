@@ -38,7 +38,7 @@ void addedDefinition(DEFINITIONATOM definition) {
   }
   std::string text = "Template ";
   report_and_end({Code::kTemplateRedefined,
-                  place_of(definition.head),
+                  work_place(),
                   text.append(definition.name).append(" already defined."),
                   {{place_of(first->head), "the first definition"}}});
 }

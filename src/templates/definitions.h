@@ -34,7 +34,8 @@ class DefinitionTable {
 // The definitions of this process's program.
 DefinitionTable& defhashmap();
 
-// Stores a definition. A second one of a name ends the run with status 1 and a message.
+// Stores a definition. A second one of a name ends the run with status 1 and a message, at the place
+// of the work.
 void addedDefinition(DEFINITIONATOM definition);
 
 }    // namespace zarel
