@@ -25,6 +25,10 @@ const AGGREGATEPREDT* AggregateBuilder::bare(AggregateFunction function, TermsMa
   return &made_.emplace_back(bare);
 }
 
+void AggregateBuilder::drop() {
+  made_.clear();
+}
+
 // A guard to the left with ">" or ">=" also gets the lower bound 0; its mirror image to the right
 // does not.
 ATOMT AggregateBuilder::left_guarded(const TERMT& guard, BUILTIN comparison,

@@ -24,10 +24,12 @@ class AggregateBuilder {
                 BUILTIN upper_comparison, const TERMT& upper);
 
   void clear() {
-    if (!made_.empty()) made_.clear();
+    if (!made_.empty()) drop();    // most statements have none
   }
 
  private:
+  void drop();
+
   TermBuilder& terms_;
   std::deque<AGGREGATEPREDT> made_;    // a deque: addresses stay put
 };

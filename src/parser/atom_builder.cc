@@ -8,11 +8,6 @@
 
 namespace zarel {
 
-ATOMT AtomBuilder::atom(WrittenName name, TermsMark list, NameId frame_space, Negation negation) {
-  if (definition_.is_open()) return plain_atom(name, terms_.take(list), negation);
-  return encoded_atom(name.id, frame_space, terms_.take(list), negation);
-}
-
 ATOMT AtomBuilder::atom(WrittenName name, NameId frame_space, Negation negation) {
   if (definition_.is_open()) return plain_atom(name, {}, negation);
   return addDefaultToAtomt(encoded_bare_atom(name.id, negation), frame_space);

@@ -38,4 +38,11 @@ class AtomBuilder {
   const TemplateBuilder& definition_;
 };
 
+// Inline: most atoms of a large program come from here. See Note [flat facts].
+inline ATOMT AtomBuilder::atom(WrittenName name, TermsMark list, NameId frame_space,
+                               Negation negation) {
+  if (definition_.is_open()) return plain_atom(name, terms_.take(list), negation);
+  return encoded_atom(name.id, frame_space, terms_.take(list), negation);
+}
+
 }    // namespace zarel
