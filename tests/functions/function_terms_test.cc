@@ -2,55 +2,43 @@
 
 #include "functions/function_terms.h"
 
-#include <gtest/gtest.h>
-
-#include "model/printer.h"
-#include "support/fresh_run.h"
+#include "model/model_fixture.h"
 
 namespace zarel {
 namespace {
 
-class FunctionTerms : public testing::Test {
- protected:
-  FreshRun run_;
+using FunctionTerms = ModelTest;
 
-  static TERMT function(std::string_view functor, const std::vector<TERMT>& arguments) {
-    return newFTERM(names().intern(functor), arguments);
-  }
-  template <class T>
-  static std::string text(const T& whole) {
-    Text out;
-    append_text(out, whole);
-    return out.str();
-  }
-};
+TERMT function(std::string_view functor, const Terms& arguments) {
+  return newFTERM(names().intern(functor), arguments);
+}
 
 TEST_F(FunctionTerms, AreVariablesOfTheirOwnUntilTheRuleIsRewritten) {
   EXPECT_FALSE(hasFunctionTerm());
   const TERMT f = function("f", {newTERMT("X")});
   const TERMT g = function("g", {f});
   EXPECT_TRUE(hasFunctionTerm());
-  EXPECT_EQ(text(f) + text(g), "F_f_0F_g_1");
+  EXPECT_EQ(text_of(f) + text_of(g), "F_f_0F_g_1");
   EXPECT_EQ(newTERMT("F_g_1").value, g.value);    // the variable of that name
   Head head;
   Body body;
-  head.add({"p", std::vector{g}, PREDICATE_NAMETS::TYPE::kUnknown});
+  head.add(atom("p", g));
   rewriteFunctionsInHead(head, body);
   EXPECT_EQ(head.atoms()[0].terms()[0], TERMT::variable(g.index()));
   EXPECT_EQ(body[0].atom.terms()[2], f);    // inner ones are for the body to rewrite
   EXPECT_TRUE(hasFunctionTerm());           // only the whole rule's rewriting ends it
   rewriteFunctions(nullptr, body);
-  EXPECT_EQ(text(body[0]) + text(body[1]),
+  EXPECT_EQ(text_of(body[0]) + text_of(body[1]),
             "#function_builtin(F_g_1,g,F_f_0)#function_builtin(F_f_0,f,X)");
   EXPECT_FALSE(hasFunctionTerm());
-  EXPECT_EQ(text(function("g", {})), "F_g_0");
+  EXPECT_EQ(text_of(function("g", {})), "F_g_0");
 }
 
 TEST_F(FunctionTerms, BecomeABuiltinAtomThatKeepsInnerOnes) {
   const TERMT inner = function("g", {newTERMT("Y")});
   const ATOMT built = buildFunctionAtom(function("f", {newTERMT("X"), TERMT::integer(-3), inner}));
-  EXPECT_EQ(text(built), "#function_builtin(F_f_1,f,X,-3,F_g_0)");
-  EXPECT_EQ(ATOMT::Predicates().type(built.predicate()), PREDICATE_NAMETS::TYPE::kBuiltin);
+  EXPECT_EQ(text_of(built), "#function_builtin(F_f_1,f,X,-3,F_g_0)");
+  EXPECT_EQ(ATOMT::Predicates().type(built.predicate()), Type::kBuiltin);
   EXPECT_EQ(built.terms()[0].kind, TermKind::kVariable);
   EXPECT_EQ(built.terms()[1], newTERMT("f"));
   EXPECT_EQ(built.terms()[4], inner);

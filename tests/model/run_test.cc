@@ -28,12 +28,6 @@ TEST(Runs, KeepNamesClausesAndOptionsApart) {
   EXPECT_EQ(current_run().findings.parser_errors + nclause(), 0);
 }
 
-TEST(Runs, BeginWithTheBuiltinsAlone) {
-  zarel::Run run;
-  const zarel::Run::Scope scope(run);
-  EXPECT_EQ(ATOMT::Predicates().size(), 10U);
-}
-
 struct Traced {
   ~Traced() { order += name; }
   char name = '?';
