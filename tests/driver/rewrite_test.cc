@@ -111,13 +111,13 @@ TEST_F(RewriteTest, ShowsAnUnsafeRuleWhenTheCheckIsOn) {
     const RewrittenProgram unchecked = rewritten({input});
     EXPECT_EQ(unchecked.status, 0) << input;
     EXPECT_EQ(unchecked.messages, "");
-    const RewrittenProgram checked = rewritten({input}, {false, true});
+    const RewrittenProgram checked = rewritten({input}, {.run = {.OptionSafetyCheck = true}});
     EXPECT_EQ(checked.status, 1);
     EXPECT_EQ(checked.messages,
               "1: line 1: Warning: suspected unsafe Rule..\n" + unchecked.clauses);
   }
   // Behind a query a variable may have no name to print.
-  EXPECT_EQ(rewritten({"p(X)? q(Y,X)."}, {false, true}).messages,
+  EXPECT_EQ(rewritten({"p(X)? q(Y,X)."}, {.run = {.OptionSafetyCheck = true}}).messages,
             "1: line 1: Warning: suspected unsafe Rule..\n");
 }
 

@@ -92,7 +92,8 @@ TEST_F(TemplateTables, ReplaceAllButGroupByTerms) {
   const ATOMT from = atom("p", x, newTERMT("Y"), asterisk_);
   const ATOMT anonymous = soloGroup_by(group_by, from, OtherTerms::kAnonymous);
   EXPECT_TRUE(equal(anonymous, atom("p", x, none, none)));
-  EXPECT_TRUE(equal(soloGroup_by(group_by, from, OtherTerms::kAsterisk), atom("p", x, place, place)));
+  EXPECT_TRUE(
+      equal(soloGroup_by(group_by, from, OtherTerms::kAsterisk), atom("p", x, place, place)));
   EXPECT_EQ(ATOMT::Predicates().type(anonymous.predicate()), Type::kIdb);
 }
 
