@@ -87,7 +87,7 @@ BodyOrder::MaybeReady BodyOrder::readiness(const Literal& literal) {
   if (literal.kind == kAggregate) return aggregate_readiness(literal);
   if (are_bound(literal.uses)) return Readiness{StepMode::kTest, 0};
   if (literal.negated && literal.kind != kUnequal) return std::nullopt;
-  if (is_comparison(literal.kind)) return comparison_readiness(literal);
+  if (kind_of(literal.kind).is_comparison) return comparison_readiness(literal);
   if (literal.kind == kFunctionTerm) return function_readiness(literal);
   return operand_readiness(literal);
 }
@@ -267,7 +267,8 @@ bool BodyOrder::may_bind(const Literal& literal, VariableId variable) const {
     const auto end = begin + literal.uses.end;
     return std::ranges::find(begin + literal.uses.begin, end, variable, &Use::variable) != end;
   }
-  if (is_comparison(literal.kind)) return literal.kind == (literal.negated ? kUnequal : kEqual);
+  if (kind_of(literal.kind).is_comparison)
+    return literal.kind == (literal.negated ? kUnequal : kEqual);
   return !literal.negated;
 }
 

@@ -3,6 +3,7 @@
 // lie in flat lists that are cleared and used again, so that a million facts cost no allocation
 // each.
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -51,7 +52,7 @@ struct Term {
   std::string_view name;    // as the input spells it, of constants and compounds
 };
 
-// The builtins; the comparisons come first.
+// What a literal is; each has its row in kBuiltins.
 enum Builtin : int {
   kEqual,
   kUnequal,
@@ -67,8 +68,44 @@ enum Builtin : int {
   kAtom,
   kAggregate
 };
-constexpr bool is_comparison(int kind) {
-  return kind <= kGreaterEqual;
+
+struct BuiltinKind {
+  Builtin kind;
+  std::string_view name;
+  std::uint32_t arity;    // 0 where it varies
+  bool is_comparison = false;
+  bool may_be_negated = false;    // stand behind "not"
+  bool needs_bound = false;       // it ranges over the integers
+};
+inline constexpr std::array kBuiltins = std::to_array<BuiltinKind>({
+    {.kind = kEqual, .name = "==", .arity = 2, .is_comparison = true, .may_be_negated = true},
+    {.kind = kUnequal, .name = "!=", .arity = 2, .is_comparison = true, .may_be_negated = true},
+    {.kind = kLess, .name = "<", .arity = 2, .is_comparison = true, .may_be_negated = true},
+    {.kind = kGreater, .name = ">", .arity = 2, .is_comparison = true, .may_be_negated = true},
+    {.kind = kLessEqual, .name = "<=", .arity = 2, .is_comparison = true, .may_be_negated = true},
+    {.kind = kGreaterEqual,
+     .name = ">=",
+     .arity = 2,
+     .is_comparison = true,
+     .may_be_negated = true},
+    {.kind = kInt, .name = "#int", .arity = 1, .may_be_negated = true, .needs_bound = true},
+    {.kind = kSuccessor, .name = "#succ", .arity = 2, .needs_bound = true},
+    {.kind = kSum, .name = "+", .arity = 3},
+    {.kind = kProduct, .name = "*", .arity = 3},
+    {.kind = kFunctionTerm, .name = "#function_builtin", .arity = 0},
+    {.kind = kAtom, .name = "atom", .arity = 0, .may_be_negated = true},
+    {.kind = kAggregate, .name = "aggregate", .arity = 0, .may_be_negated = true},
+});
+constexpr bool is_in_order() {
+  for (std::size_t i = 0; i < kBuiltins.size(); ++i) {
+    if (kBuiltins[i].kind != static_cast<Builtin>(i)) return false;
+  }
+  return true;
+}
+static_assert(is_in_order(), "a row for each kind, in the order of the kinds");
+
+constexpr const BuiltinKind& kind_of(Builtin builtin) {
+  return kBuiltins[static_cast<std::size_t>(builtin)];
 }
 
 struct Literal {

@@ -18,9 +18,6 @@ namespace {
 constexpr std::size_t kMaxNesting = 5000;
 constexpr std::int64_t kMaxInteger = 2147483647;
 
-constexpr const char* kBuiltinNames[] = {
-    "==", "!=", "<", ">", "<=", ">=", "#int", "#succ", "+", "*", "#function_builtin"};
-
 std::int64_t value_of(std::string_view digits) {
   std::int64_t value = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
@@ -269,9 +266,10 @@ void StatementBuilder::add_builtin(Builtin kind, Slice arguments, std::uint32_t 
   literal.kind = kind;
   literal.arguments = arguments;
   literal.uses = {uses_begin, uses_size()};
-  if (negated_ && kind >= kSuccessor) {
+  if (negated_ && !kind_of(kind).may_be_negated) {
     fail(line_, kUnsupportedNegation,
-         std::string("\"not\" before ") + kBuiltinNames[kind] + " is not supported", negation_);
+         std::string("\"not\" before ").append(kind_of(kind).name) + " is not supported",
+         negation_);
   }
   add_literal(literal);
 }
@@ -306,7 +304,7 @@ void StatementBuilder::builtin(const Operator& name) {
   const auto kind = static_cast<Builtin>(name.kind);
   const Frame frame = close_frame();
   check_arity(name, frame.count);
-  if (kind == kInt || kind == kSuccessor) {
+  if (kind_of(kind).needs_bound) {
     receiver_.needs_bound(line_, piece({name.text, name.length, name.line}));
   }
   if (!has_failed()) add_builtin(kind, {frame.arguments_begin, arguments_size()}, frame.uses_begin);
@@ -322,10 +320,10 @@ void StatementBuilder::check_arity(const Operator& name, std::uint32_t count) {
     }
     return;
   }
-  const std::uint32_t expected = kind == kInt ? 1 : kind >= kSum ? 3 : 2;
+  const std::uint32_t expected = kind_of(kind).arity;
   if (count == expected) return;
   fail(line_, kBuiltinArity,
-       std::string(kBuiltinNames[kind]) + " takes " + std::to_string(expected) +
+       std::string(kind_of(kind).name) + " takes " + std::to_string(expected) +
            (expected == 1 ? " argument" : " arguments") + ", not " + std::to_string(count),
        name.view());
 }
