@@ -5,7 +5,7 @@
 
 #include "model/report.h"
 #include "templates/invocations.h"
-#include "templates/linking.h"
+#include "templates/template_rules.h"
 
 namespace zarel {
 
@@ -27,7 +27,7 @@ ATOMT InvocationBuilder::marker(NameId name, ActualsMark actuals, TermsMark outp
   invocation.written = work().where();
   if (!first_) first_ = invocation.written.range;
   if (definition_.is_open()) return ATOMT(invocation);
-  invocation.expansion_key = marker_key(expansion_of(invocation));
+  invocation.expansion_key = template_rules().marker_key(template_rules().expansion_of(invocation));
   const ATOMT marker(invocation);
   record_invocation(std::move(invocation));
   return marker;

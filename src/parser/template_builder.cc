@@ -5,7 +5,7 @@
 #include "model/names.h"
 #include "parser/reading_scope.h"
 #include "templates/definitions.h"
-#include "templates/linking.h"
+#include "templates/template_rules.h"
 
 namespace zarel {
 
@@ -47,7 +47,7 @@ void TemplateBuilder::leave() {
 }
 
 FrameContext TemplateBuilder::frame_context() const {
-  return {OptionHigherOrder(), is_open_ && are_frames_local()};
+  return {OptionHigherOrder(), is_open_ && template_rules().are_frames_local()};
 }
 
 }    // namespace zarel

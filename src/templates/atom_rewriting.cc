@@ -3,8 +3,8 @@
 #include "model/names.h"
 #include "templates/generated_program.h"
 #include "templates/group_terms.h"
-#include "templates/linking.h"
 #include "templates/opposites.h"
+#include "templates/template_rules.h"
 
 namespace zarel {
 namespace {
@@ -31,12 +31,12 @@ ATOMT own_atom(const Expansion& expansion, const ATOMT& atom, const BodyName& na
 }
 
 ATOMT local_atom(Expansion& expansion, const ATOMT& atom, const BodyName& name) {
-  const std::string renamed = local_name(name.text, expansion.label(name.text));
+  const std::string renamed = template_rules().local_name(name.text, expansion.label(name.text));
   return plain_atom(renamed, grouped(expansion, atom.terms()), negation_of(name));
 }
 
 bool asks_for_opposite(const BodyName& formal) {
-  return formal.is_strongly_negated && are_formals_negated();
+  return formal.is_strongly_negated && template_rules().are_formals_negated();
 }
 
 ATOMT formal_atom(const Expansion& expansion, const ATOMT& atom, const BodyName& name,
@@ -49,11 +49,13 @@ ATOMT formal_atom(const Expansion& expansion, const ATOMT& atom, const BodyName&
 
 void add_bridge(Expansion& expansion, const ATOMT& atom) {
   const BodyName name = body_name(atom);
-  const ATOMT global = bridged(atom);
+  const ATOMT global = template_rules().bridged(atom);
   const ATOMT local = local_atom(expansion, global, name);
   Body body;
-  body.add(global_source(expansion.definition(), global, name.text, negation_of(name)));
-  for (const ATOMT& bound : bridge_bindings(expansion.binding(), expansion.group_by())) {
+  body.add(
+      template_rules().global_source(expansion.definition(), global, name.text, negation_of(name)));
+  for (const ATOMT& bound :
+       template_rules().bridge_bindings(expansion.binding(), expansion.group_by())) {
     body.add({bound, false});
   }
   add_generated_rule(local, body);
@@ -78,15 +80,16 @@ NestedActual bound_actual(const Expansion& expansion, const BodyName& name, std:
 
 NestedActual nested_actual(Expansion& expansion, const ATOMT& actual) {
   const BodyName name = body_name(actual);
-  if (is_global(expansion.definition(), name.text)) {
-    if (are_nested_globals_bridged()) {
+  if (template_rules().is_global(expansion.definition(), name.text)) {
+    if (template_rules().are_nested_globals_bridged()) {
       add_bridge(expansion, actual);
       add_bridge(expansion, opposite(actual));
     }
     return plain(local_atom(expansion, actual, name));
   }
   if (const auto place = expansion.formal(name.text)) {
-    if (stands_for_bound(actual.terms())) return bound_actual(expansion, name, *place);
+    if (template_rules().stands_for_bound(actual.terms()))
+      return bound_actual(expansion, name, *place);
     return plain(formal_atom(expansion, actual, name, *place));
   }
   if (name.text == expansion.invocation().name) return plain(own_atom(expansion, actual, name));
@@ -103,7 +106,7 @@ Expansion::Expansion(const INVOCATIONATOM& invocation, const DEFINITIONATOM& def
       binding_(binding),
       group_by_(getGroupBy(invocation)),
       actuals_(modifyCon(invocation.actuals)),
-      patterns_(pattern_positions(actuals_, binding)) {
+      patterns_(template_rules().pattern_positions(actuals_, binding)) {
   for (std::size_t place = 0; place < binding.size(); ++place) {
     formals_.emplace(binding[place].first, place);
   }
@@ -116,24 +119,24 @@ std::optional<std::size_t> Expansion::formal(std::string_view name) const {
 }
 
 std::vector<TERMT> Expansion::formal_terms(std::size_t place, std::span<const TERMT> terms) const {
-  return merged_terms(terms, actuals_[patterns_[place]].terms());
+  return template_rules().merged_terms(terms, actuals_[patterns_[place]].terms());
 }
 
 int Expansion::label(std::string_view local) {
   const auto [entry, is_new] = labels_.try_emplace(std::string(local), 0);
-  if (is_new) entry->second = free_label(entry->first);
+  if (is_new) entry->second = template_rules().free_label(entry->first);
   return entry->second;
 }
 
 BodyName body_name(const ATOMT& atom) {
   const std::string_view name = atom.name();
-  return {unlabelled(without_minus(name)), name.starts_with('-')};
+  return {template_rules().unlabelled(without_minus(name)), name.starts_with('-')};
 }
 
 ATOMT getAtom(Expansion& expansion, const ATOMT& atom) {
-  if (!is_rewritten(atom)) return atom;
+  if (!template_rules().is_rewritten(atom)) return atom;
   const BodyName name = body_name(atom);
-  if (is_global(expansion.definition(), name.text)) {
+  if (template_rules().is_global(expansion.definition(), name.text)) {
     add_bridge(expansion, atom);
     return local_atom(expansion, atom, name);
   }

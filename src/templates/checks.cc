@@ -15,7 +15,7 @@
 #include "templates/atom_rewriting.h"
 #include "templates/definitions.h"
 #include "templates/invocations.h"
-#include "templates/linking.h"
+#include "templates/template_rules.h"
 
 namespace zarel {
 namespace {
@@ -76,7 +76,7 @@ class RuleFault {
   }
 
   void look_at_head(const ATOMT& atom) {
-    if (!is_rewritten(atom)) return;
+    if (!template_rules().is_rewritten(atom)) return;
     const std::string_view name = body_name(atom).text;
     const std::span<const std::size_t> places = places_of(name);
     if (!places.empty()) {
@@ -85,7 +85,7 @@ class RuleFault {
                 " is a formal predicate and it cannot be in the head of rule in a "
                 "template definition.");
     }
-    if (is_global(definition_, name)) {
+    if (template_rules().is_global(definition_, name)) {
       found(0, Code::kGlobalInHead,
             quoted(name) +
                 " is a global predicate and it  cannot be in the head of rule in a "
@@ -106,12 +106,12 @@ class RuleFault {
   }
 
   void look_at_nested(const InvocationPayload& invocation) {
-    if (!are_nested_invocations_checked()) return;
+    if (!template_rules().are_nested_invocations_checked()) return;
     for (const ATOMT& actual : invocation.actuals.elements()) look_at_use(actual);
   }
 
   void look_at_use(const ATOMT& atom) {
-    if (!is_rewritten(atom)) return;
+    if (!template_rules().is_rewritten(atom)) return;
     const std::size_t arity = atom.terms().size();
     for (const std::size_t place : places_of(body_name(atom).text)) {
       const FORMALPRED& formal = definition_.formals[place];
@@ -183,7 +183,8 @@ bool check_actual_arities(const INVOCATIONATOM& invocation, const DEFINITIONATOM
 const ATOMT* result_atom(const DEFINITIONATOM& definition, const CLAUSET& clause) {
   for (const ATOMT& atom : clause.head()) {
     const BodyName name = body_name(atom);
-    if (is_rewritten(atom) && !name.is_strongly_negated && name.text == definition.name) {
+    if (template_rules().is_rewritten(atom) && !name.is_strongly_negated &&
+        name.text == definition.name) {
       return &atom;
     }
   }
@@ -270,7 +271,7 @@ bool control_of_template() {
     if (!check_actual_arities(invocation, *definition)) return false;
     if (is_first && !check_result(*definition)) return false;
   }
-  return !are_nested_invocations_checked() || reached.check_nested();
+  return !template_rules().are_nested_invocations_checked() || reached.check_nested();
 }
 
 }    // namespace zarel

@@ -4,7 +4,7 @@
 
 #include "model/printer.h"
 #include "model/report.h"
-#include "templates/linking.h"
+#include "templates/template_rules.h"
 
 namespace zarel {
 
@@ -31,7 +31,7 @@ void lookup_all(const DefinitionTable& table) {
 }
 
 void lookup(const InvocationTable& table, const INVOCATIONATOM& invocation) {
-  const std::uint32_t key = expansion_of(invocation);
+  const std::uint32_t key = template_rules().expansion_of(invocation);
   Text text("Lista di invocazioni con la stessa chiave(segnatura) ");
   text.add_number(key);
   text += " : ";

@@ -13,10 +13,10 @@
 #include "templates/checks.h"
 #include "templates/definitions.h"
 #include "templates/generated_program.h"
-#include "templates/linking.h"
 #include "templates/marker_replacement.h"
 #include "templates/projections.h"
 #include "templates/safety_literals.h"
+#include "templates/template_rules.h"
 
 namespace zarel {
 namespace {
@@ -96,7 +96,7 @@ class ClauseRewriter {
   ATOMT cost_safety(const ATOMT& safety) {
     const auto known = groups_.find(safety.predicate());
     if (known != groups_.end()) return known->second;
-    const std::optional<ATOMT> group = group_atom(safety);
+    const std::optional<ATOMT> group = template_rules().group_atom(safety);
     if (!group) return safety;
     return groups_.emplace(safety.predicate(), *group).first->second;
   }
@@ -109,9 +109,10 @@ class ClauseRewriter {
   }
 
   TCONJUNCTION<Literal> needed_safety(std::span<const Literal> written, const Body& body) {
-    if (expansion_.group_by().empty() || !needs_safety(written)) return {};
+    if (expansion_.group_by().empty() || !template_rules().needs_safety(written)) return {};
     if (safety_.empty()) {
-      safety_ = safety_atoms(expansion_.invocation(), expansion_.binding(), expansion_.group_by());
+      safety_ = template_rules().safety_atoms(expansion_.invocation(), expansion_.binding(),
+                                              expansion_.group_by());
     }
     return modifyRule(safety_, body);
   }
@@ -144,8 +145,9 @@ class ClauseRewriter {
     invocation.origin = made_by_;
     const DEFINITIONATOM* const definition = defhashmap().find(invocation.name);
     if (definition != nullptr && !has_shape_of(invocation, *definition)) end_run(1);
-    const std::uint32_t key = nested_expansion_of(invocation, expansion_.binding());
-    invocation.expansion_key = marker_key(key);
+    const std::uint32_t key =
+        template_rules().nested_expansion_of(invocation, expansion_.binding());
+    invocation.expansion_key = template_rules().marker_key(key);
     const ATOMT marker(invocation);
     if (const std::string* const generated = done_.find(key)) {
       closed_.emplace_back(std::move(invocation), *generated);
@@ -160,7 +162,7 @@ class ClauseRewriter {
       report_and_end({Code::kEndlessExpansion, place_of(invocation.written),
                       "Template expansion does not terminate."});
     }
-    if (is_scheduled_again(key)) schedule().push_back(key);
+    if (template_rules().is_scheduled_again(key)) schedule().push_back(key);
     invhashmap().add(key, std::move(invocation));
   }
 

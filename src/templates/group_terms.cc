@@ -1,6 +1,6 @@
 #include "templates/group_terms.h"
 
-#include "templates/linking.h"
+#include "templates/template_rules.h"
 
 namespace zarel {
 
@@ -9,7 +9,7 @@ std::vector<TERMT> getGroupBy(const INVOCATIONATOM& invocation) {
   for (const ATOMT& actual : invocation.actuals.positive()) {
     for (const TERMT& term : actual.terms()) {
       if (term.is_marker()) continue;
-      group_by.push_back(group_variable(static_cast<int>(group_by.size()), term));
+      group_by.push_back(template_rules().group_variable(static_cast<int>(group_by.size()), term));
     }
   }
   return group_by;
@@ -22,7 +22,7 @@ std::vector<ATOMT> modifyCon(const TCONJUNCTION<ATOMT>& atoms) {
     const StoredList<TERMT> terms = program_storage().store(atom.terms());
     for (TERMT& term : terms.elements()) {
       if (term.is_marker() || term.kind == TermKind::kAnonymous) continue;
-      term = group_variable(count++, term);
+      term = template_rules().group_variable(count++, term);
     }
     modified.push_back(atom.with_terms(terms, atom.asterisk_count()));
   }

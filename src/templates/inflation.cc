@@ -6,9 +6,9 @@
 #include "templates/definitions.h"
 #include "templates/expansion.h"
 #include "templates/invocations.h"
-#include "templates/linking.h"
 #include "templates/marker_replacement.h"
 #include "templates/projections.h"
+#include "templates/template_rules.h"
 
 namespace zarel {
 namespace {
@@ -46,7 +46,7 @@ void Inflation(std::ostream& legend) {
     const INVOCATIONATOM& representative = *invhashmap().under(signature).front();
     const DEFINITIONATOM& definition = definition_of(representative);
     const WorkScope at(work_for(representative));
-    const std::string generated = generated_name(representative.name, counter);
+    const std::string generated = template_rules().generated_name(representative.name, counter);
     done.add(signature, generated);
     const BindingList binding = getProjections(representative, definition.formals, counter, legend);
     for (const INVOCATIONATOM* const invocation : invhashmap().under(signature)) {

@@ -7,7 +7,7 @@
 #include "model/printer.h"
 #include "model/run.h"
 #include "templates/definitions.h"
-#include "templates/linking.h"
+#include "templates/template_rules.h"
 
 namespace zarel {
 namespace {
@@ -98,7 +98,7 @@ void insert_in_schedule(std::uint32_t signature) {
 }
 
 void record_invocation(INVOCATIONATOM invocation) {
-  const std::uint32_t key = expansion_of(invocation);
+  const std::uint32_t key = template_rules().expansion_of(invocation);
   insert_in_schedule(key);
   invhashmap().add(key, std::move(invocation));
 }

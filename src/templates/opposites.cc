@@ -6,7 +6,7 @@
 #include "model/names.h"
 #include "model/run.h"
 #include "templates/generated_program.h"
-#include "templates/linking.h"
+#include "templates/template_rules.h"
 
 namespace zarel {
 namespace {
@@ -37,7 +37,8 @@ void make_opposite(const Projection& projection) {
   PredicateTable& predicates = ATOMT::Predicates();
   const std::uint32_t predicate = projection.atom.predicate();
   const std::string stem = "minus_" + getNameWithoutLabel(predicates.name(predicate));
-  const ATOMT made(local_name(stem, free_label(stem)), projection.atom.terms(), Type::kUnknown);
+  const ATOMT made(template_rules().local_name(stem, template_rules().free_label(stem)),
+                   projection.atom.terms(), Type::kUnknown);
   const ATOMT source = opposite(projection.source);
   Body body;
   body.add({source, false});

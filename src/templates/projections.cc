@@ -8,8 +8,8 @@
 #include "templates/generated_program.h"
 #include "templates/group_terms.h"
 #include "templates/legend.h"
-#include "templates/linking.h"
 #include "templates/opposites.h"
+#include "templates/template_rules.h"
 
 namespace zarel {
 namespace {
@@ -36,7 +36,7 @@ ProjectionTerms projection_terms(std::span<const TERMT> arguments) {
       continue;
     }
     const bool is_place = argument.kind == TermKind::kAsterisk;
-    const TERMT term = is_place ? place_variable(arguments, places++) : argument;
+    const TERMT term = is_place ? template_rules().place_variable(arguments, places++) : argument;
     terms.head.push_back(term);
     terms.body.push_back(term);
   }
@@ -66,13 +66,13 @@ BindingList getProjections(const INVOCATIONATOM& invocation,
   BindingList binding;
   for (std::size_t i = 0; i < std::min(actuals.size(), formals.size()); ++i) {
     const std::string_view base = base_name(actuals[i]);
-    const std::string name = generated_name(base, counter);
+    const std::string name = template_rules().generated_name(base, counter);
     const ProjectionTerms terms = projection_terms(actuals[i].terms());
     const ATOMT projection(name, terms.head, Type::kUnknown);
     binding.emplace_back(formals[i].name, projection);
     write_line(legend, projection, invocation);
-    const ATOMT source = projection_source(invocation, i, base, terms.body);
-    if (are_formals_negated()) note_projection(projection, source);
+    const ATOMT source = template_rules().projection_source(invocation, i, base, terms.body);
+    if (template_rules().are_formals_negated()) note_projection(projection, source);
     Body body;
     body.add({source, false});
     add_generated_rule(projection, body);

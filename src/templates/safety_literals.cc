@@ -6,7 +6,7 @@
 #include "model/names.h"
 #include "model/safety.h"
 #include "templates/group_terms.h"
-#include "templates/linking.h"
+#include "templates/template_rules.h"
 
 namespace zarel {
 namespace {
@@ -47,10 +47,12 @@ std::vector<ATOMT> returnAtomsSafe(const BindingList& binding, const INVOCATIONA
 
 TCONJUNCTION<Literal> modifyRule(std::span<const ATOMT> safety, const Body& body) {
   std::unordered_set<std::string_view> present;
-  for (const Literal& literal : body.positive()) present.insert(safety_name(literal.atom));
+  for (const Literal& literal : body.positive())
+    present.insert(template_rules().safety_name(literal.atom));
   TCONJUNCTION<Literal> needed;
   for (const ATOMT& atom : safety) {
-    if (present.count(safety_name(atom)) == 0 && existVarGroup(atom)) needed.add({atom, false});
+    if (present.count(template_rules().safety_name(atom)) == 0 && existVarGroup(atom))
+      needed.add({atom, false});
   }
   return needed;
 }
