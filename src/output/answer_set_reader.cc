@@ -9,8 +9,8 @@
 #include "model/report.h"
 #include "model/run.h"
 #include "output/answer_events.h"
+#include "output/output_scanner.h"
 #include "output/reading_errors.h"
-#include "output/scanner_input.h"
 #include "output/sinks.h"
 
 namespace zarel {
@@ -24,7 +24,7 @@ class Reading {
   Reading(AnswerSink& sink, const ReadingOptions& options, HasGrown grown = {})
       : events_(sink, options), input_(events_, std::move(grown)) {}
 
-  ScannerInput& input() { return input_; }
+  outputScanner& input() { return input_; }
 
   int run() {
     int status = kMemoryExhausted;
@@ -47,7 +47,7 @@ class Reading {
 
   AnswerEvents events_;
   ParserStacks stacks_;
-  ScannerInput input_;
+  outputScanner input_;
 };
 
 std::unique_ptr<AnswerSink> printing_sink() {

@@ -14,7 +14,7 @@
 }
 
 %code {
-#include "output/scanner_input.h"
+#include "output/output_scanner.h"
 
 // The deepest stack. A nested function term takes two to four entries of it, so terms nested two
 // million deep are read, deeper ones are refused with "memory exhausted".
@@ -23,7 +23,7 @@
 #define YYFREE stacks.release
 
 int output_yylex(OUTPUT_YYSTYPE* value, void* scanner);
-zarel::ScannerInput* output_yyget_extra(void* scanner);
+zarel::outputScanner* output_yyget_extra(void* scanner);
 static void output_yyerror(void* scanner, zarel::AnswerEvents& events, zarel::ParserStacks&,
                            const char* message) {
   events.flush();

@@ -136,10 +136,19 @@ class RuleFault {
   SourceLocation location_;    // of the clause that is looked at
 };
 
-bool check_rules(const DEFINITIONATOM& definition) {
+// What is wrong in a definition, with the first invocation that it is wrong for; null for one that
+// stands in another template.
+bool fault_for(const INVOCATIONATOM* invocation, Diagnostic finding) {
+  if (invocation != nullptr) {
+    finding.notes.push_back({place_of(invocation->written), "the invocation"});
+  }
+  return fault(std::move(finding));
+}
+
+bool check_rules(const DEFINITIONATOM& definition, const INVOCATIONATOM* invocation) {
   RuleFault first(definition);
   for (const CLAUSET& clause : definition.rules) first.look_at(clause);
-  return !first.finding() || fault(*first.finding());
+  return !first.finding() || fault_for(invocation, *first.finding());
 }
 
 bool check_output_arity(const INVOCATIONATOM& invocation, const DEFINITIONATOM& definition) {
@@ -191,22 +200,24 @@ const ATOMT* result_atom(const DEFINITIONATOM& definition, const CLAUSET& clause
   return nullptr;
 }
 
-bool check_result(const DEFINITIONATOM& definition) {
+bool check_result(const DEFINITIONATOM& definition, const INVOCATIONATOM* invocation) {
   bool has_result = false;
   for (const CLAUSET& clause : definition.rules) {
     const ATOMT* const atom = result_atom(definition, clause);
     if (atom == nullptr) continue;
     has_result = true;
     if (atom->terms().size() == static_cast<std::size_t>(definition.outputArity)) continue;
-    return fault({Code::kResultArity,
-                  place_of(clause.source().location),
-                  "In definition template " + quoted(definition.name) + " atom " +
-                      quoted(definition.name) + " don't have the same output arity of template.",
-                  {note_of(definition)}});
+    return fault_for(
+        invocation, {Code::kResultArity,
+                     place_of(clause.source().location),
+                     "In definition template " + quoted(definition.name) + " atom " +
+                         quoted(definition.name) + " don't have the same output arity of template.",
+                     {note_of(definition)}});
   }
   if (has_result) return true;
-  return fault({Code::kResultMissing, place_of(definition.head),
-                quoted(definition.name) + " lacks an head atom having the same name of template."});
+  return fault_for(invocation, {Code::kResultMissing, place_of(definition.head),
+                                quoted(definition.name) +
+                                    " lacks an head atom having the same name of template."});
 }
 
 // The definitions that the program's invocations lead to, each once.
@@ -224,7 +235,8 @@ class ReachedDefinitions {
     const std::size_t checked = all_.size();
     for (std::size_t i = 0; i < all_.size(); ++i) {
       const DEFINITIONATOM& definition = *all_[i];
-      if (i >= checked && !(check_rules(definition) && check_result(definition))) return false;
+      if (i >= checked && !(check_rules(definition, nullptr) && check_result(definition, nullptr)))
+        return false;
       for (const CLAUSET& clause : definition.rules) {
         add_invoked(clause.body());
       }
@@ -266,10 +278,10 @@ bool control_of_template() {
     }
     const bool is_first = reached.add(*definition);
     if (!check_output_arity(invocation, *definition)) return false;
-    if (is_first && !check_rules(*definition)) return false;
+    if (is_first && !check_rules(*definition, &invocation)) return false;
     if (!check_actual_count(invocation, *definition)) return false;
     if (!check_actual_arities(invocation, *definition)) return false;
-    if (is_first && !check_result(*definition)) return false;
+    if (is_first && !check_result(*definition, &invocation)) return false;
   }
   return !template_rules().are_nested_invocations_checked() || reached.check_nested();
 }

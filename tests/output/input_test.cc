@@ -8,7 +8,7 @@
 #include <unistd.h>
 #include <utility>
 
-#include "output/scanner_input.h"
+#include "output/output_scanner.h"
 #include "output/sinks.h"
 #include "reading_fixture.h"
 
@@ -132,7 +132,7 @@ TEST_F(Input, ReadsToTheEndWhenNothingCanBeWritten) {
 TEST_F(Input, NamesScannerFunctionsWithTheirPrefix) {
   const auto sink = make_text_sink(output_, current_run());
   AnswerEvents events(*sink, {});
-  ScannerInput input(events);
+  outputScanner input(events);
   for (const char* function : {"yy_create_buffer", "yyensure_buffer_stack", "yy_get_next_buffer"})
     EXPECT_THROW(input.end_scanning(joined({"out of memory in ", function, "()"}).c_str()), RunEnd);
   EXPECT_EQ(errors_.str(),

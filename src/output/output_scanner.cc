@@ -1,4 +1,4 @@
-#include "output/scanner_input.h"
+#include "output/output_scanner.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -23,23 +23,23 @@ constexpr int kLongToken = 64 * 1024;
 
 }    // namespace
 
-ScannerInput::ScannerInput(AnswerEvents& events, HasGrown grown)
+outputScanner::outputScanner(AnswerEvents& events, HasGrown grown)
     : events_(&events), has_grown_(std::move(grown)) {
   if (output_yylex_init_extra(this, &scanner_) != 0) {
     end_scanning("out of dynamic memory in yylex_init_extra()");
   }
 }
 
-ScannerInput::~ScannerInput() {
+outputScanner::~outputScanner() {
   output_yylex_destroy(scanner_);
 }
 
-void ScannerInput::scan_file(std::FILE* in) {
+void outputScanner::scan_file(std::FILE* in) {
   file_ = in;
   output_yyrestart(in, scanner_);
 }
 
-void ScannerInput::scan_text(std::string_view text) {
+void outputScanner::scan_text(std::string_view text) {
   constexpr std::size_t kEndMarks = 2;    // the scanner puts them behind the text
   if (text.size() > INT_MAX - kEndMarks) {
     end_scanning("out of dynamic memory in yy_scan_bytes()");
@@ -50,7 +50,7 @@ void ScannerInput::scan_text(std::string_view text) {
   given_ = text.size();
 }
 
-Place ScannerInput::place() const {
+Place outputScanner::place() const {
   const BytesAhead ahead = output_bytes_ahead(scanner_);
   if (ahead.all > given_) return {};
   const std::size_t begin = given_ - ahead.all;
@@ -58,7 +58,7 @@ Place ScannerInput::place() const {
   return file_ == nullptr ? place_in_text(text_, begin, last) : place_in_file(file_, begin, last);
 }
 
-int ScannerInput::read_some(std::FILE* in, char* into, int room) {
+int outputScanner::read_some(std::FILE* in, char* into, int room) {
   ssize_t count = -1;
   do {
     count = ::read(fileno(in), into, static_cast<std::size_t>(room));
@@ -70,7 +70,7 @@ int ScannerInput::read_some(std::FILE* in, char* into, int room) {
   return static_cast<int>(count);
 }
 
-int ScannerInput::read_piece(std::FILE* in, char* into, int room, int held) {
+int outputScanner::read_piece(std::FILE* in, char* into, int room, int held) {
   if (!events_->flush()) end_unwritten();
   const int wanted = held > kLongToken ? std::min(held, room) : 1;
   int total = 0;
@@ -83,7 +83,7 @@ int ScannerInput::read_piece(std::FILE* in, char* into, int room, int held) {
   return total;
 }
 
-void ScannerInput::end_scanning(const char* message) {
+void outputScanner::end_scanning(const char* message) {
   events_->flush();
   end_unscanned(message, scanner_ == nullptr ? Place{} : place());
 }

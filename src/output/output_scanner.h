@@ -1,5 +1,5 @@
 #pragma once
-// scanner_input.h - the scanner of one reading, and from where it reads on.
+// output_scanner.h - the scanner of one reading, and from where it reads on.
 
 #include <cstdio>
 #include <string_view>
@@ -16,13 +16,13 @@ struct BytesAhead {
 
 // Owns the generated scanner, which keeps all that it knows in it, and is what that calls to read
 // on, and to give up. One that cannot be made ends the run like any other failure of the scanner.
-class ScannerInput {
+class outputScanner {
  public:
   // `events` get the tokens' texts, and outlive this. Where a file ends, `grown` is asked.
-  explicit ScannerInput(AnswerEvents& events, HasGrown grown = {});
-  ~ScannerInput();
-  ScannerInput(const ScannerInput&) = delete;
-  ScannerInput& operator=(const ScannerInput&) = delete;
+  explicit outputScanner(AnswerEvents& events, HasGrown grown = {});
+  ~outputScanner();
+  outputScanner(const outputScanner&) = delete;
+  outputScanner& operator=(const outputScanner&) = delete;
 
   // Makes the file, nothing of which was read, what is scanned.
   void scan_file(std::FILE* in);
