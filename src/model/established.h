@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <ostream>
 #include <span>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "model/clause.h"
+#include "model/printer.h"
 
 namespace zarel {
 
@@ -67,5 +69,13 @@ template <>
 bool Body::isSafe() const;
 template <>
 bool Rule::isSafe() const;
+
+// The elements, as append_list has them.
+template <class List>
+void print_list(std::ostream& out, const List& list, std::string_view separator) {
+  Text text;
+  append_list(text, list, separator);
+  out << text.view();
+}
 
 }    // namespace zarel

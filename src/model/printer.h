@@ -40,11 +40,4 @@ void append_list(Text& out, const TCONJUNCTION<T>& conjunction, std::string_view
 std::ostream& operator<<(std::ostream& out, const ATOMT& atom);
 std::ostream& operator<<(std::ostream& out, const CLAUSET& clause);
 
-template <class List>
-void print_list(std::ostream& out, const List& list, std::string_view separator) {
-  Text text;
-  append_list(text, list, separator);
-  out << text.view();
-}
-
 }    // namespace zarel
