@@ -3,6 +3,8 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace zarel {
@@ -33,6 +35,28 @@ inline constexpr std::array<bool, 256> kIsInWord = [] {
 // Whether a word may go on with the character: letters, digits and "_".
 constexpr bool is_in_word(char c) {
   return kIsInWord[static_cast<unsigned char>(c)];
+}
+
+// Whether the byte is one of UTF-8 behind the first of a character.
+constexpr bool continues_character(char byte) {
+  constexpr unsigned kMask = 0xC0;
+  constexpr unsigned kContinuing = 0x80;
+  return (static_cast<unsigned char>(byte) & kMask) == kContinuing;
+}
+
+// Whether any character takes more than a byte. Eight bytes at a time: every string, comment and
+// flat fact is looked at.
+inline bool has_wide_characters(std::string_view text) {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+  std::uint64_t word = 0;
+  while (text.size() >= sizeof word) {
+    std::memcpy(&word, text.data(), sizeof word);
+    if ((word & kHighBits) != 0) return true;
+    text.remove_prefix(sizeof word);
+  }
+  word = 0;
+  if (!text.empty()) std::memcpy(&word, text.data(), text.size());
+  return (word & kHighBits) != 0;
 }
 
 // Whether the character stands at this place, which may be behind the text's end.

@@ -1,30 +1,24 @@
 #include "base/file_table.h"
 
 #include <algorithm>
-#include <cstring>
+#include <bit>
 #include <utility>
+
+#include "base/characters.h"
 
 namespace zarel {
 namespace {
 
-// Eight bytes at a time: every string, comment and flat fact is looked at.
-bool has_wide(std::string_view text) {
-  constexpr std::uint64_t kHighBits = 0x8080808080808080U;
-  std::uint64_t word = 0;
-  while (text.size() >= sizeof word) {
-    std::memcpy(&word, text.data(), sizeof word);
-    if ((word & kHighBits) != 0) return true;
-    text.remove_prefix(sizeof word);
-  }
-  word = 0;
-  text.copy(reinterpret_cast<char*>(&word), sizeof word);
-  return (word & kHighBits) != 0;
+constexpr std::uint32_t kStretch = 64;    // bytes
+
+std::uint32_t count(std::uint64_t bytes) {
+  return static_cast<std::uint32_t>(std::popcount(bytes));
 }
 
 }    // namespace
 
 void WideCharacters::note(std::string_view text, std::uint32_t line, std::uint32_t column) {
-  if (!has_wide(text)) return;
+  if (!has_wide_characters(text)) return;
   for (const char byte : text) {
     if (continues_character(byte)) note_byte(line, column);
     ++column;
@@ -36,29 +30,32 @@ void WideCharacters::note(std::string_view text, std::uint32_t line, std::uint32
 }
 
 void WideCharacters::note_byte(std::uint32_t line, std::uint32_t column) {
-  if (runs_.empty() || runs_.back().line < line) {
-    runs_.push_back({line, column, 0, 1});
+  if (stretches_.empty() || stretches_.back().line < line) {
+    stretches_.push_back({line, column, 0, 1});
     return;
   }
-  Run& last = runs_.back();
-  if (line < last.line || column < last.column + last.count) return;    // it came before
-  if (last.column + last.count == column) {
-    ++last.count;
+  Stretch& last = stretches_.back();
+  if (line < last.line || column < last.column) return;    // it came before
+  const std::uint32_t distance = column - last.column;
+  if (distance < kStretch) {
+    last.bytes |= std::uint64_t{1} << distance;
   } else {
-    runs_.push_back({line, column, last.before + last.count, 1});
+    stretches_.push_back({line, column, last.before + count(last.bytes), 1});
   }
 }
 
 std::uint32_t WideCharacters::character(std::uint32_t line, std::uint32_t column) const {
-  const auto behind =
-      std::upper_bound(runs_.begin(), runs_.end(), std::pair(line, column),
-                       [](const std::pair<std::uint32_t, std::uint32_t>& wanted, const Run& run) {
-                         return wanted < std::pair(run.line, run.column);
-                       });
-  if (behind == runs_.begin()) return column;
-  const Run& run = *(behind - 1);
-  if (run.line != line) return column;
-  const std::uint32_t passed = run.before + std::min(run.count, column - run.column + 1);
+  const auto behind = std::upper_bound(
+      stretches_.begin(), stretches_.end(), std::pair(line, column),
+      [](const std::pair<std::uint32_t, std::uint32_t>& wanted, const Stretch& stretch) {
+        return wanted < std::pair(stretch.line, stretch.column);
+      });
+  if (behind == stretches_.begin()) return column;
+  const Stretch& stretch = *(behind - 1);
+  if (stretch.line != line) return column;
+  const std::uint32_t distance = std::min(column - stretch.column, kStretch - 1);
+  const std::uint64_t up_to_there = ~std::uint64_t{0} >> (kStretch - 1 - distance);
+  const std::uint32_t passed = stretch.before + count(stretch.bytes & up_to_there);
   return column > passed ? column - passed : 1;    // a line may begin in the middle of a character
 }
 

@@ -26,21 +26,15 @@ class WideCharacters {
  private:
   void note_byte(std::uint32_t line, std::uint32_t column);
 
-  struct Run {
+  // The bytes among 64 that continue a character, from the first such byte on.
+  struct Stretch {
     std::uint32_t line;
-    std::uint32_t column;    // of the first of the bytes
-    std::uint32_t before;    // such bytes in the line in front of them
-    std::uint32_t count;
+    std::uint32_t column;    // of that byte
+    std::uint32_t before;    // such bytes in the line in front of it
+    std::uint64_t bytes;     // bit i: the byte i columns on
   };
-  std::vector<Run> runs_;    // in the order of the text
+  std::vector<Stretch> stretches_;    // in the order of the text
 };
-
-// Whether the byte is one of UTF-8 behind the first of a character.
-constexpr bool continues_character(char byte) {
-  constexpr unsigned kMask = 0xC0;
-  constexpr unsigned kContinuing = 0x80;
-  return (static_cast<unsigned char>(byte) & kMask) == kContinuing;
-}
 
 struct ReadFile {
   std::string name;         // as messages show it

@@ -3,24 +3,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/characters.h"
+
 namespace dl {
 namespace {
 
 constexpr std::size_t kEndMarks = 2;
-
-bool continues_character(char byte) {
-  constexpr unsigned kMask = 0xC0;
-  constexpr unsigned kContinuing = 0x80;
-  return (static_cast<unsigned char>(byte) & kMask) == kContinuing;
-}
-
-// All bytes are looked at, which takes less time than asking of each whether it is the last.
-bool has_wide_characters(std::string_view text) {
-  constexpr unsigned kFirstWide = 0x80;
-  unsigned all = 0;
-  for (const char byte : text) all |= static_cast<unsigned char>(byte);
-  return all >= kFirstWide;
-}
 
 struct LineAndColumn {
   std::uint32_t line, column;
@@ -37,7 +25,7 @@ std::uint32_t continuing_bytes(std::string_view text, std::uint32_t line, std::u
   std::size_t begin = 0;
   for (std::uint32_t i = 1; i < line; ++i) begin = text.find('\n', begin) + 1;
   return static_cast<std::uint32_t>(
-      std::ranges::count_if(text.substr(begin, column), continues_character));
+      std::ranges::count_if(text.substr(begin, column), zarel::continues_character));
 }
 
 }    // namespace
@@ -50,14 +38,14 @@ std::uint32_t Sources::add(std::string name, std::string text) {
 
 void Sources::release(std::uint32_t file) {
   std::string& text = all_[file].text;
-  if (!has_wide_characters(text)) text = std::string();
+  if (!zarel::has_wide_characters(text)) text = std::string();
 }
 
 FileRange Sources::range(std::uint32_t file, std::string_view stretch) const {
   const std::string_view text = all_[file].text;
   const auto begin = static_cast<std::size_t>(stretch.data() - text.data());
   std::size_t end = begin + stretch.size();
-  while (continues_character(text[end])) ++end;
+  while (zarel::continues_character(text[end])) ++end;
   const LineAndColumn first = position_of(text, begin);
   const LineAndColumn last = end > begin ? position_of(text, end - 1) : first;
   return {file, {first.line, first.column, last.line, last.column}};

@@ -5,6 +5,7 @@
 #include <string>
 #include <unistd.h>
 
+#include "base/characters.h"
 #include "model/run.h"
 #include "output/answer_set_reader.h"
 

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "support/text_file.h"
+#include "support/texts.h"
 #include "zarel/program.h"
 
 namespace zarel {
@@ -148,6 +149,14 @@ TEST(FindingsOfAProgram, TellTheFileAndTheExpansion) {
   const Diagnostic& finding = program.findings()[0];
   EXPECT_EQ(program.files()[finding.place.first.file].name, "library");
   EXPECT_EQ(program.files()[finding.notes[1].place.first.file].name, "own");
+}
+
+TEST(FindingsOfAProgram, StandBehindManyWideCharacters) {
+  Program program;
+  const std::string text =
+      "p(\"" + repeated("\u00e4", 100) + "x" + repeated("\u4e2d", 100) + "\") q.";
+  program.read_text(text, "p");
+  EXPECT_EQ(findings_text(program), "1:508 (1:208) syntax-error");
 }
 
 TEST(FindingsOfAProgram, AreKeptInReasonableNumber) {
