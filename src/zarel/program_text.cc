@@ -22,6 +22,17 @@ void append_query(Text& text, const Body& query) {
   text += "?\n";
 }
 
+void append_clauses(MappedText& program, std::span<const CLAUSET> clauses) {
+  Text text;
+  for (const CLAUSET& clause : clauses) {
+    append_text(text, clause);
+    text += '\n';
+    const auto origin = static_cast<std::uint32_t>(clause.source().origin);
+    program.append(text.view(), {clause.source().location, origin});
+    text.clear();
+  }
+}
+
 std::size_t written_count() {
   return CLAUSES().size() - static_cast<std::size_t>(nclause());
 }
@@ -52,23 +63,11 @@ std::size_t write_queries(std::ostream& out) {
   return write_piece(out, text);
 }
 
-void append_clauses(MappedText& program, std::span<const CLAUSET> clauses) {
-  Text text;
-  for (const CLAUSET& clause : clauses) {
-    append_text(text, clause);
-    text += '\n';
-    const auto origin = static_cast<std::uint32_t>(clause.source().origin);
-    program.append(text.view(), {clause.source().location, origin});
-    text.clear();
-  }
-}
-
 MappedText program_text(std::string_view verbatim) {
   const Run& run = current_run();
   MappedText program{std::string(verbatim), run.verbatim_lines};
   for (std::size_t i = 0; i < run.includes.size(); ++i) {
-    program.append(run.includes[i], {});
-    program.append("\n", {run.include_places[i]});
+    program.append(run.includes[i] + '\n', {run.include_places[i]});
   }
   append_clauses(program, run.clauses);
   Text text;

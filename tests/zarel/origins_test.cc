@@ -54,6 +54,8 @@ constexpr Case kCases[] = {
      "a_1(q,default).\n"},
     {"includes", "p.\n #include <list>\n#include own", "",
      "0:2:2 | #include <list>\n0:3:1 | #include own\n0:1:1 | a_1(p,default).\n"},
+    {"include_over_lines", "#include \"a\nb\"\np.", "",
+     "0:1:1 | #include \"a\n0:1:1 | b\"\n0:3:1 | a_1(p,default).\n"},
     {"range", " p(1..3).", "",
      "0:1:2, range | a_2(p,default,Var0) :- #int(Var0), >=(Var0,1), <=(Var0,3).\n"},
     {"query_with_function_terms", "p(f(X),Y)?", "",
