@@ -1,7 +1,8 @@
-#include "templates/linked_rules.h"
+// linked_rules.cc - what templates mean with "-linktemplates". See Note [linked templates].
 
 #include <algorithm>
 #include <numeric>
+#include <unordered_map>
 
 #include "base/characters.h"
 #include "model/names.h"
@@ -10,6 +11,7 @@
 #include "templates/generated_program.h"
 #include "templates/projections.h"
 #include "templates/safety_literals.h"
+#include "templates/template_rules.h"
 
 namespace zarel {
 namespace {
@@ -57,165 +59,170 @@ ATOMT program_atom(std::string_view name, NameId frame_space, std::span<const TE
   return addDefaultToAtomt(encoded_bare_atom(id, negation), frame_space);
 }
 
+// Variables that no clause of the program has: each stem's are made once and serve every expansion,
+// since no clause holds those of two expansions.
+class FreshVariables {
+ public:
+  TERMT get(std::string_view stem, std::size_t n) {
+    std::vector<TERMT>& made = by_stem_[std::string(stem)];
+    while (made.size() <= n) made.push_back(new_variable(stem, made.size()));
+    return made[n];
+  }
+
+ private:
+  std::unordered_map<std::string, std::vector<TERMT>> by_stem_;
+};
+
+class LinkedRules : public TemplateRules {
+ public:
+  bool are_frames_local() override { return false; }
+
+  std::uint32_t expansion_of(const INVOCATIONATOM& invocation) override {
+    const auto next = static_cast<std::uint32_t>(expansions_.size());
+    return expansions_.try_emplace(linked_key(invocation), next).first->second;
+  }
+
+  std::uint32_t nested_expansion_of(const INVOCATIONATOM& invocation,
+                                    const BindingList& /*binding*/) override {
+    return expansion_of(invocation);
+  }
+
+  std::uint32_t marker_key(std::uint32_t expansion) override { return expansion + 1; }
+
+  bool is_scheduled_again(std::uint32_t expansion) override {
+    return !invhashmap().contains(expansion);
+  }
+
+  bool is_global(const DEFINITIONATOM& definition, std::string_view name) override {
+    const std::optional<NameId> id = names().find(name);
+    return id && definition.globals.contains(*id);
+  }
+
+  std::string_view unlabelled(std::string_view name) override {
+    if (!name.starts_with('#')) return name;
+    return name.substr(std::min(name.find_first_not_of("0123456789", 1), name.size()));
+  }
+
+  TERMT group_variable(int n, const TERMT& /*parameter*/) override {
+    return variables_.get("Group", static_cast<std::size_t>(n));
+  }
+
+  TERMT place_variable(std::span<const TERMT> /*arguments*/, int n) override {
+    return variables_.get("Var", static_cast<std::size_t>(n));
+  }
+
+  std::string generated_name(std::string_view base, int& counter) override {
+    std::string name;
+    do {
+      name = getNameLabeled(linked_stem(base), counter);
+    } while (is_taken(name));
+    return name;
+  }
+
+  std::string local_name(std::string_view local, int label) override {
+    return getNameLabeledConst(linked_stem(local), label);
+  }
+
+  ATOMT projection_source(const INVOCATIONATOM& invocation, std::size_t position,
+                          std::string_view name, std::span<const TERMT> terms) override {
+    const std::optional<NameId> frame_space = invocation.origins[position].frame_space;
+    if (!frame_space) return {name, terms, Type::kUnknown};
+    const Negation negation = name.starts_with('-') ? Negation::kStrong : Negation::kNone;
+    return program_atom(without_minus(name), *frame_space, terms, negation);
+  }
+
+  Literal global_source(const DEFINITIONATOM& definition, const ATOMT& atom, std::string_view name,
+                        Negation negation) override {
+    return {program_atom(name, definition.frame_space, atom.terms(), negation), false};
+  }
+
+  ATOMT bridged(const ATOMT& atom) override {
+    const StoredList<TERMT> terms = program_storage().store(atom.terms());
+    int places = 0;
+    for (TERMT& term : terms.elements()) {
+      if (term.is_marker() || term.kind == TermKind::kAnonymous)
+        term = place_variable(atom.terms(), places++);
+    }
+    return atom.with_terms(terms, 0);
+  }
+
+  std::vector<std::size_t> pattern_positions(std::span<const ATOMT> /*actuals*/,
+                                             const BindingList& binding) override {
+    std::vector<std::size_t> positions(binding.size());
+    std::iota(positions.begin(), positions.end(), 0);
+    return positions;
+  }
+
+  std::vector<TERMT> merged_terms(std::span<const TERMT> terms,
+                                  std::span<const TERMT> pattern) override {
+    return getTerms(terms, pattern);
+  }
+
+  bool stands_for_bound(std::span<const TERMT> parameters) override {
+    return std::all_of(parameters.begin(), parameters.end(),
+                       [](const TERMT& term) { return term.kind == TermKind::kAsterisk; });
+  }
+
+  bool are_formals_negated() override { return true; }
+
+  bool are_nested_invocations_checked() override { return true; }
+
+  bool are_nested_globals_bridged() override { return true; }
+
+  std::vector<ATOMT> bridge_bindings(const BindingList& binding,
+                                     std::span<const TERMT> group_by) override {
+    std::vector<ATOMT> atoms;
+    if (group_by.empty()) return atoms;
+    for (const auto& [formal, projection] : binding) {
+      const ATOMT atom = soloGroup_by(group_by, projection, OtherTerms::kAnonymous);
+      // An empty projection without group-by terms must not empty the global predicate.
+      if (existVarGroup(atom)) atoms.push_back(atom);
+    }
+    return atoms;
+  }
+
+  bool needs_safety(std::span<const Literal> /*body*/) override { return true; }
+
+  std::vector<ATOMT> safety_atoms(const INVOCATIONATOM& /*invocation*/, const BindingList& binding,
+                                  std::span<const TERMT> group_by) override {
+    return bridge_bindings(binding, group_by);
+  }
+
+  std::optional<ATOMT> group_atom(const ATOMT& safety) override {
+    std::vector<TERMT> group;
+    for (const TERMT& term : safety.terms()) {
+      if (term.kind != TermKind::kAnonymous) group.push_back(term);
+    }
+    if (group.size() == safety.terms().size()) return std::nullopt;
+    const std::string stem = "group";
+    const ATOMT atom(local_name(stem, free_label(stem)), group, Type::kUnknown);
+    Body body;
+    body.add({safety, false});
+    add_generated_rule(atom, body);
+    return atom;
+  }
+
+  std::string_view safety_name(const ATOMT& atom) override { return atom.name(); }
+
+ protected:
+  bool is_of_template(const ATOMT& atom) override {
+    return without_minus(atom.name()).starts_with('#');
+  }
+
+  bool is_taken(const std::string& name) override {
+    const PredicateTable& predicates = ATOMT::Predicates();
+    return predicates.contains(name) || predicates.contains("-" + name);
+  }
+
+ private:
+  std::unordered_map<std::string, std::uint32_t> expansions_;    // by what they mean
+  FreshVariables variables_;
+};
+
 }    // namespace
 
-TERMT FreshVariables::get(std::string_view stem, std::size_t n) {
-  std::vector<TERMT>& made = by_stem_[std::string(stem)];
-  while (made.size() <= n) made.push_back(new_variable(stem, made.size()));
-  return made[n];
-}
-
-bool LinkedRules::are_frames_local() {
-  return false;
-}
-
-std::uint32_t LinkedRules::expansion_of(const INVOCATIONATOM& invocation) {
-  const auto next = static_cast<std::uint32_t>(expansions_.size());
-  return expansions_.try_emplace(linked_key(invocation), next).first->second;
-}
-
-std::uint32_t LinkedRules::nested_expansion_of(const INVOCATIONATOM& invocation,
-                                               const BindingList& /*binding*/) {
-  return expansion_of(invocation);
-}
-
-std::uint32_t LinkedRules::marker_key(std::uint32_t expansion) {
-  return expansion + 1;
-}
-
-bool LinkedRules::is_scheduled_again(std::uint32_t expansion) {
-  return !invhashmap().contains(expansion);
-}
-
-bool LinkedRules::is_global(const DEFINITIONATOM& definition, std::string_view name) {
-  const std::optional<NameId> id = names().find(name);
-  return id && definition.globals.contains(*id);
-}
-
-std::string_view LinkedRules::unlabelled(std::string_view name) {
-  if (!name.starts_with('#')) return name;
-  return name.substr(std::min(name.find_first_not_of("0123456789", 1), name.size()));
-}
-
-bool LinkedRules::is_of_template(const ATOMT& atom) {
-  return without_minus(atom.name()).starts_with('#');
-}
-
-bool LinkedRules::is_taken(const std::string& name) {
-  const PredicateTable& predicates = ATOMT::Predicates();
-  return predicates.contains(name) || predicates.contains("-" + name);
-}
-
-TERMT LinkedRules::group_variable(int n, const TERMT& /*parameter*/) {
-  return variables_.get("Group", static_cast<std::size_t>(n));
-}
-
-TERMT LinkedRules::place_variable(std::span<const TERMT> /*arguments*/, int n) {
-  return variables_.get("Var", static_cast<std::size_t>(n));
-}
-
-std::string LinkedRules::generated_name(std::string_view base, int& counter) {
-  std::string name;
-  do {
-    name = getNameLabeled(linked_stem(base), counter);
-  } while (is_taken(name));
-  return name;
-}
-
-std::string LinkedRules::local_name(std::string_view local, int label) {
-  return getNameLabeledConst(linked_stem(local), label);
-}
-
-ATOMT LinkedRules::projection_source(const INVOCATIONATOM& invocation, std::size_t position,
-                                     std::string_view name, std::span<const TERMT> terms) {
-  const std::optional<NameId> frame_space = invocation.origins[position].frame_space;
-  if (!frame_space) return {name, terms, Type::kUnknown};
-  const Negation negation = name.starts_with('-') ? Negation::kStrong : Negation::kNone;
-  return program_atom(without_minus(name), *frame_space, terms, negation);
-}
-
-Literal LinkedRules::global_source(const DEFINITIONATOM& definition, const ATOMT& atom,
-                                   std::string_view name, Negation negation) {
-  return {program_atom(name, definition.frame_space, atom.terms(), negation), false};
-}
-
-ATOMT LinkedRules::bridged(const ATOMT& atom) {
-  const StoredList<TERMT> terms = program_storage().store(atom.terms());
-  int places = 0;
-  for (TERMT& term : terms.elements()) {
-    if (term.is_marker() || term.kind == TermKind::kAnonymous)
-      term = place_variable(atom.terms(), places++);
-  }
-  return atom.with_terms(terms, 0);
-}
-
-std::vector<std::size_t> LinkedRules::pattern_positions(std::span<const ATOMT> /*actuals*/,
-                                                        const BindingList& binding) {
-  std::vector<std::size_t> positions(binding.size());
-  std::iota(positions.begin(), positions.end(), 0);
-  return positions;
-}
-
-std::vector<TERMT> LinkedRules::merged_terms(std::span<const TERMT> terms,
-                                             std::span<const TERMT> pattern) {
-  return getTerms(terms, pattern);
-}
-
-bool LinkedRules::stands_for_bound(std::span<const TERMT> parameters) {
-  return std::all_of(parameters.begin(), parameters.end(),
-                     [](const TERMT& term) { return term.kind == TermKind::kAsterisk; });
-}
-
-bool LinkedRules::are_formals_negated() {
-  return true;
-}
-
-bool LinkedRules::are_nested_invocations_checked() {
-  return true;
-}
-
-bool LinkedRules::are_nested_globals_bridged() {
-  return true;
-}
-
-std::vector<ATOMT> LinkedRules::bridge_bindings(const BindingList& binding,
-                                                std::span<const TERMT> group_by) {
-  std::vector<ATOMT> atoms;
-  if (group_by.empty()) return atoms;
-  for (const auto& [formal, projection] : binding) {
-    const ATOMT atom = soloGroup_by(group_by, projection, OtherTerms::kAnonymous);
-    // An empty projection without group-by terms must not empty the global predicate.
-    if (existVarGroup(atom)) atoms.push_back(atom);
-  }
-  return atoms;
-}
-
-bool LinkedRules::needs_safety(std::span<const Literal> /*body*/) {
-  return true;
-}
-
-std::vector<ATOMT> LinkedRules::safety_atoms(const INVOCATIONATOM& /*invocation*/,
-                                             const BindingList& binding,
-                                             std::span<const TERMT> group_by) {
-  return bridge_bindings(binding, group_by);
-}
-
-std::optional<ATOMT> LinkedRules::group_atom(const ATOMT& safety) {
-  std::vector<TERMT> group;
-  for (const TERMT& term : safety.terms()) {
-    if (term.kind != TermKind::kAnonymous) group.push_back(term);
-  }
-  if (group.size() == safety.terms().size()) return std::nullopt;
-  const std::string stem = "group";
-  const ATOMT atom(local_name(stem, free_label(stem)), group, Type::kUnknown);
-  Body body;
-  body.add({safety, false});
-  add_generated_rule(atom, body);
-  return atom;
-}
-
-std::string_view LinkedRules::safety_name(const ATOMT& atom) {
-  return atom.name();
+TemplateRules& linked_rules() {
+  return current_run().parts.get<LinkedRules>();
 }
 
 }    // namespace zarel

@@ -1,8 +1,6 @@
 #include "templates/template_rules.h"
 
 #include "model/run.h"
-#include "templates/established_rules.h"
-#include "templates/linked_rules.h"
 
 namespace zarel {
 
@@ -20,9 +18,7 @@ int TemplateRules::free_label(const std::string& local) {
 }
 
 TemplateRules& template_rules() {
-  Run& run = current_run();
-  if (run.options.links_templates) return run.parts.get<LinkedRules>();
-  return run.parts.get<EstablishedRules>();
+  return current_run().options.links_templates ? linked_rules() : established_rules();
 }
 
 }    // namespace zarel

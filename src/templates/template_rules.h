@@ -144,7 +144,9 @@ class TemplateRules {
   std::unordered_map<std::string, int> labels_;    // by local name: the last one given
 };
 
-// The rules that the options of the current run ask for.
+// The rules that the options of the current run ask for; and each of them.
 TemplateRules& template_rules();
+TemplateRules& established_rules();
+TemplateRules& linked_rules();
 
 }    // namespace zarel
