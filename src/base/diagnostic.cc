@@ -36,7 +36,7 @@ constexpr std::array kKinds = std::to_array<DiagnosticKind>({
     {kArityClash, "arity-clash", Severity::kError, Shown::kAlone},
     {kRoleClash, "role-clash", Severity::kError, Shown::kAlone},
     {kMarkerClash, "marker-clash", Severity::kError, Shown::kNever},
-    {kUnsafeRule, "unsafe-rule", Severity::kError, Shown::kWithLine},
+    {kUnsafeRule, "unsafe-rule", Severity::kError, Shown::kWithLastLine},
     {kTemplateRedefined, "template-redefined", Severity::kError, Shown::kAlone},
     {kTemplateUndefined, "template-undefined", Severity::kError, Shown::kAlone},
     {kFormalInHead, "formal-in-head", Severity::kError, Shown::kAlone},

@@ -17,10 +17,11 @@ enum class Severity { kError, kWarning };
 
 // How the established command line shows a finding.
 enum class Shown {
-  kWithLine,    // as yyerror: the place that the scanner had reached, the text, a full stop
-  kAlone,       // its text as a line, on standard error
-  kAsOutput,    // its text on standard output
-  kNever,       // the run ends without a word, or goes on
+  kWithLine,        // as yyerror: the place that the scanner had reached, the text, a full stop
+  kWithLastLine,    // the same, with that place also when all was read
+  kAlone,           // its text as a line, on standard error
+  kAsOutput,        // its text on standard output
+  kNever,           // the run ends without a word, or goes on
 };
 
 // Every kind of finding. Its row in the table of kinds says the rest.

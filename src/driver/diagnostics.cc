@@ -47,9 +47,10 @@ void show_with_line(std::string_view message, int line) {
 
 void show(const Diagnostic& finding) {
   switch (kind_of(finding.code).shown) {
+    case Shown::kWithLastLine:
+      report_state().ParserStateInternal = false;
+      [[fallthrough]];
     case Shown::kWithLine:
-      // The message shows the last place that was read.
-      if (finding.code == Code::kUnsafeRule) report_state().ParserStateInternal = false;
       show_with_line(finding.text, finding.parser_line);
       standard_error() << finding.detail;
       break;
