@@ -1,0 +1,27 @@
+#pragma once
+// loading.h - finds the files of a program and reads them.
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "workbench/reporter.h"
+#include "zarel/program.h"
+
+namespace workbench {
+
+// Where a file is that is not there as named: in one of the folders, then in the library of
+// templates that is installed with the program. The name itself when it is nowhere.
+std::string found_file(const std::string& name, std::span<const std::string> folders);
+
+// Texts that do not come from files, which the program looks into as long as it lives.
+struct LoadedTexts {
+  std::string standard_input;
+};
+
+// Reads the files ("-": standard input) into the program. Returns false when one cannot be read,
+// which is reported.
+bool load(zarel::Program& program, std::span<const std::string> files,
+          std::span<const std::string> folders, LoadedTexts& texts, Reporter& reporter);
+
+}    // namespace workbench

@@ -1,0 +1,52 @@
+#pragma once
+// reporter.h - takes messages, decides which are shown, counts them, and has them drawn.
+
+#include <cstddef>
+#include <ostream>
+#include <set>
+#include <string>
+
+#include "workbench/message.h"
+#include "workbench/source_texts.h"
+
+namespace workbench {
+
+// What the user asked for.
+struct MessageOptions {
+  bool as_json = false;
+  bool in_colour = false;
+  bool is_quiet = false;                           // no notes
+  bool is_strict = false;                          // warnings count as errors
+  std::set<std::string, std::less<>> off;          // -W no-CODE
+  std::set<std::string, std::less<>> on;           // -W CODE
+  std::set<std::string, std::less<>> as_errors;    // -W error=CODE
+};
+
+class Reporter {
+ public:
+  // All must outlive the reporter.
+  Reporter(const MessageOptions& options, SourceTexts& texts, std::ostream& out)
+      : options_(options), texts_(texts), out_(out) {}
+
+  // Draws the message at once, unless it is switched off, by an option or by a comment
+  // "%! allow CODE" in its file, or 20 were drawn before: then it is counted alone.
+  void report(const Message& message);
+
+  // A line that belongs to the run as a whole, such as "2 answer sets". Not with is_quiet.
+  void note(std::string_view text);
+
+  // Tells how many were counted and not drawn.
+  void finish();
+
+  std::size_t errors() const { return errors_; }    // those made of warnings among them
+  std::size_t warnings() const { return warnings_; }
+
+ private:
+  const MessageOptions& options_;
+  SourceTexts& texts_;
+  std::ostream& out_;
+  std::size_t errors_ = 0;
+  std::size_t warnings_ = 0;
+};
+
+}    // namespace workbench

@@ -1,0 +1,39 @@
+#include "workbench/session.h"
+
+#include <iostream>
+
+#include "workbench/findings.h"
+
+namespace workbench {
+namespace {
+
+zarel::RunOptions run_options(const CommandLine& line) {
+  return {.links_templates = line.links_templates};
+}
+
+}    // namespace
+
+Session::Session(const CommandLine& line)
+    : line_(line),
+      program_(run_options(line), [this](const zarel::Diagnostic& finding) { take(finding); }),
+      texts_(program_.files()),
+      reporter_(line.messages, texts_, std::cerr),
+      checks_(program_, {line.search.filters}) {}
+
+void Session::take(const zarel::Diagnostic& finding) {
+  if (finding.code == zarel::Code::kUnreadableFile) has_unreadable_file_ = true;
+  std::optional<Message> message = syntax_message(finding, texts_);
+  reporter_.report(message ? *message : program_message(finding, texts_));
+}
+
+std::optional<ExitStatus> Session::prepare() {
+  load(program_, line_.files, line_.folders, loaded_, reporter_);
+  if (has_unreadable_file_) return ExitStatus::kUsage;
+  if (reporter_.errors() == 0) {
+    checks_.report([this](const Message& message) { reporter_.report(message); });
+  }
+  if (reporter_.errors() != 0 || !program_.rewrite()) return ExitStatus::kProgramErrors;
+  return std::nullopt;
+}
+
+}    // namespace workbench

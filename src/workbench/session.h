@@ -1,0 +1,36 @@
+#pragma once
+// session.h - a program with all that looks at it: what the commands have in common.
+
+#include "workbench/checks.h"
+#include "workbench/command_line.h"
+#include "workbench/loading.h"
+#include "workbench/reporter.h"
+#include "workbench/source_texts.h"
+#include "zarel/program.h"
+
+namespace workbench {
+
+class Session {
+ public:
+  explicit Session(const CommandLine& line);
+
+  // Reads, checks and rewrites. Without a status all went well: there is a program to be solved.
+  std::optional<ExitStatus> prepare();
+
+  zarel::Program& program() { return program_; }
+  Reporter& reporter() { return reporter_; }
+  SourceTexts& texts() { return texts_; }
+
+ private:
+  void take(const zarel::Diagnostic& finding);
+
+  const CommandLine& line_;
+  LoadedTexts loaded_;
+  zarel::Program program_;
+  SourceTexts texts_;
+  Reporter reporter_;
+  Checks checks_;
+  bool has_unreadable_file_ = false;
+};
+
+}    // namespace workbench

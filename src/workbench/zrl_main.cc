@@ -1,0 +1,30 @@
+// zrl_main.cc - from the command line to the command.
+
+#include <span>
+
+#include "workbench/command_line.h"
+#include "workbench/commands.h"
+
+namespace {
+
+workbench::ExitStatus run(std::span<char* const> arguments) {
+  const workbench::ParsedCommandLine parsed = workbench::read_command_line(arguments);
+  if (!parsed.line) return parsed.status;
+  switch (parsed.line->command) {
+    case workbench::Command::kRun:
+      return workbench::run(*parsed.line);
+    case workbench::Command::kCheck:
+      return workbench::check(*parsed.line);
+    case workbench::Command::kExpand:
+      return workbench::expand(*parsed.line);
+    case workbench::Command::kExplain:
+      return workbench::explain(*parsed.line);
+  }
+  return workbench::ExitStatus::kUsage;
+}
+
+}    // namespace
+
+int main(int argument_count, char** argument_list) {
+  return static_cast<int>(run({argument_list, static_cast<std::size_t>(argument_count)}));
+}
