@@ -1,41 +1,390 @@
 #include "workbench/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
 #include <iostream>
+#include <string_view>
 #include <unistd.h>
+
+#include "workbench/catalogue.h"
+#include "workbench/nearest.h"
 
 namespace workbench {
 namespace {
 
-void add_reading_options(CLI::App& command, CommandLine& line) {
-  command.add_option("FILE", line.files, "files of the program; - is standard input");
-  command.add_option("-I,--include-dir", line.folders, "search this folder for files, too")
-      ->type_name("DIR");
-  command.add_flag("--literal-templates{false}", line.links_templates,
-                   "templates see only what they are given by name");
+constexpr std::string_view kVersion = "zrl " ZAREL_VERSION;
+constexpr std::uint64_t kMostThreads = 64;    // clingo's own limit
+constexpr std::uint64_t kGreatestInteger = 2147483647;
+constexpr std::uint64_t kGreatestSeed = 4294967295;
+
+// Names and values alone: what they may be is said in the texts.
+class ShortFormatter : public CLI::Formatter {
+ public:
+  std::string make_option_opts(const CLI::Option* option) const override {
+    return option->get_type_size() == 0 ? "" : ' ' + option->get_type_name();
+  }
+};
+
+// What is wrong with the command line.
+struct WrongUsage {
+  std::string text;
+};
+
+// Options whose values still have to be looked at together.
+struct RawOptions {
+  std::vector<std::string> switches;    // of -W
+  std::string colour = "auto";
+  std::string format = "text";
+  bool is_brave = false;
+  bool is_cautious = false;
+};
+
+constexpr std::uint64_t kGreatestCount = 1'000'000'000'000'000'000;
+
+CLI::Validator whole_number(std::uint64_t least, std::uint64_t most) {
+  const auto check = [least, most](const std::string& text) {
+    std::uint64_t value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const bool is_whole = error == std::errc() && end == text.data() + text.size();
+    if (is_whole && value >= least && value <= most) return std::string();
+    std::string wanted = "a whole number";
+    if (least != 0) (wanted += " from ") += std::to_string(least);
+    if (most != kGreatestCount) (wanted += least != 0 ? " to " : " up to ") += std::to_string(most);
+    return wanted + " is needed, not " + text;
+  };
+  return CLI::Validator(check, "");
 }
 
-void add_search_options(CLI::App& command, SearchOptions& search) {
-  command.add_option("-n,--answer-sets", search.answer_sets, "at most K answer sets (0: all)");
+CLI::Validator seconds() {
+  const auto check = [](const std::string& text) {
+    char* end = nullptr;
+    const double value = std::strtod(text.c_str(), &end);
+    const bool is_number = !text.empty() && *end == '\0' && std::isfinite(value);
+    return is_number && value > 0 ? std::string() : "seconds are needed, not " + text;
+  };
+  return CLI::Validator(check, "");
+}
+
+CLI::Validator one_of(std::vector<std::string> words) {
+  const auto check = [words = std::move(words)](const std::string& text) {
+    if (std::ranges::find(words, text) != words.end()) return std::string();
+    std::string wanted;
+    for (const std::string& word : words) (wanted += wanted.empty() ? "" : ", ") += word;
+    return "one of " + wanted + " is needed, not " + text;
+  };
+  return CLI::Validator(check, "");
+}
+
+void add_reading_options(CLI::App& app, CommandLine& line) {
+  app.add_option("FILE", line.files, "Files of the program; - is standard input");
+  app.add_option("-I,--include-dir", line.folders, "Look for files in DIR, too")
+      ->type_name("DIR")
+      ->allow_extra_args(false);
+  app.add_flag_callback(
+      "--literal-templates", [&line] { line.links_templates = false; },
+      "Templates see no relation but those of their own text");
+}
+
+void add_message_options(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  constexpr const char* kGroup = "Messages";
+  app.add_option("-W", raw.switches,
+                 "CODE shows a warning, no-CODE hides it, error=CODE makes it an error")
+      ->type_name("SWITCH")
+      ->allow_extra_args(false)
+      ->group(kGroup);
+  app.add_flag("--strict", line.messages.is_strict, "Warnings count as errors")->group(kGroup);
+  app.add_flag("-q,--quiet", line.messages.is_quiet, "Say nothing but errors and warnings")
+      ->group(kGroup);
+  app.add_option("--messages", raw.format, "Form of messages: text, or json, an object a line")
+      ->check(one_of({"text", "json"}))
+      ->type_name("FORM")
+      ->group(kGroup);
+  app.add_option("--colour,--color", raw.colour, "When messages are coloured: auto, always, never")
+      ->check(one_of({"auto", "always", "never"}))
+      ->type_name("WHEN")
+      ->group(kGroup);
+}
+
+void add_bound_option(CLI::App& app, SearchOptions& search) {
+  app.add_option("--maxint", search.maxint, "Integers go up to N, whatever #maxint says")
+      ->check(whole_number(0, kGreatestInteger))
+      ->type_name("N")
+      ->group("Search");
+}
+
+void add_filter_option(CLI::App& app, SearchOptions& search) {
+  app.add_option("--filter", search.filters, "Show the atoms of these predicates only")
+      ->type_name("NAME,...")
+      ->delimiter(',')
+      ->allow_extra_args(false)
+      ->group("Answers");
+}
+
+void add_search_options(CLI::App& app, SearchOptions& search, RawOptions& raw) {
+  constexpr const char* kGroup = "Search";
+  add_bound_option(app, search);
+  app.add_option("-n,--answer-sets", search.answer_sets,
+                 "At most K answer sets; 0, the default: all")
+      ->check(whole_number(0, kGreatestCount))
+      ->type_name("K")
+      ->group("Answers");
+  add_filter_option(app, search);
+  app.add_flag("--no-facts", search.leaves_out_facts, "Leave out what the program states as facts")
+      ->group("Answers");
+  auto* const cautious = app.add_flag("--cautious", raw.is_cautious,
+                                      "A query holds if it does in every answer set (the default)")
+                             ->group("Answers");
+  app.add_flag("--brave", raw.is_brave, "A query holds if it does in some answer set")
+      ->excludes(cautious)
+      ->group("Answers");
+  app.add_option("-t,--time-limit", search.seconds, "End after S seconds, with what was found")
+      ->check(seconds())
+      ->type_name("S")
+      ->group(kGroup);
+  app.add_option("--threads", search.threads, "Search with K threads")
+      ->check(whole_number(1, kMostThreads))
+      ->type_name("K")
+      ->group(kGroup);
+  app.add_option("--seed", search.seed, "Search in another order")
+      ->check(whole_number(0, kGreatestSeed))
+      ->type_name("N")
+      ->group(kGroup);
+  app.add_option("--clingo", search.clingo, "The clingo that searches")
+      ->type_name("PATH")
+      ->group(kGroup);
+  app.add_option("--solver", search.solver,
+                 "Another solver of the language of dl, in place of clingo")
+      ->type_name("PATH")
+      ->group(kGroup);
+  app.add_option("--keep", search.keep_folder, "Keep what the stages hand on as files in DIR")
+      ->type_name("DIR")
+      ->group(kGroup);
+}
+
+// The names by which an option of the command can be called.
+std::vector<std::string> option_names(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::Option* const option : app.get_options()) {
+    for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+  }
+  return names;
+}
+
+std::string with_hint(std::string text, std::string_view meant) {
+  if (!meant.empty()) ((text += "; did you mean ") += meant) += '?';
+  return text;
+}
+
+std::string_view nearest_of(std::string_view word, const std::vector<std::string>& names) {
+  const std::vector<std::string_view> views(names.begin(), names.end());
+  return nearest(word, views);
+}
+
+// Values of known options are gone from what remains.
+void refuse_unknown_options(const CLI::App& app) {
+  for (const std::string& rest : app.remaining()) {
+    const std::string name = rest.substr(0, rest.find('='));
+    std::string text = "unknown option ";
+    throw WrongUsage{with_hint(text += name, nearest_of(name, option_names(app)))};
+  }
+}
+
+void refuse_unknown_code(const std::string& code) {
+  if (page_of(code) != nullptr) return;
+  std::vector<std::string_view> codes;
+  for (const Page& page : pages()) codes.push_back(page.code);
+  std::string text = "there is no message with the code ";
+  throw WrongUsage{with_hint(text += code, nearest(code, codes))};
+}
+
+void read_switch(const std::string& value, MessageOptions& messages) {
+  constexpr std::string_view kOff = "no-";
+  constexpr std::string_view kError = "error=";
+  if (value == "error") {
+    messages.is_strict = true;
+    return;
+  }
+  auto* set = &messages.on;
+  std::string code = value;
+  if (value.starts_with(kError)) {
+    set = &messages.as_errors;
+    code = value.substr(kError.size());
+  } else if (value.starts_with(kOff) && page_of(value) == nullptr) {
+    set = &messages.off;
+    code = value.substr(kOff.size());
+  }
+  refuse_unknown_code(code);
+  set->insert(code);
+}
+
+bool is_set(const char* variable) {
+  const char* const value = std::getenv(variable);    // NOLINT(concurrency-mt-unsafe): no threads
+  return value != nullptr && *value != '\0';
+}
+
+// As https://no-color.org and https://bixense.com/clicolors have it.
+bool wants_colour(const std::string& when) {
+  if (when != "auto") return when == "always";
+  if (is_set("NO_COLOR")) return false;
+  return is_set("CLICOLOR_FORCE") || ::isatty(STDERR_FILENO) != 0;
+}
+
+void finish(CommandLine& line, const RawOptions& raw) {
+  for (const std::string& value : raw.switches) read_switch(value, line.messages);
+  line.messages.as_json = raw.format == "json";
+  line.messages.in_colour = wants_colour(raw.colour);
+  if (raw.is_brave) line.search.consequences = Consequences::kBrave;
+  std::erase(line.search.filters, "");
+}
+
+void require_files(CommandLine& line) {
+  if (!line.files.empty()) return;
+  if (::isatty(STDIN_FILENO) != 0) throw WrongUsage{"no file is named (zrl --help tells how)"};
+  line.files.emplace_back("-");
+}
+
+void define_run(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  line.command = Command::kRun;
+  add_reading_options(app, line);
+  add_search_options(app, line.search, raw);
+  add_message_options(app, line, raw);
+}
+
+void define_check(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  line.command = Command::kCheck;
+  add_reading_options(app, line);
+  add_bound_option(app, line.search);
+  add_filter_option(app, line.search);
+  add_message_options(app, line, raw);
+}
+
+void define_expand(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  line.command = Command::kExpand;
+  add_reading_options(app, line);
+  app.add_flag_callback(
+      "--no-origins", [&line] { line.shows_origins = false; },
+      "Only the program, without comments");
+  add_message_options(app, line, raw);
+}
+
+void define_explain(CLI::App& app, CommandLine& line, RawOptions& /*raw*/) {
+  line.command = Command::kExplain;
+  app.add_option("CODE", line.codes, "Codes of messages; without one, all are listed");
+  app.add_flag("--markdown", line.writes_whole_catalogue)->group("");    // hidden
+}
+
+struct CommandRow {
+  std::string_view name, what;
+  void (*define)(CLI::App& app, CommandLine& line, RawOptions& raw);
+};
+
+constexpr std::array kCommands{
+    CommandRow{"run", "Solves a program and prints its answers.", define_run},
+    CommandRow{"check", "Says what is wrong with a program, without solving it.", define_check},
+    CommandRow{"expand",
+               "Prints the program as the solver reads it, and what each line comes from.",
+               define_expand},
+    CommandRow{"explain", "Prints the page of a message: what it means and how it is mended.",
+               define_explain},
+};
+
+const CommandRow* command_of(std::string_view name) {
+  const auto* const found = std::ranges::find(kCommands, name, &CommandRow::name);
+  return found == kCommands.end() ? nullptr : found;
+}
+
+constexpr std::string_view kHelp =
+    R"(zrl models knowledge: rules, frames, templates in, answer sets out.
+
+  zrl [run] [OPTIONS] FILE...    solve and print
+  zrl check FILE...              say what is wrong, without solving
+  zrl expand FILE...             print the program as the solver reads it
+  zrl explain CODE               tell what a message means, with an example
+  zrl help COMMAND               tell a command's options
+  zrl --version
+
+A file that is not there as named is looked for in the folders of -I and in the library of
+templates: "zrl maximum.zrl staff.zrl" works anywhere. Without a file, or with -, the program comes
+from standard input.
+
+Exit status: 0 an answer set was found (or the query is true, or has rows), 10 there is none (or
+it is false, or has no rows), 20 ended by a limit or an interrupt, with what was found printed;
+1 errors in the program, 2 wrong usage or a file that cannot be read, 3 the solver is missing or
+failed, 4 the answers could not be written.
+)";
+
+ParsedCommandLine ended(std::string_view text) {
+  std::cout << text << std::flush;
+  return {std::nullopt, std::cout ? ExitStatus::kFound : ExitStatus::kOutputFailed};
+}
+
+ParsedCommandLine parse(const CommandRow& row, std::vector<std::string> words) {
+  CLI::App app(std::string(row.what), "zrl " + std::string(row.name));
+  app.formatter(std::make_shared<ShortFormatter>());
+  app.allow_extras();
+  CommandLine line;
+  RawOptions raw;
+  row.define(app, line, raw);
+  std::ranges::reverse(words);    // as the library wants them
+  try {
+    app.parse(std::move(words));
+  } catch (const CLI::CallForHelp&) {
+    return ended(app.help());
+  } catch (const CLI::ParseError& error) {
+    refuse_unknown_options(app);
+    throw WrongUsage{error.what()};    // what is wrong with which option
+  }
+  refuse_unknown_options(app);
+  finish(line, raw);
+  for (const std::string& code : line.codes) refuse_unknown_code(code);
+  if (line.command != Command::kExplain) require_files(line);
+  return {std::move(line), ExitStatus::kFound};
+}
+
+// A word that is no file, and nearly a command.
+void refuse_unknown_command(const std::string& word) {
+  std::error_code ignored;
+  if (word.find_first_of("./-") != std::string::npos || std::filesystem::exists(word, ignored))
+    return;
+  constexpr std::array<std::string_view, kCommands.size() + 1> kNames{"run", "check", "expand",
+                                                                      "explain", "help"};
+  const std::string_view meant = nearest(word, kNames);
+  if (meant.empty()) return;
+  std::string text = "there is no command or file ";
+  throw WrongUsage{with_hint(text += word, meant)};
+}
+
+ParsedCommandLine read_words(std::vector<std::string> words) {
+  const std::string first = words.empty() ? "" : words.front();
+  if (first == "--version") return ended(std::string(kVersion) + '\n');
+  const bool wants_help = first == "help";
+  if (first == "--help" || first == "-h" || (wants_help && words.size() == 1)) return ended(kHelp);
+  if (wants_help) words = {words[1], "--help"};
+  const CommandRow* const row = words.empty() ? nullptr : command_of(words.front());
+  if (row != nullptr) {
+    words.erase(words.begin());
+    return parse(*row, std::move(words));
+  }
+  if (!words.empty()) refuse_unknown_command(words.front());
+  if (wants_help) throw WrongUsage{"there is no command " + words.front()};
+  return parse(kCommands.front(), std::move(words));
 }
 
 }    // namespace
 
 ParsedCommandLine read_command_line(std::span<char* const> arguments) {
-  ParsedCommandLine result;
-  CommandLine line;
-  CLI::App app("Models knowledge with rules, and solves.", "zrl");
-  CLI::App* const run = app.add_subcommand("run", "solve and print");
-  add_reading_options(*run, line);
-  add_search_options(*run, line.search);
+  const std::span<char* const> words = arguments.subspan(arguments.empty() ? 0 : 1);
   try {
-    app.parse(static_cast<int>(arguments.size()), arguments.data());
-  } catch (const CLI::ParseError& error) {
-    result.status = app.exit(error) == 0 ? ExitStatus::kFound : ExitStatus::kUsage;
-    return result;
+    return read_words({words.begin(), words.end()});
+  } catch (const WrongUsage& wrong) {
+    std::cerr << "zrl: " << wrong.text << '\n';
+    return {std::nullopt, ExitStatus::kUsage};
   }
-  result.line = std::move(line);
-  return result;
 }
 
 }    // namespace workbench

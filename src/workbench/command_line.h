@@ -20,16 +20,20 @@ struct CommandLine {
   std::vector<std::string> folders;    // -I
   std::vector<std::string> codes;      // of `explain`; none: all are listed
   bool links_templates = true;
+  bool shows_origins = true;              // of `expand`
+  bool writes_whole_catalogue = false;    // of `explain`
   MessageOptions messages;
   SearchOptions search;
 };
 
-// Reads the arguments (the program's name first). Prints help, the version or what is wrong by
-// itself; then there is no command line, but a status.
+// What became of the arguments: a command line; or, when help or the version was printed, or what
+// is wrong with them was said, the status to end with.
 struct ParsedCommandLine {
   std::optional<CommandLine> line;
   ExitStatus status = ExitStatus::kFound;
 };
+
+// Reads the arguments, the program's name first.
 ParsedCommandLine read_command_line(std::span<char* const> arguments);
 
 }    // namespace workbench
