@@ -242,7 +242,10 @@ void finish(CommandLine& line, const RawOptions& raw) {
   std::erase(line.search.filters, "");
 }
 
-void require_files(CommandLine& line) {
+void look_at_files(CommandLine& line) {
+  if (std::ranges::count(line.files, "-") > 1) {
+    throw WrongUsage{"standard input can be read only once"};
+  }
   if (!line.files.empty()) return;
   if (::isatty(STDIN_FILENO) != 0) throw WrongUsage{"no file is named (zrl --help tells how)"};
   line.files.emplace_back("-");
@@ -342,7 +345,7 @@ ParsedCommandLine parse(const CommandRow& row, std::vector<std::string> words) {
   refuse_unknown_options(app);
   finish(line, raw);
   for (const std::string& code : line.codes) refuse_unknown_code(code);
-  if (line.command != Command::kExplain) require_files(line);
+  if (line.command != Command::kExplain) look_at_files(line);
   return {std::move(line), ExitStatus::kFound};
 }
 

@@ -24,10 +24,6 @@ ExitStatus check(const CommandLine& line) {
   return session.reporter().errors() == 0 ? ExitStatus::kFound : ExitStatus::kProgramErrors;
 }
 
-ExitStatus expand(const CommandLine& /*line*/) {
-  return ExitStatus::kUsage;
-}
-
 ExitStatus explain(const CommandLine& /*line*/) {
   return ExitStatus::kUsage;
 }

@@ -48,17 +48,16 @@ std::string found_file(const std::string& name, std::span<const std::string> fol
   return name;
 }
 
-bool load(zarel::Program& program, std::span<const std::string> files,
-          std::span<const std::string> folders, LoadedTexts& texts, Reporter& /*reporter*/) {
+void load(zarel::Program& program, std::span<const std::string> files,
+          std::span<const std::string> folders, LoadedTexts& texts) {
   for (const std::string& file : files) {
     if (file == "-") {
-      texts.standard_input += all_of_standard_input();
+      texts.standard_input = all_of_standard_input();
       program.read_text(texts.standard_input, "<stdin>");
     } else {
       program.read_file(found_file(file, folders));
     }
   }
-  return true;
 }
 
 }    // namespace workbench

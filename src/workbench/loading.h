@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "workbench/reporter.h"
 #include "zarel/program.h"
 
 namespace workbench {
@@ -19,9 +18,9 @@ struct LoadedTexts {
   std::string standard_input;
 };
 
-// Reads the files ("-": standard input) into the program. Returns false when one cannot be read,
-// which is reported.
-bool load(zarel::Program& program, std::span<const std::string> files,
-          std::span<const std::string> folders, LoadedTexts& texts, Reporter& reporter);
+// Reads the files ("-", once: standard input) into the program, which finds those that cannot be
+// read.
+void load(zarel::Program& program, std::span<const std::string> files,
+          std::span<const std::string> folders, LoadedTexts& texts);
 
 }    // namespace workbench

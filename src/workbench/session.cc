@@ -27,7 +27,7 @@ void Session::take(const zarel::Diagnostic& finding) {
 }
 
 std::optional<ExitStatus> Session::prepare() {
-  load(program_, line_.files, line_.folders, loaded_, reporter_);
+  load(program_, line_.files, line_.folders, loaded_);
   if (has_unreadable_file_) return ExitStatus::kUsage;
   if (reporter_.errors() == 0) {
     checks_.report([this](const Message& message) { reporter_.report(message); });
