@@ -17,7 +17,7 @@ ExitStatus run(const CommandLine& line) {
 
 ExitStatus check(const CommandLine& line) {
   Session session(line);
-  const std::optional<ExitStatus> status = session.prepare();
+  const std::optional<ExitStatus> status = session.prepare(zarel::PlainFacts::kLeftOut);
   if (!status) check_translation(session.program(), line.search, session.reporter());
   session.reporter().finish();
   if (status) return *status;

@@ -26,13 +26,13 @@ void Session::take(const zarel::Diagnostic& finding) {
   reporter_.report(message ? *message : program_message(finding, texts_));
 }
 
-std::optional<ExitStatus> Session::prepare() {
+std::optional<ExitStatus> Session::prepare(zarel::PlainFacts facts) {
   load(program_, line_.files, line_.folders, loaded_);
   if (has_unreadable_file_) return ExitStatus::kUsage;
   if (reporter_.errors() == 0) {
     checks_.report([this](const Message& message) { reporter_.report(message); });
   }
-  if (reporter_.errors() != 0 || !program_.rewrite()) return ExitStatus::kProgramErrors;
+  if (reporter_.errors() != 0 || !program_.rewrite(facts)) return ExitStatus::kProgramErrors;
   return std::nullopt;
 }
 

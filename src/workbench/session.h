@@ -14,8 +14,9 @@ class Session {
  public:
   explicit Session(const CommandLine& line);
 
-  // Reads, checks and rewrites. Without a status all went well: there is a program to be solved.
-  std::optional<ExitStatus> prepare();
+  // Reads, checks and rewrites. Without a status all went well: there is a program to be solved, or
+  // to be looked at.
+  std::optional<ExitStatus> prepare(zarel::PlainFacts facts = zarel::PlainFacts::kWritten);
 
   zarel::Program& program() { return program_; }
   Reporter& reporter() { return reporter_; }

@@ -52,13 +52,13 @@ void Program::read_text(std::string_view text, std::string_view name) {
   attempt([&] { reader_->read_text(text, name); });
 }
 
-bool Program::rewrite() {
+bool Program::rewrite(PlainFacts facts) {
   if (run_.findings.errors != 0) return false;
-  return attempt([this] {
+  return attempt([&] {
     std::ostringstream legend;
     expand_templates(legend);
     if (run_.options.OptionSafetyCheck) check_safety();
-    rewritten_ = program_text(verbatim_.view());
+    rewritten_ = program_text(verbatim_.view(), facts);
   });
 }
 

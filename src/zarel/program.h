@@ -44,8 +44,9 @@ class Program {
   void read_text(std::string_view text, std::string_view name);
 
   // When all is read: expands the templates, and makes the text. Returns whether the program can be
-  // solved; otherwise the findings say why not, and there is no text.
-  bool rewrite();
+  // solved; otherwise the findings say why not, and there is no text. A text without plain facts is
+  // there to be looked at, not to be solved.
+  bool rewrite(PlainFacts facts = PlainFacts::kWritten);
 
   const std::string& text() const { return rewritten_.text; }
   LineOrigin origin_of_line(std::size_t line) const;    // of the text, from 1

@@ -22,9 +22,20 @@ void append_query(Text& text, const Body& query) {
   text += "?\n";
 }
 
-void append_clauses(MappedText& program, std::span<const CLAUSET> clauses) {
+bool is_plain(const TERMT& term) {
+  return term.kind == TermKind::kConstant || term.kind == TermKind::kInteger;
+}
+
+bool is_plain_fact(const CLAUSET& clause) {
+  const std::span<const ATOMT> head = clause.head();
+  return head.size() == 1 && clause.body().empty() && !head.front().is_aggregate() &&
+         std::ranges::all_of(head.front().terms(), is_plain);
+}
+
+void append_clauses(MappedText& program, std::span<const CLAUSET> clauses, PlainFacts facts) {
   Text text;
   for (const CLAUSET& clause : clauses) {
+    if (facts == PlainFacts::kLeftOut && is_plain_fact(clause)) continue;
     append_text(text, clause);
     text += '\n';
     const auto origin = static_cast<std::uint32_t>(clause.source().origin);
@@ -63,13 +74,13 @@ std::size_t write_queries(std::ostream& out) {
   return write_piece(out, text);
 }
 
-MappedText program_text(std::string_view verbatim) {
+MappedText program_text(std::string_view verbatim, PlainFacts facts) {
   const Run& run = current_run();
   MappedText program{std::string(verbatim), run.verbatim_lines};
   for (std::size_t i = 0; i < run.includes.size(); ++i) {
     program.append(run.includes[i] + '\n', {run.include_places[i]});
   }
-  append_clauses(program, run.clauses);
+  append_clauses(program, run.clauses, facts);
   Text text;
   for (std::size_t i = 0; i < run.queries.size(); ++i) {
     append_query(text, run.queries[i]);

@@ -28,9 +28,13 @@ struct MappedText {
   void append(std::string_view piece, const LineSource& source);
 };
 
+// Whether a text of a program has the facts over constants and integers alone: there is nothing in
+// them that a solver's language could refuse.
+enum class PlainFacts : bool { kLeftOut, kWritten };
+
 // The whole program as a solver reads it: the verbatim sections, which are `verbatim`, the include
 // lines, all clauses, and the query. Verbatim text and include lines come from themselves.
-MappedText program_text(std::string_view verbatim);
+MappedText program_text(std::string_view verbatim, PlainFacts facts = PlainFacts::kWritten);
 
 // The clauses that the user's statements became, and those that template expansion added behind
 // them.
