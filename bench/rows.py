@@ -52,6 +52,11 @@ def zarel(folder, *words, stdin=os.devnull):
     return Command([os.path.join(folder, "zarel"), "-silent", *words], stdin, is_silent=True)
 
 
+def zrl(folder, *words):
+    return Command([os.path.join(folder, "zrl"), "run", "--quiet", *words],
+                   good_statuses=(0, 10), is_silent=True)
+
+
 def dl(folder, *words):
     return Command([os.path.join(folder, "dl"), *words], is_silent=True)
 
@@ -104,13 +109,13 @@ def namespaces_read_back(size, random, folder):
     return Trial(zarel(folder, "-solver=./solver", "in.zrl"), None, count)
 
 
-def whole_run(zarel_lines, clingo_lines):
+def whole_run(zarel_lines, clingo_lines, front_end=zarel):
     def make(size, random, folder):
         state = random.getstate()
         count = written("in.zrl", zarel_lines(size, random))
         random.setstate(state)    # the peer gets the same program
         written("in.lp", clingo_lines(size, random))
-        return Trial(zarel(folder, "in.zrl"), clingo("in.lp"), count)
+        return Trial(front_end(folder, "in.zrl"), clingo("in.lp"), count)
     return make
 
 
@@ -165,6 +170,9 @@ def speed_of_one_answer_set(result, results):
 
 LINEAR_ONLY = linear_and()
 IN_SECONDS = Figure("solves in seconds", lambda r, _: r.zarel.seconds < 10)
+NEARLY_AS_FAST_A_START = Figure("at most 3 ms more than the peer",
+                                lambda r, _: r.zarel.seconds <= r.peer.seconds + 0.003,
+                                needs_peer=True)
 FAST_START = Figure("5 ms or less", lambda r, _: r.zarel.seconds <= 0.005)
 
 ROWS = [
@@ -198,6 +206,13 @@ ROWS = [
     Row("whole-search", 11, "pigeons in one hole less, searched",
         whole_run(inputs.pigeons, inputs.pigeons_for_clingo), times_of_peer(1.05),
         quick_size=9),
+    Row("zrl-facts", 500_000, "the same, solved by zrl",
+        whole_run(inputs.links, inputs.links, zrl), times_of_peer(1.1)),
+    Row("zrl-search", 11, "the same pigeons, searched by zrl",
+        whole_run(inputs.pigeons, inputs.pigeons_for_clingo, zrl), times_of_peer(1.02),
+        quick_size=9),
+    Row("zrl-start", 1, "fact, solved by zrl",
+        whole_run(inputs.links, inputs.links, zrl), NEARLY_AS_FAST_A_START, quick_size=1),
     Row("start", 1, "fact, rewritten", rewriting(inputs.facts, peer=gringo), FAST_START, quick_size=1),
     Row("dl-translation", 1_000_000, "facts and rules in the solver's language, translated",
         solver_run(inputs.solver_program, "-translate", has_peer=False), mb_per_second(40)),
