@@ -1,6 +1,7 @@
 #include "workbench/reporter.h"
 
 #include "workbench/catalogue.h"
+#include "workbench/message_text.h"
 
 namespace workbench {
 
@@ -8,11 +9,9 @@ void Reporter::report(const Message& message) {
   const Page* const page = page_of(message.code);
   const bool is_warning = page != nullptr && page->severity == Severity::kWarning;
   ++(is_warning ? warnings_ : errors_);
-  if (message.place.is_known()) {
-    out_ << texts_.name(message.place.first.file) << ':' << message.place.first.line << ':'
-         << message.place.first.character << ": ";
-  }
-  out_ << (is_warning ? "warning: " : "error: ") << message.text << " [" << message.code << "]\n";
+  const Severity severity = is_warning ? Severity::kWarning : Severity::kError;
+  const Colours colours = options_.in_colour ? Colours::kTerminal : Colours::kNone;
+  (out_ << drawn(message, severity, texts_, colours)).flush();
 }
 
 void Reporter::note(std::string_view text) {

@@ -1,23 +1,37 @@
 #include "workbench/source_texts.h"
 
+#include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <system_error>
 #include <utility>
 
 namespace workbench {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A pipe is not read a second time: its text is gone, and one might wait for ever.
+std::string text_of_file(const std::string& path) {
+  std::error_code error;
+  if (!fs::is_regular_file(path, error)) return {};
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream text;
+  if (in) text << in.rdbuf();
+  return std::move(text).str();
+}
+
+}    // namespace
 
 SourceTexts::Loaded& SourceTexts::loaded(std::uint32_t file) {
   const auto [entry, is_new] = loaded_.try_emplace(file);
   Loaded& result = entry->second;
   if (!is_new) return result;
   const zarel::ReadFile& source = files_[file];
-  if (!source.path.empty()) {
-    std::ifstream in(source.path, std::ios::binary);
-    std::ostringstream text;
-    if (in) text << in.rdbuf();
-    result.text = std::move(text).str();
-  }
+  if (!source.path.empty()) result.text = text_of_file(source.path);
   result.view = source.path.empty() ? source.text : std::string_view(result.text);
+  if (result.view.empty()) return result;
   result.begins.push_back(0);
   for (std::size_t end = result.view.find('\n'); end != std::string_view::npos;
        end = result.view.find('\n', end + 1)) {
@@ -30,11 +44,16 @@ std::string_view SourceTexts::text(std::uint32_t file) {
   return loaded(file).view;
 }
 
+bool SourceTexts::has_line(std::uint32_t file, std::uint32_t line) {
+  return line != 0 && line <= loaded(file).begins.size();
+}
+
 std::string_view SourceTexts::line(std::uint32_t file, std::uint32_t line) {
+  if (!has_line(file, line)) return {};
   const Loaded& source = loaded(file);
-  if (line == 0 || line > source.begins.size()) return {};
-  const std::string_view rest = source.view.substr(source.begins[line - 1]);
-  return rest.substr(0, rest.find('\n'));
+  const std::size_t begin = source.begins[line - 1];
+  const bool is_last = line == source.begins.size();
+  return source.view.substr(begin, is_last ? source.view.npos : source.begins[line] - 1 - begin);
 }
 
 }    // namespace workbench

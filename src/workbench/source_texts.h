@@ -23,6 +23,9 @@ class SourceTexts {
   // A line, from 1, without its end ("\n"; a "\r" in front of that stays). Empty when there is none.
   std::string_view line(std::uint32_t file, std::uint32_t line);
 
+  // Whether there is that line; one behind the last line end counts.
+  bool has_line(std::uint32_t file, std::uint32_t line);
+
  private:
   struct Loaded {
     std::string text;    // of a file
