@@ -1,5 +1,6 @@
 #include "workbench/loading.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <filesystem>
@@ -46,6 +47,19 @@ std::string found_file(const std::string& name, std::span<const std::string> fol
       return fs::weakly_canonical(path).string();
   }
   return name;
+}
+
+std::vector<std::string> library_templates() {
+  std::vector<std::string> names;
+  for (const fs::path& folder : library_folders()) {
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+      names.push_back(entry->path().stem().string());
+    }
+  }
+  std::ranges::sort(names);
+  return names;
 }
 
 void load(zarel::Program& program, std::span<const std::string> files,

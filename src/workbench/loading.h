@@ -13,6 +13,9 @@ namespace workbench {
 // templates that is installed with the program. The name itself when it is nowhere.
 std::string found_file(const std::string& name, std::span<const std::string> folders);
 
+// The templates of that library, each of which has a file of its name.
+std::vector<std::string> library_templates();
+
 // Texts that do not come from files, which the program looks into as long as it lives.
 struct LoadedTexts {
   std::string standard_input;

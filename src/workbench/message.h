@@ -14,6 +14,8 @@ namespace workbench {
 
 enum class Severity : std::uint8_t { kError, kWarning, kNote };
 
+std::string_view word_for(Severity severity);    // "error"
+
 // A change of the text that mends what is wrong.
 struct Fix {
   enum class Kind : std::uint8_t { kReplace, kInsertBefore, kInsertBehind };

@@ -154,18 +154,6 @@ constexpr std::string_view escape_of(Style style) {
 
 constexpr std::string_view kPlain = "\x1B[0m";
 
-std::string_view word_for(Severity severity) {
-  switch (severity) {
-    case Severity::kError:
-      return "error";
-    case Severity::kWarning:
-      return "warning";
-    case Severity::kNote:
-      return "note";
-  }
-  return {};
-}
-
 Style style_of(Severity severity) {
   if (severity == Severity::kError) return Style::kError;
   return severity == Severity::kWarning ? Style::kWarning : Style::kNote;
@@ -197,8 +185,10 @@ class Drawing {
   void head(const zarel::Place& place, Severity severity, std::string_view text) {
     if (place.is_known()) {
       std::string where = shown_text(texts_.name(place.first.file), kTextColumns);
-      (where += ':') += std::to_string(place.first.line);
-      (where += ':') += std::to_string(place.first.character);
+      if (place.first.line != 0) {
+        (where += ':') += std::to_string(place.first.line);
+        (where += ':') += std::to_string(texts_.column(place.first));
+      }
       styled(Style::kBold, where += ':');
       text_ += ' ';
     }
@@ -282,6 +272,18 @@ class Drawing {
 };
 
 }    // namespace
+
+std::string_view word_for(Severity severity) {
+  switch (severity) {
+    case Severity::kError:
+      return "error";
+    case Severity::kWarning:
+      return "warning";
+    case Severity::kNote:
+      return "note";
+  }
+  return {};
+}
 
 std::string drawn(const Message& message, Severity severity, SourceTexts& texts, Colours colours) {
   return Drawing(texts, colours).draw(message, severity);

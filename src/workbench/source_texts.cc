@@ -44,6 +44,13 @@ std::string_view SourceTexts::text(std::uint32_t file) {
   return loaded(file).view;
 }
 
+std::uint32_t SourceTexts::column(const zarel::Position& position) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  const bool is_behind_mark = position.line == 1 && position.column > kByteOrderMark.size() &&
+                              text(position.file).starts_with(kByteOrderMark);
+  return position.character - (is_behind_mark ? 1 : 0);
+}
+
 bool SourceTexts::has_line(std::uint32_t file, std::uint32_t line) {
   return line != 0 && line <= loaded(file).begins.size();
 }

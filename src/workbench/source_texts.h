@@ -18,10 +18,14 @@ class SourceTexts {
   explicit SourceTexts(const zarel::FileTable& files) : files_(files) {}
 
   std::string_view name(std::uint32_t file) const { return files_[file].name; }
+  std::string_view path(std::uint32_t file) const { return files_[file].path; }
   std::string_view text(std::uint32_t file);    // all of it
 
   // A line, from 1, without its end ("\n"; a "\r" in front of that stays). Empty when there is none.
   std::string_view line(std::uint32_t file, std::uint32_t line);
+
+  // The column in characters as an editor counts: a byte order mark in front is none.
+  std::uint32_t column(const zarel::Position& position);
 
   // Whether there is that line; one behind the last line end counts.
   bool has_line(std::uint32_t file, std::uint32_t line);
