@@ -3,12 +3,15 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/file_table.h"
 #include "support/texts.h"
 #include "workbench/message_text.h"
+#include "workbench/reporter.h"
 
 namespace workbench {
 namespace {
@@ -134,6 +137,117 @@ TEST(DrawnMessages, ShowsNotesAndHelp) {
   EXPECT_EQ(in_colour.substr(0, in_colour.find("\n  \x1b[1;32mhelp")),
             "\x1b[1ma\uFFFDb:2:1:\x1b[0m \x1b[1;35mwarning:\x1b[0m wrong \uFFFD [code]\n"
             "\x1b[34m  2 |\x1b[0m p.\n\x1b[34m    |\x1b[0m \x1b[1;35m^\x1b[0m");
+}
+
+// Takes messages about a text of one line, and hands back what was written.
+class Reported {
+ public:
+  explicit Reported(MessageOptions options, std::string_view text = "p?")
+      : options_(std::move(options)), file_(files_.add("f", {}, text)), texts_(files_) {}
+
+  // "replaced-query" is a warning, everything unknown an error.
+  Reported& report(std::string_view code, int count = 1) {
+    for (int i = 0; i < count; ++i) reporter_.report({code, {at_, at_}, "wrong"});
+    return *this;
+  }
+
+  Reporter& reporter() { return reporter_; }
+
+  std::string written() {
+    reporter_.finish();
+    return std::exchange(out_, std::ostringstream()).str();
+  }
+
+ private:
+  MessageOptions options_;
+  zarel::FileTable files_;
+  std::uint32_t file_;
+  SourceTexts texts_;
+  std::ostringstream out_;
+  Reporter reporter_{options_, texts_, out_};
+  zarel::Position at_{file_, 1, 1, 1};
+};
+
+constexpr std::string_view kError = "f:1:1: error: wrong [code]\n  1 | p?\n    | ^\n";
+constexpr std::string_view kWarning = "f:1:1: warning: wrong [replaced-query]\n  1 | p?\n    | ^\n";
+constexpr std::string_view kFatalWarning =
+    "f:1:1: error: wrong [replaced-query]\n  1 | p?\n    | ^\n";
+
+TEST(Reporter, CountsWhatIsBehindTheFirstTwenty) {
+  Reported all({});
+  all.report("replaced-query").report("code", 19);
+  EXPECT_EQ(all.written(), std::string(kWarning) + zarel::repeated(kError, 19));
+  EXPECT_EQ(all.report("code").written(), "1 more error is not shown\n");
+  EXPECT_EQ(all.report("replaced-query", 2).written(), "2 more warnings are not shown\n");
+  EXPECT_EQ(all.report("code", 99'999).report("replaced-query").written(),
+            "99999 more errors and 1 more warning are not shown\n");
+  EXPECT_EQ(all.reporter().errors(), 100'019U);
+  EXPECT_EQ(all.reporter().warnings(), 4U);
+}
+
+TEST(Reporter, ShowsWhatIsSwitchedOn) {
+  EXPECT_EQ(Reported({.off = {"replaced-query"}}).report("replaced-query").written(), "");
+  EXPECT_EQ(Reported({.off = {"code"}}).report("code").written(), kError);
+  Reported strict({.is_strict = true});
+  EXPECT_EQ(strict.report("replaced-query").written(), kFatalWarning);
+  EXPECT_EQ(strict.reporter().errors(), 1U);
+  Reported fatal({.as_errors = {"replaced-query"}});
+  EXPECT_EQ(fatal.report("replaced-query").written(), kFatalWarning);
+  Reported off({.is_strict = true, .off = {"replaced-query"}});
+  EXPECT_EQ(off.report("replaced-query").written(), "");
+  EXPECT_EQ(off.reporter().errors(), 0U);
+}
+
+TEST(Reporter, LooksForCommentsThatAllow) {
+  constexpr std::pair<std::string_view, bool> kTexts[] = {
+      {"p? %! allow replaced-query", true},
+      {"p?\n%!allow other,replaced-query\r\n", true},
+      {"p? %! allow other replaced-query", true},
+      {"p? %! allow other\n% replaced-query", false},
+      {"p? %! allowed replaced-query", false},
+      {"p? % allow replaced-query", false},
+      {"p? %! allow replaced", false},
+  };
+  for (const auto& [text, is_allowed] : kTexts) {
+    EXPECT_EQ(Reported({}, text).report("replaced-query").written().empty(), is_allowed) << text;
+    EXPECT_FALSE(Reported({}, text).report("code").written().empty()) << text;
+  }
+}
+
+TEST(Reporter, WritesAllAsJson) {
+  Reported json({.as_json = true}, "p?");
+  EXPECT_EQ(json.report("replaced-query", 30).written(),
+            zarel::repeated(R"({"kind":"message","code":"replaced-query","severity":"warning",)"
+                            R"("message":"wrong","label":"","help":"",)"
+                            R"("ranges":[{"file":"f","first":{"line":1,"column":1,"byte":1},)"
+                            R"("last":{"line":1,"column":1,"byte":1}}],"notes":[],"fixes":[]})"
+                            "\n",
+                            30));
+  const Message message{"code",
+                        {},
+                        "\xff\"\n\x1b",
+                        "label",
+                        {{{}, "note"}},
+                        "help",
+                        {{Fix::Kind::kInsertBehind, {}, "."}}};
+  json.reporter().report(message);
+  EXPECT_EQ(json.written(),
+            "{\"kind\":\"message\",\"code\":\"code\",\"severity\":\"error\",\"message\":\"\uFFFD"
+            R"(\"\n\u001b","label":"label","help":"help","ranges":[],)"
+            R"("notes":[{"message":"note","ranges":[]}],)"
+            R"("fixes":[{"kind":"insert-behind","ranges":[],"replacement":"."}]})"
+            "\n");
+  json.reporter().note("2 answer sets");
+  EXPECT_EQ(json.written(), "{\"kind\":\"note\",\"message\":\"2 answer sets\"}\n");
+}
+
+TEST(Reporter, KeepsNotesOfTheRunClean) {
+  Reported all({});
+  all.reporter().note("p\x1b[0m");
+  EXPECT_EQ(all.written(), "p\uFFFD[0m\n");
+  Reported quiet({.is_quiet = true});
+  quiet.reporter().note("p");
+  EXPECT_EQ(quiet.written(), "");
 }
 
 }    // namespace
