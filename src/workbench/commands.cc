@@ -24,8 +24,4 @@ ExitStatus check(const CommandLine& line) {
   return session.reporter().errors() == 0 ? ExitStatus::kFound : ExitStatus::kProgramErrors;
 }
 
-ExitStatus explain(const CommandLine& /*line*/) {
-  return ExitStatus::kUsage;
-}
-
 }    // namespace workbench

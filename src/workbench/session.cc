@@ -1,7 +1,5 @@
 #include "workbench/session.h"
 
-#include <iostream>
-
 #include "workbench/findings.h"
 
 namespace workbench {
@@ -13,11 +11,11 @@ zarel::RunOptions run_options(const CommandLine& line) {
 
 }    // namespace
 
-Session::Session(const CommandLine& line)
+Session::Session(const CommandLine& line, std::ostream& messages)
     : line_(line),
       program_(run_options(line), [this](const zarel::Diagnostic& finding) { take(finding); }),
       texts_(program_.files()),
-      reporter_(line.messages, texts_, std::cerr),
+      reporter_(line.messages, texts_, messages),
       checks_(program_, {line.search.filters}) {}
 
 void Session::take(const zarel::Diagnostic& finding) {

@@ -1,6 +1,8 @@
 #pragma once
 // session.h - a program with all that looks at it: what the commands have in common.
 
+#include <iostream>
+
 #include "workbench/checks.h"
 #include "workbench/command_line.h"
 #include "workbench/loading.h"
@@ -12,7 +14,8 @@ namespace workbench {
 
 class Session {
  public:
-  explicit Session(const CommandLine& line);
+  // Messages are written to `messages`.
+  explicit Session(const CommandLine& line, std::ostream& messages = std::cerr);
 
   // Reads, checks and rewrites. Without a status all went well: there is a program to be solved, or
   // to be looked at.
