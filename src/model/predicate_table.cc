@@ -12,11 +12,10 @@ namespace {
 
 using Type = PREDICATE_NAMETS::TYPE;
 
-[[noreturn]] void end_for_arity(std::string_view name, std::uint32_t first, std::uint32_t now) {
+std::string arity_text(std::string_view name, std::uint32_t first, std::uint32_t now) {
   std::string text(name);
   text.append(", first used with arity ").append(std::to_string(first));
-  text.append(", now seen with arity ").append(std::to_string(now)).append(".");
-  report_and_end(Code::kArityClash, text);
+  return text.append(", now seen with arity ").append(std::to_string(now)).append(".");
 }
 
 [[noreturn]] void end_for_role(std::string_view name, std::string_view first,
@@ -47,7 +46,8 @@ void PredicateTable::check(std::uint32_t predicate, std::uint32_t arity, Type ty
   }
   if (type == Type::kBuiltin) return;
   const std::string_view shown = getNameWithoutPrefix(name(predicate));
-  if (arity != entry.arity && OptionArityCheck()) end_for_arity(shown, entry.arity, arity);
+  if (arity != entry.arity && OptionArityCheck())
+    report_and_end(Code::kArityClash, arity_text(shown, entry.arity, arity));
   if (entry.type == Type::kEdb && type == Type::kIdb) end_for_role(shown, "EDB", "IDB");
   if (entry.type == Type::kIdb && type == Type::kEdb) end_for_role(shown, "IDB", "EDB");
 }
@@ -61,7 +61,11 @@ std::uint32_t PredicateTable::enter_invocation(NameId name, std::uint32_t arity,
   }
   Entry& entry = entries_[predicate];
   const bool is_invocation = entry.type == Type::kInvocation;
-  if (arity != entry.arity && is_invocation) end_for_arity(template_name, entry.arity, arity);
+  if (arity != entry.arity && is_invocation) {
+    report(Code::kArityClash, arity_text(template_name, entry.arity, arity));
+    if (!current_run().options.skips_faulty_statements) end_run(1);
+    return predicate;
+  }
   if (arity != entry.arity || !(is_invocation || entry.type == Type::kUnknown)) {
     std::string text = "the name of the template ";
     text.append(template_name).append(" has another use");

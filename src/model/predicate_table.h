@@ -86,8 +86,9 @@ class PredicateTable {
   // was undecided is settled.
   std::uint32_t enter(NameId name, std::uint32_t arity, Type type);
 
-  // The same for the "@" predicate of a template; any clash ends the run with status 1.
-  // `template_name` is for the message that a differing number of actual predicates gets.
+  // The same for the "@" predicate of a template; any clash ends the run with status 1, but a
+  // differing number of actual predicates does not when the run skips faulty statements.
+  // `template_name` is for the message that this gets.
   std::uint32_t enter_invocation(NameId name, std::uint32_t arity, std::string_view template_name);
 
   bool contains(std::string_view name) const;

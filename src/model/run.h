@@ -38,6 +38,7 @@ struct RunOptions {
   bool OptionHigherOrder = true;    // predicates may be variables
   bool OptionFramelogic = true;
   bool links_templates = false;
+  bool skips_faulty_statements = false;    // reading goes on behind them, see parser/recovery.h
 };
 
 // What was found wrong, and what the established messages show of the reading.

@@ -12,6 +12,7 @@
 
 #include "model/program.h"
 #include "model/report.h"
+#include "model/run.h"
 #include "templates/atom_rewriting.h"
 #include "templates/definitions.h"
 #include "templates/invocations.h"
@@ -145,6 +146,11 @@ bool fault_for(const INVOCATIONATOM* invocation, Diagnostic finding) {
   return fault(std::move(finding));
 }
 
+// Whether the checks look for more behind a fault.
+bool goes_on() {
+  return current_run().options.skips_faulty_statements;
+}
+
 bool check_rules(const DEFINITIONATOM& definition, const INVOCATIONATOM* invocation) {
   RuleFault first(definition);
   for (const CLAUSET& clause : definition.rules) first.look_at(clause);
@@ -230,34 +236,66 @@ class ReachedDefinitions {
     return is_new;
   }
 
+  // A template that is not defined, which is said once, at its first invocation. Returns false.
+  bool fault_for_undefined(std::string_view name, const SourceSpan& written) {
+    if (!undefined_.emplace(name).second) return false;
+    return fault({Code::kTemplateUndefined, place_of(written), quoted(name) + " not defined."});
+  }
+
   // Goes on to those that only template bodies invoke, and checks them as the others are.
   bool check_nested() {
     const std::size_t checked = all_.size();
     for (std::size_t i = 0; i < all_.size(); ++i) {
       const DEFINITIONATOM& definition = *all_[i];
       if (i >= checked && !(check_rules(definition, nullptr) && check_result(definition, nullptr)))
-        return false;
+        is_right_ = false;
+      if (!is_right_ && !goes_on()) return false;
       for (const CLAUSET& clause : definition.rules) {
         add_invoked(clause.body());
       }
     }
-    return true;
+    return is_right_;
   }
 
  private:
   void add_invoked(std::span<const Literal> body) {
     for (const Literal& literal : body) {
       if (literal.atom.is_aggregate()) add_invoked(literal.atom.aggregate().body.elements());
-      if (literal.atom.payload() != ATOMT::Payload::kInvocation) continue;
-      const NameId name = literal.atom.invocation().name;
-      const DEFINITIONATOM* const definition = defhashmap().find(names().spelling(name));
-      if (definition != nullptr) add(*definition);
+      if (literal.atom.payload() == ATOMT::Payload::kInvocation) add_invoked(literal.atom);
     }
   }
 
+  // Its shape is checked when it is expanded; where the checks go on, already here.
+  void add_invoked(const ATOMT& marker) {
+    const std::string_view name = names().spelling(marker.invocation().name);
+    const DEFINITIONATOM* const definition = defhashmap().find(name);
+    if (definition != nullptr) add(*definition);
+    if (!goes_on()) return;
+    const bool is_right = definition == nullptr
+                              ? fault_for_undefined(name, marker.invocation().written)
+                              : has_shape_of(invocation_of(marker), *definition);
+    is_right_ = is_right_ && is_right;
+  }
+
+  bool is_right_ = true;
   std::unordered_set<const DEFINITIONATOM*> known_;
   std::vector<const DEFINITIONATOM*> all_;
+  std::unordered_set<std::string> undefined_;    // names
 };
+
+// A definition's own rules give the same outcome at each of its invocations: they are checked at
+// the first one.
+bool check_invocation(const INVOCATIONATOM& invocation, ReachedDefinitions& reached) {
+  const DEFINITIONATOM* const definition = defhashmap().find(invocation.name);
+  if (definition == nullptr)
+    return reached.fault_for_undefined(invocation.name, invocation.written);
+  const bool is_first = reached.add(*definition);
+  if (!check_output_arity(invocation, *definition)) return false;
+  if (is_first && !check_rules(*definition, &invocation)) return false;
+  if (!check_actual_count(invocation, *definition)) return false;
+  if (!check_actual_arities(invocation, *definition)) return false;
+  return !is_first || check_result(*definition, &invocation);
+}
 
 }    // namespace
 
@@ -266,24 +304,15 @@ bool has_shape_of(const INVOCATIONATOM& invocation, const DEFINITIONATOM& defini
          check_actual_arities(invocation, definition);
 }
 
-// A definition's own rules give the same outcome at each of its invocations: they are checked at
-// the first one.
 bool control_of_template() {
   ReachedDefinitions reached;
+  bool is_right = true;
   for (const INVOCATIONATOM& invocation : invhashmap().all()) {
-    const DEFINITIONATOM* const definition = defhashmap().find(invocation.name);
-    if (definition == nullptr) {
-      return fault({Code::kTemplateUndefined, place_of(invocation.written),
-                    quoted(invocation.name) + " not defined."});
-    }
-    const bool is_first = reached.add(*definition);
-    if (!check_output_arity(invocation, *definition)) return false;
-    if (is_first && !check_rules(*definition, &invocation)) return false;
-    if (!check_actual_count(invocation, *definition)) return false;
-    if (!check_actual_arities(invocation, *definition)) return false;
-    if (is_first && !check_result(*definition, &invocation)) return false;
+    is_right = check_invocation(invocation, reached) && is_right;
+    if (!is_right && !goes_on()) return false;
   }
-  return !template_rules().are_nested_invocations_checked() || reached.check_nested();
+  if (!template_rules().are_nested_invocations_checked()) return is_right;
+  return reached.check_nested() && is_right;
 }
 
 }    // namespace zarel

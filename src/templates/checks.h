@@ -6,7 +6,9 @@
 namespace zarel {
 
 // Checks every recorded invocation against its definition, and that definition's rules. False, with
-// a message, at the first fault. Definitions that nothing invokes are not looked at.
+// a message, at the first fault; in a run that skips faulty statements, with one for each invocation
+// and definition that has a fault, those in template bodies too. Definitions that nothing invokes
+// are not looked at.
 bool control_of_template();
 
 // Whether a nested invocation has the output terms and actual predicates that the definition asks

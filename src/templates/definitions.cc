@@ -37,10 +37,11 @@ void addedDefinition(DEFINITIONATOM definition) {
     return;
   }
   std::string text = "Template ";
-  report_and_end({Code::kTemplateRedefined,
-                  work_place(),
-                  text.append(definition.name).append(" already defined."),
-                  {{place_of(first->head), "the first definition"}}});
+  report({Code::kTemplateRedefined,
+          work_place(),
+          text.append(definition.name).append(" already defined."),
+          {{place_of(first->head), "the first definition"}}});
+  if (!current_run().options.skips_faulty_statements) end_run(1);
 }
 
 }    // namespace zarel

@@ -35,7 +35,7 @@ class DefinitionTable {
 DefinitionTable& defhashmap();
 
 // Stores a definition. A second one of a name ends the run with status 1 and a message, at the place
-// of the work.
+// of the work; a run that skips faulty statements goes on without it.
 void addedDefinition(DEFINITIONATOM definition);
 
 }    // namespace zarel

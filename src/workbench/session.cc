@@ -6,7 +6,7 @@ namespace workbench {
 namespace {
 
 zarel::RunOptions run_options(const CommandLine& line) {
-  return {.links_templates = line.links_templates};
+  return {.links_templates = line.links_templates, .skips_faulty_statements = true};
 }
 
 }    // namespace
