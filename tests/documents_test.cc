@@ -173,7 +173,7 @@ TEST(Readme, MapsTheSourcesFromTheRoofToTheGround) {
   for (const auto& entry : fs::recursive_directory_iterator(kProject / "src")) {
     const fs::path folder = entry.path().parent_path();
     if (!entry.is_regular_file() || folder == kProject / "src") continue;
-    const auto row = row_of(folder.filename());
+    const auto row = row_of(*fs::relative(folder, kProject / "src").begin());
     EXPECT_NE(row, map.end()) << folder;
     for (const std::string& included :
          found_in(text_of(entry.path()), std::regex("#include \"([a-z]+)/"))) {
