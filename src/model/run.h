@@ -30,6 +30,8 @@
 
 namespace zarel {
 
+class StatementObserver;    // see parser/written_statement.h
+
 // What is chosen for a run: the one place of each option, under its one name. Most are read by a
 // function of that name.
 struct RunOptions {
@@ -107,8 +109,9 @@ struct Run {
 
   // In the order in which they are made: what stands below may point into what stands above.
   RunOptions options;
-  std::ostream* output = nullptr;    // see standard_output()
-  FileTable files;                   // that were read
+  std::ostream* output = nullptr;                     // see standard_output()
+  StatementObserver* statement_observer = nullptr;    // of the files that are read from now on
+  FileTable files;                                    // that were read
   OriginTable origins;
   Findings findings;
   Work work;

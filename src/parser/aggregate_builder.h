@@ -10,7 +10,7 @@ namespace zarel {
 
 class AggregateBuilder {
  public:
-  explicit AggregateBuilder(TermBuilder& terms) : terms_(terms) {}
+  AggregateBuilder(TermBuilder& terms, WrittenTree& tree) : terms_(terms), tree_(tree) {}
 
   // The aggregate without a guard; valid until clear().
   const AGGREGATEPREDT* bare(AggregateFunction function, TermsMark variables, Body* body);
@@ -31,6 +31,7 @@ class AggregateBuilder {
   void drop();
 
   TermBuilder& terms_;
+  WrittenTree& tree_;
   std::deque<AGGREGATEPREDT> made_;    // a deque: addresses stay put
 };
 

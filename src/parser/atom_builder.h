@@ -14,8 +14,8 @@ namespace zarel {
 class AtomBuilder {
  public:
   // Atoms in an open template are of another kind than those of the program.
-  AtomBuilder(TermBuilder& terms, const TemplateBuilder& definition)
-      : terms_(terms), definition_(definition) {}
+  AtomBuilder(TermBuilder& terms, const TemplateBuilder& definition, WrittenTree& tree)
+      : terms_(terms), definition_(definition), tree_(tree) {}
 
   // Of the program: in the generic encoding, which names the frame space. In a template body:
   // plain.
@@ -29,20 +29,30 @@ class AtomBuilder {
   bool allows_frame_space() const;
 
   Literal builtin(BUILTIN code, std::initializer_list<TERMT> terms);
+  // Of the form result = a + b; the terms are those of the builtin.
+  Literal arithmetic(BUILTIN code, std::initializer_list<TERMT> terms);
   Literal external(NameId name, TermsMark list);
   Literal literal(const ATOMT& atom) { return {atom, false}; }
-  Literal negated(const ATOMT& atom) { return {atom, true}; }
+  Literal negated(const ATOMT& atom) {
+    if (tree_.is_open()) tree_.negate();
+    return {atom, true};
+  }
 
  private:
+  void tell(WrittenName name, std::size_t arity, NameId frame_space, Negation negation);
+
   TermBuilder& terms_;
   const TemplateBuilder& definition_;
+  WrittenTree& tree_;
 };
 
 // Inline: most atoms of a large program come from here. See Note [flat facts].
 inline ATOMT AtomBuilder::atom(WrittenName name, TermsMark list, NameId frame_space,
                                Negation negation) {
-  if (definition_.is_open()) return plain_atom(name, terms_.take(list), negation);
-  return encoded_atom(name.id, frame_space, terms_.take(list), negation);
+  const std::span<const TERMT> terms = terms_.take(list);
+  if (tree_.is_open()) tell(name, terms.size(), frame_space, negation);
+  if (definition_.is_open()) return plain_atom(name, terms, negation);
+  return encoded_atom(name.id, frame_space, terms, negation);
 }
 
 }    // namespace zarel

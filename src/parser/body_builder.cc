@@ -11,12 +11,19 @@ Body* BodyBuilder::empty() {
   return &body;
 }
 
+Body* BodyBuilder::first() {
+  if (tree_.is_open()) tree_.begin_body();
+  return empty();
+}
+
 Body* BodyBuilder::next_literal(Body* body, const Literal& literal) {
+  if (tree_.is_open()) tree_.body_element();
   body->add(literal);
   return body;
 }
 
 Body* BodyBuilder::next_frame(Body* body, const FRAME& frame) {
+  if (tree_.is_open()) tree_.body_element();
   const FrameContext context = definition_.frame_context();
   for (const Literal& literal : standardize(frame, FramePosition::kBody, context))
     body->add(literal);

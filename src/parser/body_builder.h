@@ -7,6 +7,7 @@
 #include "frames/frame.h"
 #include "model/clause.h"
 #include "parser/template_builder.h"
+#include "parser/written_tree.h"
 
 namespace zarel {
 
@@ -14,18 +15,22 @@ namespace zarel {
 class BodyBuilder {
  public:
   // What frames become depends on whether a template is open.
-  explicit BodyBuilder(const TemplateBuilder& definition) : definition_(definition) {}
+  BodyBuilder(const TemplateBuilder& definition, WrittenTree& tree)
+      : definition_(definition), tree_(tree) {}
 
   Body* empty();
-  Body* first_literal(const Literal& literal) { return next_literal(empty(), literal); }
+  Body* first_literal(const Literal& literal) { return next_literal(first(), literal); }
   Body* next_literal(Body* body, const Literal& literal);
-  Body* first_frame(const FRAME& frame) { return next_frame(empty(), frame); }
+  Body* first_frame(const FRAME& frame) { return next_frame(first(), frame); }
   Body* next_frame(Body* body, const FRAME& frame);
 
   void clear() { in_use_ = 0; }
 
  private:
+  Body* first();    // the empty body of a conjunction that is read
+
   const TemplateBuilder& definition_;
+  WrittenTree& tree_;
   std::deque<Body> bodies_;    // reused from statement to statement
   std::size_t in_use_ = 0;
 };

@@ -17,23 +17,30 @@ namespace zarel {
 class ClauseBuilder {
  public:
   ClauseBuilder(TermBuilder& terms, AtomBuilder& atoms, BodyBuilder& bodies, FrameSpaces& spaces,
-                TemplateBuilder& definition)
+                TemplateBuilder& definition, WrittenTree& tree)
       : terms_(terms),
         atoms_(atoms),
         bodies_(bodies),
         spaces_(spaces),
         definition_(definition),
+        tree_(tree),
         work_(work()) {}
 
   // The disjuncts of a head, what stands between two of them, and its end.
-  void head_atom(const ATOMT& atom) { head_.add(atom); }
-  void head_frame(const FRAME& frame) { head_frame_ = frame; }
+  void head_atom(const ATOMT& atom) {
+    if (tree_.is_open()) tree_.head_element();
+    head_.add(atom);
+  }
+  void head_frame(const FRAME& frame) {
+    if (tree_.is_open()) tree_.head_element();
+    head_frame_ = frame;
+  }
   void next_disjunct();
   void close_head();
 
   void flat_fact(const TokenText& text);
   void fact();              // of the disjuncts read; closes the head
-  void rule(Body* body);    // the closed head; null: no body
+  void rule(Body* body);    // of the closed head
   void range_fact(WrittenName name, const TERMT& first, const TERMT& last);
   void constraint(Body* body);
   void weak_constraint(Body* body, const WeakCost& cost);
@@ -46,6 +53,9 @@ class ClauseBuilder {
  private:
   TERMT flat_term(std::string_view text, const TokenText& fact);
   TERMT flat_integer(std::string_view digits, const TokenText& fact);
+  SourceRange place_in(const TokenText& fact, std::string_view part) const;
+  void tell_whole_fact(const TokenText& text, NameId name);
+  void add_rule(Body* body);    // null: no body
   void frame_rule(const Body* body);
 
   TermBuilder& terms_;
@@ -53,6 +63,7 @@ class ClauseBuilder {
   BodyBuilder& bodies_;
   FrameSpaces& spaces_;
   TemplateBuilder& definition_;
+  WrittenTree& tree_;
   Work& work_;                         // the run's
   Head head_;                          // of a rule that is not headed by one frame alone
   std::optional<FRAME> head_frame_;    // of one that is, or so far

@@ -4,9 +4,11 @@
 #include <string>
 #include <tuple>
 
+#include "base/characters.h"
 #include "functions/function_terms.h"
 #include "model/printer.h"
 #include "parser/reading_scope.h"
+#include "parser/text_range.h"
 
 namespace zarel {
 namespace {
@@ -30,6 +32,14 @@ bool begins_before(const SourceRange& a, const SourceRange& b) {
 
 }    // namespace
 
+FrameTerm FrameBuilder::name(NameId name) {
+  if (tree_.is_open()) {
+    const bool is_variable = is_upper_case(names().spelling(name)[0]);
+    tree_.leaf(is_variable ? WrittenKind::kVariable : WrittenKind::kConstant, name);
+  }
+  return frame_term(name);
+}
+
 FrameTerm FrameBuilder::term(const TERMT& term) {
   Text text;
   append_text(text, term);
@@ -44,6 +54,7 @@ FrameTerm FrameBuilder::function(const TERMT& placeholder) {
 }
 
 FrameTerm FrameBuilder::negated(const FrameTerm& term) {
+  if (tree_.is_open()) tree_.negate_strongly();
   note(negations_);
   return zarel::negated(term);
 }
@@ -53,7 +64,19 @@ ATTRIBUTE FrameBuilder::negated_label(const FrameTerm& name) {
   return attribute(true, name);
 }
 
+void FrameBuilder::tell_attribute(const ATTRIBUTE& label, std::size_t values, ARROW arrow) {
+  WrittenNode& node = tree_.node(WrittenKind::kAttribute, values + 1,
+                                 static_cast<std::uint32_t>(static_cast<int>(arrow) + 1));
+  node.is_negated = label.is_negated;
+}
+
+ATTRIBUTE FrameBuilder::valueless(const ATTRIBUTE& label) {
+  if (tree_.is_open()) tell_attribute(label, 0, ARROW::kNone);
+  return label;
+}
+
 ATTRIBUTE FrameBuilder::with_value(const ATTRIBUTE& label, ARROW arrow, const FRAME& value) {
+  if (tree_.is_open()) tell_attribute(label, 1, arrow);
   const std::span<const FRAME> values(&value, 1);
   report_negated_values(values, "You cannot have a negated frame for the value of an attribute");
   return saying(label, arrow, program_storage().store(values));
@@ -61,6 +84,7 @@ ATTRIBUTE FrameBuilder::with_value(const ATTRIBUTE& label, ARROW arrow, const FR
 
 ATTRIBUTE FrameBuilder::with_values(const ATTRIBUTE& label, ARROW arrow, ValuesMark values) {
   const StoredList<FRAME> list = program_storage().store(values_.take(values));
+  if (tree_.is_open()) tell_attribute(label, list.size(), arrow);
   report_negated_values(list.elements(),
                         "You cannot a negated frame for the value of an attribute");
   return saying(label, arrow, list);
@@ -82,31 +106,61 @@ FRAME FrameBuilder::frame(const FrameTerm& object, AttributesMark attributes) {
 }
 
 FRAME FrameBuilder::nested(const FrameTerm& object, AttributesMark attributes) {
+  if (tree_.is_open()) tree_.node(WrittenKind::kFrame, 1 + attributes_.size(attributes));
   const FRAME value = frame(object, attributes);
   if (is_negated_frame(value)) note(negated_values_);
   return value;
 }
 
 FRAME FrameBuilder::molecule(const FrameTerm& object, AttributesMark attributes) {
+  if (tree_.is_open()) tree_.node(WrittenKind::kFrame, 1 + attributes_.size(attributes));
   return checked(frame(object, attributes));
 }
 
+// The two names stand at the beginning and at the end of what is read.
+Membership FrameBuilder::membership(const NamePair& pair) {
+  if (!tree_.is_open()) return {frame_term(pair.first), frame_term(pair.second)};
+  const SourceRange whole = work().where().range;
+  const SourceRange first =
+      range_of_text(whole.first_line, whole.first_column, names().spelling(pair.first));
+  const auto size = static_cast<std::uint32_t>(names().spelling(pair.second).size());
+  const SourceRange second{whole.last_line, whole.last_column - size + 1, whole.last_line,
+                           whole.last_column};
+  const auto name_at = [this](NameId id, const SourceRange& place) {
+    const ReadingScope at_name(work(), &place);
+    return name(id);
+  };
+  const FrameTerm object = name_at(pair.first, first);
+  return {object, name_at(pair.second, second)};
+}
+
 FRAME FrameBuilder::membership(const Membership& membership) {
+  if (tree_.is_open()) {
+    tree_.sort(2);
+    tree_.node(WrittenKind::kMembership, 2);
+  }
   return frame_of(membership.object, attribute(false, membership.class_term, ARROW::kInstance));
 }
 
 FRAME FrameBuilder::membership(const Membership& membership, AttributesMark class_attributes) {
   const auto& [object, class_term] = membership;
+  if (tree_.is_open()) {
+    const std::size_t parts = 2 + attributes_.size(class_attributes);
+    tree_.sort(parts);
+    tree_.node(WrittenKind::kMembership, parts);
+  }
   const FRAME class_frame = frame(class_term, class_attributes);
   const StoredList<FRAME> values = program_storage().store(std::span<const FRAME>(&class_frame, 1));
   return checked(frame_of(object, {false, ARROW::kInstance, class_term, values}));
 }
 
 FRAME FrameBuilder::subclass(const FrameTerm& object, const FrameTerm& class_term) {
+  if (tree_.is_open()) tree_.node(WrittenKind::kSubclass, 2);
   return frame_of(object, attribute(false, class_term, ARROW::kSubclass));
 }
 
 FRAME FrameBuilder::negated(FRAME frame) {
+  if (tree_.is_open()) tree_.negate();
   frame.set_negated(true);
   return frame;
 }
@@ -118,6 +172,7 @@ FRAME FrameBuilder::in_space(FRAME molecule, WrittenName frame_space) {
     std::string message = "the frame space of a frame must be a name without quotes, not ";
     report(Code::kQuotedFrameSpace, message.append(space));
   }
+  if (tree_.is_open()) tree_.set_space(frame_space.id);
   molecule.set_framespace(frame_space.id);
   return molecule;
 }

@@ -10,6 +10,7 @@
 #include "parser/list_stack.h"
 #include "parser/qualified_constants.h"
 #include "parser/token_values.h"
+#include "parser/written_tree.h"
 
 namespace zarel {
 
@@ -23,8 +24,10 @@ struct Membership {
 
 class FrameBuilder {
  public:
+  explicit FrameBuilder(WrittenTree& tree) : tree_(tree) {}
+
   // Objects, attributes and values by what they are written as.
-  FrameTerm name(NameId name) { return frame_term(name); }
+  FrameTerm name(NameId name);
   FrameTerm term(const TERMT& term);               // its text, with its variable if it is one
   FrameTerm function(const TERMT& placeholder);    // the written form, with all variables in it
   FrameTerm negated(const FrameTerm& term);        // under "-"
@@ -33,9 +36,11 @@ class FrameBuilder {
   ListStack<ATTRIBUTE>& attributes() { return attributes_; }
   ListStack<FRAME>& values() { return values_; }
 
-  // An attribute alone, and with what it says. A negated frame as a value is reported and counted.
+  // An attribute's name, and the attribute alone or with what it says. A negated frame as a value is
+  // reported and counted.
   ATTRIBUTE label(const FrameTerm& name) { return attribute(false, name); }
   ATTRIBUTE negated_label(const FrameTerm& name);    // under "not"
+  ATTRIBUTE valueless(const ATTRIBUTE& label);
   ATTRIBUTE with_value(const ATTRIBUTE& label, ARROW arrow, const FRAME& value);
   ATTRIBUTE with_values(const ATTRIBUTE& label, ARROW arrow, ValuesMark values);
 
@@ -46,7 +51,7 @@ class FrameBuilder {
   // Whole frames, still without their frame space. A "-" inside one that has a "-" itself is
   // reported and counted.
   FRAME molecule(const FrameTerm& object, AttributesMark attributes);
-  Membership membership(const NamePair& pair) { return {name(pair.first), name(pair.second)}; }
+  Membership membership(const NamePair& pair);
   FRAME membership(const Membership& membership);
   FRAME membership(const Membership& membership, AttributesMark class_attributes);
   FRAME subclass(const FrameTerm& object, const FrameTerm& class_term);
@@ -73,6 +78,9 @@ class FrameBuilder {
   void report_negated_values(std::span<const FRAME> values, std::string_view text);
   void clear_notes();
 
+  void tell_attribute(const ATTRIBUTE& label, std::size_t values, ARROW arrow);
+
+  WrittenTree& tree_;
   ListStack<ATTRIBUTE> attributes_;
   ListStack<FRAME> values_;
   // Where these stand in the statement, in the order of reading, for what may be wrong with them.

@@ -2,22 +2,29 @@
 
 namespace zarel {
 
-FrameSpaces::FrameSpaces()
-    : default_name_(names().intern("default")),
+FrameSpaces::FrameSpaces(WrittenTree& tree)
+    : tree_(tree),
+      default_name_(names().intern("default")),
       currentDefaultNs_(default_name_),
       defaultFrameSpace_(default_name_) {}
 
 void FrameSpaces::start_file() {
-  reset_default();
+  reset();
 }
 
 void FrameSpaces::set_default(NameId name) {
+  if (tree_.is_open()) tree_.statement(WrittenStatement::Kind::kDefaultSpace, name);
   fspace_.add(name);
   currentDefaultNs_ = name;
   defaultFrameSpace_ = name;
 }
 
 void FrameSpaces::reset_default() {
+  if (tree_.is_open()) tree_.statement(WrittenStatement::Kind::kDefaultSpace, default_name_);
+  reset();
+}
+
+void FrameSpaces::reset() {
   currentDefaultNs_ = default_name_;
   defaultFrameSpace_ = default_name_;
 }

@@ -3,12 +3,13 @@
 
 #include "model/name_table.h"
 #include "model/program.h"
+#include "parser/written_tree.h"
 
 namespace zarel {
 
 class FrameSpaces {
  public:
-  FrameSpaces();
+  explicit FrameSpaces(WrittenTree& tree);
 
   void start_file();                // back to "default"
   void set_default(NameId name);    // "@name.": for the atoms that follow
@@ -23,6 +24,9 @@ class FrameSpaces {
   const NameList& fspace() const { return fspace_; }    // every one named in the program
 
  private:
+  void reset();
+
+  WrittenTree& tree_;
   NameId default_name_;    // "default"
   NameId currentDefaultNs_;
   NameId defaultFrameSpace_;

@@ -170,8 +170,8 @@ globals
   ;
 
 global_names
-  : name                       { build.templates().global_predicate($name); }
-  | global_names COMMA name    { build.templates().global_predicate($name); }
+  : name                       { build.templates().global_predicate($name, @name); }
+  | global_names COMMA name    { build.templates().global_predicate($name, @name); }
   ;
 
 clauses
@@ -297,9 +297,9 @@ simple_item
   | STAR LPAREN term[a] COMMA term[b] COMMA term[c] RPAREN
                                { $$ = build.atoms().builtin(BUILTIN::kTimes, {$a, $b, $c}); }
   | value EQUAL operand[a] arithmetic operand[b]
-                               { $$ = build.atoms().builtin($arithmetic, {$a, $b, $value}); }
+                               { $$ = build.atoms().arithmetic($arithmetic, {$a, $b, $value}); }
   | MAXINT EQUAL operand[a] arithmetic operand[b]
-                               { $$ = build.atoms().builtin(
+                               { $$ = build.atoms().arithmetic(
                                    $arithmetic, {$a, $b, build.at(@MAXINT)->terms().maxint()}); }
   ;
 
@@ -385,7 +385,7 @@ molecule
 
 membership
   : name_pair                    { $$ = build.frames().membership($name_pair); }
-  | name COLON function_class    { $$ = {build.frames().name($name), $function_class}; }
+  | name COLON function_class    { $$ = {build.at(@name)->frames().name($name), $function_class}; }
   | compound_subject COLON class { $$ = {$compound_subject, $class}; }
   ;
 
@@ -429,7 +429,7 @@ attributes
   ;
 
 attribute
-  : label
+  : label              { $$ = build.frames().valueless($label); }
   | label arrow frame_value
                            { $$ = build.frames().with_value($label, $arrow, $frame_value); }
   | label arrow LBRACE values RBRACE
@@ -556,7 +556,7 @@ aggregate
 variables
   : VARIABLE[name]     { $$ = build.terms().first(build.terms().variable($name)); }
   | variables[list] COMMA VARIABLE[name]
-                       { $$ = build.terms().next($list, build.terms().variable($name)); }
+                       { $$ = build.terms().next($list, build.at(@name)->terms().variable($name)); }
   ;
 
 aggregate_function

@@ -9,12 +9,22 @@
 
 namespace zarel {
 
+ATOMT InvocationBuilder::told(WrittenName name, std::span<const TERMT> parameters,
+                              Negation negation) {
+  if (tree_.is_open()) {
+    WrittenNode& node = tree_.named(WrittenKind::kActual, parameters.size(), name.id, name.place);
+    node.is_strongly_negated = negation == Negation::kStrong;
+    node.second_name = spaces_.currentDefaultNs();
+  }
+  return atoms_.plain_atom(name, parameters, negation);
+}
+
 ATOMT InvocationBuilder::actual(WrittenName name, Negation negation) {
-  return atoms_.plain_atom(name, {}, negation);
+  return told(name, {}, negation);
 }
 
 ATOMT InvocationBuilder::actual(WrittenName name, TermsMark parameters, Negation negation) {
-  return atoms_.plain_atom(name, terms_.take(parameters), negation);
+  return told(name, terms_.take(parameters), negation);
 }
 
 ATOMT InvocationBuilder::marker(NameId name, ActualsMark actuals, TermsMark output_terms) {
@@ -23,6 +33,9 @@ ATOMT InvocationBuilder::marker(NameId name, ActualsMark actuals, TermsMark outp
   for (const ATOMT& actual : actuals_.take(actuals)) {
     invocation.actuals.add(actual);
     invocation.origins.push_back({actual, spaces_.currentDefaultNs()});
+  }
+  if (tree_.is_open()) {
+    tree_.named(WrittenKind::kInvocation, invocation.actuals.size() + terms.size(), name);
   }
   invocation.written = work().where();
   if (!first_) first_ = invocation.written.range;

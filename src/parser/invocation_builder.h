@@ -16,8 +16,8 @@ using ActualsMark = ListStack<ATOMT>::Mark;
 class InvocationBuilder {
  public:
   InvocationBuilder(TermBuilder& terms, const AtomBuilder& atoms, const FrameSpaces& spaces,
-                    const TemplateBuilder& definition)
-      : terms_(terms), atoms_(atoms), spaces_(spaces), definition_(definition) {}
+                    const TemplateBuilder& definition, WrittenTree& tree)
+      : terms_(terms), atoms_(atoms), spaces_(spaces), definition_(definition), tree_(tree) {}
 
   // Actual predicates, and lists of them while they are read.
   ATOMT actual(WrittenName name, Negation negation = Negation::kNone);
@@ -33,10 +33,13 @@ class InvocationBuilder {
   void clear();
 
  private:
+  ATOMT told(WrittenName name, std::span<const TERMT> parameters, Negation negation);
+
   TermBuilder& terms_;
   const AtomBuilder& atoms_;
   const FrameSpaces& spaces_;
   const TemplateBuilder& definition_;
+  WrittenTree& tree_;
   ListStack<ATOMT> actuals_;
   std::optional<SourceRange> first_;
 };

@@ -23,6 +23,9 @@ class ListStack {
     return list;
   }
 
+  // How many elements the list has so far.
+  std::size_t size(Mark list) const { return height_ - static_cast<std::size_t>(list); }
+
   // The list's elements, off the stack; valid until the next element is added.
   std::span<const T> take(Mark list) {
     const std::size_t begin = static_cast<std::size_t>(list);

@@ -12,6 +12,7 @@ void ProgramBuilder::start_file() {
   frame_spaces_.start_file();
   templates_.leave();
   end_statement();
+  tree_.start_file(current_run().statement_observer);
 }
 
 void ProgramBuilder::end_statement() {
@@ -22,6 +23,7 @@ void ProgramBuilder::end_statement() {
   clauses_.clear();
   invocations_.clear();
   if (hasFunctionTerm()) FTermTable().clear();
+  tree_.end_statement();
 }
 
 // What is left of a template body with an error in it is read as statements of the program.

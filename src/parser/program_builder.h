@@ -16,6 +16,7 @@
 #include "parser/statement_builder.h"
 #include "parser/template_builder.h"
 #include "parser/term_builder.h"
+#include "parser/written_tree.h"
 
 namespace zarel {
 
@@ -24,7 +25,7 @@ namespace zarel {
 // clauses and queries go to CLAUSES and QUERIES. Errors are reported to the run.
 class ProgramBuilder {
  public:
-  ProgramBuilder() : work_(work()) {}
+  ProgramBuilder() : work_(work()), tree_(work_) {}
   ProgramBuilder(const ProgramBuilder&) = delete;
   ProgramBuilder& operator=(const ProgramBuilder&) = delete;
 
@@ -63,16 +64,17 @@ class ProgramBuilder {
 
  private:
   Work& work_;    // the run's
-  FrameSpaces frame_spaces_;
-  TermBuilder terms_;
-  FrameBuilder frames_;
-  TemplateBuilder templates_{frame_spaces_};
-  AtomBuilder atoms_{terms_, templates_};
-  AggregateBuilder aggregates_{terms_};
-  BodyBuilder bodies_{templates_};
-  InvocationBuilder invocations_{terms_, atoms_, frame_spaces_, templates_};
-  ClauseBuilder clauses_{terms_, atoms_, bodies_, frame_spaces_, templates_};
-  StatementBuilder statements_{terms_.bounds(), invocations_};
+  WrittenTree tree_;
+  FrameSpaces frame_spaces_{tree_};
+  TermBuilder terms_{tree_};
+  FrameBuilder frames_{tree_};
+  TemplateBuilder templates_{frame_spaces_, tree_};
+  AtomBuilder atoms_{terms_, templates_, tree_};
+  AggregateBuilder aggregates_{terms_, tree_};
+  BodyBuilder bodies_{templates_, tree_};
+  InvocationBuilder invocations_{terms_, atoms_, frame_spaces_, templates_, tree_};
+  ClauseBuilder clauses_{terms_, atoms_, bodies_, frame_spaces_, templates_, tree_};
+  StatementBuilder statements_{terms_.bounds(), invocations_, tree_};
 };
 
 }    // namespace zarel

@@ -35,6 +35,7 @@ bool StatementBuilder::query(Body* body) {
     report_syntax_error();
     return false;
   }
+  if (tree_.is_open()) tree_.statement(WrittenStatement::Kind::kQuery);
   if (hasFunctionTerm()) rewriteQuery(*body);
   if (const Body* const held = LocalQuery()) say_that_query_is_replaced(*held, *body);
   QUERIES().assign(1, *body);
@@ -49,26 +50,43 @@ const Body* StatementBuilder::LocalQuery() const {
 
 // The directive's own number is no integer of the program: no earlier bound holds for it.
 void StatementBuilder::maxint(Number number, const SourceRange& place) {
-  maxint(TERMT::integer(static_cast<std::int32_t>(number.value)), place);
+  if (tree_.is_open()) {
+    {
+      const ReadingScope at_number(work(), &place);
+      tree_.leaf(WrittenKind::kInteger, {}, number.value);
+    }
+    tree_.statement(WrittenStatement::Kind::kMaxint);
+  }
+  define_maxint(TERMT::integer(static_cast<std::int32_t>(number.value)), place);
 }
 
 void StatementBuilder::maxint(const TERMT& term, const SourceRange& place) {
+  if (tree_.is_open()) tree_.statement(WrittenStatement::Kind::kMaxint);
+  define_maxint(term, place);
+}
+
+void StatementBuilder::define_maxint(const TERMT& term, const SourceRange& place) {
   if (bounds_.define(term, place)) CLAUSES().emplace_back(term, work().source());
 }
 
 void StatementBuilder::include_line(NameId name) {
+  if (tree_.is_open()) tree_.statement(WrittenStatement::Kind::kInclude, name);
   std::string line = "#include ";
   Includes().push_back(line.append(names().spelling(name)));
   current_run().include_places.push_back(work().source().location);
 }
 
 void StatementBuilder::include_library_line(NameId name) {
+  if (tree_.is_open()) tree_.statement(WrittenStatement::Kind::kIncludeLibrary, name);
   std::string line = "#include <";
   Includes().push_back(line.append(names().spelling(name)).append(">"));
   current_run().include_places.push_back(work().source().location);
 }
 
 void StatementBuilder::declare_namespace(WrittenName prefix, NameId uri) {
+  if (tree_.is_open()) {
+    tree_.statement(WrittenStatement::Kind::kNamespace, prefix.id, prefix.place);
+  }
   std::string quoted(names().spelling(uri));
   if (quoted.front() != '"') quoted.insert(0, 1, '"').push_back('"');
   if (!vectorName().declare(names().spelling(prefix.id), quoted)) {

@@ -11,8 +11,8 @@ namespace zarel {
 
 class StatementBuilder {
  public:
-  StatementBuilder(IntegerBounds& bounds, const InvocationBuilder& invocations)
-      : bounds_(bounds), invocations_(invocations) {}
+  StatementBuilder(IntegerBounds& bounds, const InvocationBuilder& invocations, WrittenTree& tree)
+      : bounds_(bounds), invocations_(invocations), tree_(tree) {}
 
   // False when the query holds a template invocation, which is reported as a syntax error.
   bool query(Body* body);
@@ -25,8 +25,11 @@ class StatementBuilder {
   void declare_namespace(WrittenName prefix, NameId uri);
 
  private:
+  void define_maxint(const TERMT& term, const SourceRange& place);
+
   IntegerBounds& bounds_;
   const InvocationBuilder& invocations_;
+  WrittenTree& tree_;
 };
 
 }    // namespace zarel

@@ -7,6 +7,7 @@
 #include "model/template_records.h"
 #include "parser/frame_spaces.h"
 #include "parser/token_values.h"
+#include "parser/written_tree.h"
 
 namespace zarel {
 
@@ -14,10 +15,10 @@ namespace zarel {
 // clauses go to the definition, and atoms are plain atoms of labelled names.
 class TemplateBuilder {
  public:
-  explicit TemplateBuilder(const FrameSpaces& spaces) : spaces_(spaces) {}
+  TemplateBuilder(const FrameSpaces& spaces, WrittenTree& tree) : spaces_(spaces), tree_(tree) {}
 
   void formal_predicate(NameId name, Number arity);
-  void global_predicate(NameId name);
+  void global_predicate(NameId name, const SourceRange& place);
   void open(WrittenName name, Number output_arity);
   void close();    // a second definition of a name ends the run
   void leave();    // a definition that is not whole is dropped
@@ -30,6 +31,7 @@ class TemplateBuilder {
 
  private:
   const FrameSpaces& spaces_;
+  WrittenTree& tree_;
   DEFINITIONATOM definition_{};
   SourceRange name_place_{};
   bool is_open_ = false;    // between the head and the end

@@ -37,6 +37,7 @@ std::string_view without_quotes(std::string_view name) {
 }    // namespace
 
 TERMT TermBuilder::qualified(const NamePair& prefix_and_local) {
+  if (tree_.is_open()) tree_.qualified(prefix_and_local.first, prefix_and_local.second);
   if (const auto known = qualified_constants_.find(prefix_and_local)) return *known;
   const auto [prefix, local] = prefix_and_local;
   const auto address =
@@ -63,16 +64,30 @@ TERMT TermBuilder::function(WrittenName functor, TermsMark arguments) {
     const ReadingScope at_functor(work(), functor.place);
     report(Code::kQuotedFunctor, message.append(name));
   }
-  return newFTERM(functor.id, take(arguments));
+  const std::span<const TERMT> terms = take(arguments);
+  if (tree_.is_open()) {
+    tree_.named(WrittenKind::kFunction, terms.size(), functor.id, functor.place);
+  }
+  return newFTERM(functor.id, terms);
+}
+
+TERMT TermBuilder::level(Number number) {
+  if (tree_.is_open()) tree_.leaf(WrittenKind::kInteger, {}, number.value);
+  return TERMT::integer(static_cast<std::int32_t>(number.value));
 }
 
 TERMT TermBuilder::weight(Number whole) {
+  if (tree_.is_open()) tree_.leaf(WrittenKind::kInteger, {}, whole.value);
   return scaled_weight(whole.value, 0);
 }
 
 TERMT TermBuilder::weight(Number whole, Number fraction) {
   if (fraction.digit_count > kFractionDigits)
     report(Code::kWeightPrecision, "Number has more precision than supported. Truncated");
+  if (tree_.is_open()) {
+    const std::uint32_t thousandths = whole.value * kWeightScale + scaled_fraction(fraction);
+    tree_.leaf(WrittenKind::kDecimal, {}, thousandths);
+  }
   return scaled_weight(whole.value, scaled_fraction(fraction));
 }
 

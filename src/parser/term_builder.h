@@ -8,6 +8,7 @@
 #include "parser/list_stack.h"
 #include "parser/qualified_constants.h"
 #include "parser/token_values.h"
+#include "parser/written_tree.h"
 
 namespace zarel {
 
@@ -15,24 +16,47 @@ using TermsMark = ListStack<TERMT>::Mark;
 
 class TermBuilder {
  public:
-  TERMT constant(NameId name) { return TERMT::constant(name); }    // of a small letter or quoted
-  TERMT variable(NameId name) { return newTERMT(name); }
-  TERMT anonymous() { return TERMT::anonymous(); }
-  TERMT integer(Number number) { return bounds_.integer(number.value); }
-  TERMT maxint() { return bounds_.maxint(); }
+  explicit TermBuilder(WrittenTree& tree) : tree_(tree) {}
+
+  TERMT constant(NameId name) {    // of a small letter or quoted
+    if (tree_.is_open()) tree_.leaf(WrittenKind::kConstant, name);
+    return TERMT::constant(name);
+  }
+  TERMT variable(NameId name) {
+    if (tree_.is_open()) tree_.leaf(WrittenKind::kVariable, name);
+    return newTERMT(name);
+  }
+  TERMT anonymous() {
+    if (tree_.is_open()) tree_.leaf(WrittenKind::kAnonymous);
+    return TERMT::anonymous();
+  }
+  TERMT integer(Number number) {
+    if (tree_.is_open()) tree_.leaf(WrittenKind::kInteger, {}, number.value);
+    return bounds_.integer(number.value);
+  }
+  TERMT maxint() {
+    if (tree_.is_open()) tree_.leaf(WrittenKind::kMaxint);
+    return bounds_.maxint();
+  }
   TERMT qualified(const NamePair& prefix_and_local);    // an unknown prefix counts an error
   TERMT function(WrittenName functor,
                  TermsMark arguments);                         // a quoted functor counts an error
   NameId disjunction_name() { return names().intern("v"); }    // where the word stands for a name
 
   // The markers among the parameters of an actual predicate.
-  TERMT asterisk() { return TERMT::asterisk(); }
-  TERMT dollar() { return TERMT::dollar(); }
+  TERMT asterisk() {
+    if (tree_.is_open()) tree_.leaf(WrittenKind::kAsterisk);
+    return TERMT::asterisk();
+  }
+  TERMT dollar() {
+    if (tree_.is_open()) tree_.leaf(WrittenKind::kDollar);
+    return TERMT::dollar();
+  }
 
   // The parts of a weak constraint's cost. A weight that is cut or too great is reported.
   TERMT weight(Number whole);
   TERMT weight(Number whole, Number fraction);
-  TERMT level(Number number) { return TERMT::integer(static_cast<std::int32_t>(number.value)); }
+  TERMT level(Number number);
 
   // Lists of terms while they are read.
   TermsMark empty_list() const { return lists_.empty_list(); }
@@ -45,6 +69,7 @@ class TermBuilder {
   void clear() { lists_.clear(); }    // drops the lists that nothing has taken
 
  private:
+  WrittenTree& tree_;
   IntegerBounds bounds_;
   QualifiedConstants qualified_constants_;
   ListStack<TERMT> lists_;
