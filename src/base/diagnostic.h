@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -135,13 +136,21 @@ struct Note {
   std::string text;
 };
 
+// What a grammar knows of a text that it refused.
+struct Refusal {
+  Place statement;                           // from its first token to the refused one
+  std::vector<std::string_view> expected;    // what could stand there, as one says it: "a comma"
+  bool lacks_full_stop = false;              // reading goes on with the refused token
+};
+
 struct Diagnostic {
   Code code;
   Place place;         // not known where nothing of the input is at fault
   std::string text;    // the established text, without its full stop where yyerror adds one
   std::vector<Note> notes = {};
-  std::string detail = {};    // what the established command line shows besides
-  int parser_line = 0;        // the line that it shows: the scanner's at that moment
+  std::string detail = {};                // what the established command line shows besides
+  int parser_line = 0;                    // the line that it shows: the scanner's at that moment
+  std::optional<Refusal> refusal = {};    // by the input grammar; never shown by that command line
 };
 
 // Takes findings in the order in which they are made.

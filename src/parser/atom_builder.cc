@@ -3,6 +3,7 @@
 #include <string>
 
 #include "model/names.h"
+#include "model/run.h"
 #include "parser/reading_scope.h"
 #include "parser/syntax_error.h"
 
@@ -35,7 +36,7 @@ ATOMT AtomBuilder::plain_atom(WrittenName name, std::span<const TERMT> terms,
 
 bool AtomBuilder::allows_frame_space() const {
   if (definition_.is_open()) report_syntax_error();
-  return !definition_.is_open();
+  return !definition_.is_open() || current_run().options.skips_faulty_statements;
 }
 
 Literal AtomBuilder::builtin(BUILTIN code, std::initializer_list<TERMT> terms) {

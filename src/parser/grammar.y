@@ -1,7 +1,7 @@
 /* The grammar of the input language. An action is one call of a builder; the builders own what the
    values refer to. */
 %require "3.8"
-%define parse.error simple
+%define parse.error custom
 %locations
 %define api.pure full
 %define api.location.type {zarel::SourceRange}
@@ -17,10 +17,11 @@
 }
 
 %code {
+#include "parser/expected_words.h"
+#include "parser/recovery.h"
 #include "parser/scanner_actions.h"
 
 int yylex(YYSTYPE* value, zarel::SourceRange* location, void* scanner);
-zarel::ScannerActions* yyget_extra(void* scanner);
 
 namespace {
 void yyerror(const zarel::SourceRange* place, void* /*scanner*/, zarel::ParserStacks& /*stacks*/,
@@ -118,7 +119,7 @@ program
   : %empty
   | program clause     { build.end_statement(); }
   | program statement  { build.end_statement(); }
-  | program error      { yyget_extra(scanner)->found_mistake(); build.skipped_statement(); }
+  | program error      { if (zarel::recover({yychar, yylval, yylloc, scanner}, @error, build)) yyerrok; }
   ;
 
 statement
@@ -590,3 +591,14 @@ level
   ;
 
 %%
+
+// What is refused is told when the statement it stands in is known: by recover().
+static int yyreport_syntax_error(const yypcontext_t* context, void* /*scanner*/,
+                                 zarel::ParserStacks& /*stacks*/, zarel::ProgramBuilder& build) {
+  yysymbol_kind_t expected[YYNTOKENS];
+  const int count = yypcontext_expected_tokens(context, expected, YYNTOKENS);
+  std::vector<std::string_view> names;
+  for (int i = 0; i < count; ++i) names.emplace_back(yysymbol_name(expected[i]));
+  build.refuse(*yypcontext_location(context), zarel::expected_words(names));
+  return 0;
+}

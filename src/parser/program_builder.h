@@ -2,7 +2,9 @@
 // program_builder.h - what the grammar's actions call: a builder for each kind of construct, and
 // what is common to all statements.
 
+#include <optional>
 #include <string_view>
+#include <vector>
 
 #include "model/report.h"
 #include "parser/aggregate_builder.h"
@@ -62,8 +64,23 @@ class ProgramBuilder {
   void skipped_statement();                              // after a syntax error: counts it
   void parser_failed(std::string_view message) const;    // as the generated parser says it
 
+  // The parser refuses a token, where something of these words could stand.
+  void refuse(const SourceRange& token, std::vector<std::string_view> expected);
+  // Of what was refused and not told so far: whether a whole statement stands in front of it, and
+  // the place of what was read last.
+  bool could_end_statement() const;
+  const SourceRange& read_last() const { return read_last_; }
+  // Tells it; nothing where an action had told what is wrong. The statement stands from its first
+  // token to the refused one.
+  void report_refusal(const SourceRange& statement, bool lacks_full_stop);
+
  private:
+  Place place_in_file(const SourceRange& range) const;
+
   Work& work_;    // the run's
+  std::vector<std::string_view> expected_;
+  std::optional<SourceRange> refused_;    // the token
+  SourceRange read_last_{};
   WrittenTree tree_;
   FrameSpaces frame_spaces_{tree_};
   TermBuilder terms_{tree_};

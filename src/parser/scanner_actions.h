@@ -59,6 +59,21 @@ class ScannerActions {
   // The value of a number; nothing, after a counted error, when it is too long.
   std::optional<Number> number(std::string_view digits);
 
+  // What a recovery asks for: whether the range begins with the last "#template" or "#maxint"; how
+  // many braces are open; and the last string over several lines.
+  void note_template() { template_ = here(); }
+  void note_maxint() { maxint_ = here(); }
+  bool is_template(const SourceRange& range) const { return begins_at(range, template_); }
+  bool is_maxint(const SourceRange& range) const { return begins_at(range, maxint_); }
+  void open_brace() { ++brace_depth_; }
+  void close_brace() { brace_depth_ -= brace_depth_ == 0 ? 0 : 1; }
+  int brace_depth() const { return brace_depth_; }
+  void set_brace_depth(int depth) { brace_depth_ = depth; }
+  void note_string(const SourceRange& string) {
+    if (string.first_line != string.last_line) long_string_ = string;
+  }
+  const SourceRange& long_string() const { return long_string_; }
+
   void underscore_identifier(std::string_view spelling);    // reports and counts
   void unknown_character(char character);                   // reports it, and passes over it
 
@@ -74,6 +89,9 @@ class ScannerActions {
   void unclosed_verbatim();    // the file ends in the section
 
  private:
+  static bool begins_at(const SourceRange& range, const SourceLocation& place) {
+    return place.line == range.first_line && place.column == range.first_column;
+  }
   SourceLocation here() const { return {line_, column_, file_}; }
   Place place_of_next(std::string_view text) const;
   void end_verbatim_line(const SourceLocation& next);
@@ -87,6 +105,10 @@ class ScannerActions {
   std::uint32_t column_ = 1;
   SourceLocation verbatim_mark_;    // of the section that was opened last
   SourceLocation verbatim_line_;    // where the line begins that is being written
+  SourceLocation template_;
+  SourceLocation maxint_;
+  SourceRange long_string_{};
+  int brace_depth_ = 0;
   bool has_open_string_ = false;
   bool is_at_statement_ = true;
   bool has_mistake_ = false;

@@ -33,7 +33,7 @@ bool StatementBuilder::query(Body* body) {
   if (const auto& invocation = invocations_.first()) {
     const ReadingScope at_invocation(work(), &*invocation);
     report_syntax_error();
-    return false;
+    return current_run().options.skips_faulty_statements;
   }
   if (tree_.is_open()) tree_.statement(WrittenStatement::Kind::kQuery);
   if (hasFunctionTerm()) rewriteQuery(*body);
