@@ -94,7 +94,7 @@ class Recovery {
 
   void skip_statement() {
     bool may_end = false;
-    while (next_.token != YYEOF) {
+    for (bool is_first = true; next_.token != YYEOF; is_first = false) {
       if (is_at_margin() &&
           (always_begins_statement(next_.token) || (may_end && may_begin_statement(next_.token)))) {
         return;
@@ -102,7 +102,9 @@ class Recovery {
       const int passed = next_.token;
       const SourceRange place = next_.place;
       read();
-      if (passed == DOT && !goes_on_behind_dot(place)) return;
+      // A full stop that is refused may stand in the middle of what was meant as a word.
+      const bool is_in_word = is_first && is_behind(place, next_.place) && next_.token == ID;
+      if (passed == DOT && !is_in_word && !goes_on_behind_dot(place)) return;
       if (passed == QUERY_MARK && !(next_.token == MINUS && is_behind(place, next_.place))) return;
       may_end = !asks_for_more(passed);
     }

@@ -11,8 +11,9 @@ namespace workbench {
 std::span<const Page> pages() {
   static const std::vector<Page> all = [] {
     std::vector<Page> joined;
-    for (const std::span<const Page> part : {syntax_pages(), program_pages(), template_pages(),
-                                             warning_pages(), solver_pages(), command_pages()}) {
+    for (const std::span<const Page> part :
+         {syntax_pages(), foreign_pages(), program_pages(), template_pages(), warning_pages(),
+          solver_pages(), command_pages()}) {
       joined.insert(joined.end(), part.begin(), part.end());
     }
     return joined;

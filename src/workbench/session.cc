@@ -20,8 +20,10 @@ Session::Session(const CommandLine& line, std::ostream& messages)
 
 void Session::take(const zarel::Diagnostic& finding) {
   if (finding.code == zarel::Code::kUnreadableFile) has_unreadable_file_ = true;
-  std::optional<Message> message = syntax_message(finding, texts_);
-  reporter_.report(message ? *message : program_message(finding, texts_));
+  if (!SyntaxMessages::is_about(finding.code)) {
+    return reporter_.report(program_message(finding, texts_));
+  }
+  if (const auto message = syntax_.message(finding)) reporter_.report(*message);
 }
 
 std::optional<ExitStatus> Session::prepare(zarel::PlainFacts facts) {

@@ -5,6 +5,7 @@
 
 #include "workbench/checks.h"
 #include "workbench/command_line.h"
+#include "workbench/findings.h"
 #include "workbench/loading.h"
 #include "workbench/reporter.h"
 #include "workbench/source_texts.h"
@@ -32,6 +33,7 @@ class Session {
   LoadedTexts loaded_;
   zarel::Program program_;
   SourceTexts texts_;
+  SyntaxMessages syntax_{texts_};
   Reporter reporter_;
   Checks checks_;
   bool has_unreadable_file_ = false;

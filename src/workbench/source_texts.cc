@@ -1,5 +1,6 @@
 #include "workbench/source_texts.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -61,6 +62,12 @@ std::string_view SourceTexts::line(std::uint32_t file, std::uint32_t line) {
   const std::size_t begin = source.begins[line - 1];
   const bool is_last = line == source.begins.size();
   return source.view.substr(begin, is_last ? source.view.npos : source.begins[line] - 1 - begin);
+}
+
+std::size_t SourceTexts::offset(std::uint32_t file, std::uint32_t line, std::uint32_t column) {
+  const Loaded& source = loaded(file);
+  if (line == 0 || line > source.begins.size()) return source.view.size();
+  return std::min(source.begins[line - 1] + column - 1, source.view.size());
 }
 
 }    // namespace workbench

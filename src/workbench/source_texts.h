@@ -30,6 +30,9 @@ class SourceTexts {
   // Whether there is that line; one behind the last line end counts.
   bool has_line(std::uint32_t file, std::uint32_t line);
 
+  // Where in the text a byte of a line stands; the text's end when there is no such line.
+  std::size_t offset(std::uint32_t file, std::uint32_t line, std::uint32_t column);
+
  private:
   struct Loaded {
     std::string text;    // of a file

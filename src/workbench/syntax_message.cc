@@ -1,16 +1,245 @@
+#include <algorithm>
+#include <array>
+
+#include "base/characters.h"
 #include "workbench/findings.h"
+#include "workbench/syntax_characters.h"
+#include "workbench/syntax_foreign.h"
+#include "workbench/syntax_statement.h"
 
 namespace workbench {
+namespace {
 
-std::optional<Message> syntax_message(const zarel::Diagnostic& finding, SourceTexts& /*texts*/) {
-  if (finding.code != zarel::Code::kSyntaxError) return std::nullopt;
-  Message m{zarel::kind_of(finding.code).name, finding.place, finding.text};
-  if (finding.refusal) {
-  for (auto w : finding.refusal->expected) (m.text += ", ") += w;
-  if (finding.refusal->lacks_full_stop) m.text += " LACKS";
-  m.text += " @" + std::to_string(finding.refusal->statement.first.line)+":"+ std::to_string(finding.refusal->statement.first.column);
+using enum zarel::Code;
+
+// What is said of a finding whose kind says it all.
+struct Words {
+  zarel::Code code;
+  std::string_view text, help;
+};
+
+constexpr Words kWords[] = {
+    {kInputTooDeep, "the text is nested too deeply to be read",
+     "give inner terms names of their own, or look for a parenthesis that is opened again and "
+     "again"},
+    {kLongIdentifier, "this name is longer than 1001 characters", "shorten it"},
+    {kUnderscoreIdentifier, "a name does not begin with _",
+     "variables begin with a capital letter; _ alone is a variable of which nothing is asked"},
+    {kLongNumber, "this number has more than nine digits",
+     "numbers go up to 999999999; what is only a name may stand in quotes"},
+    {kUnclosedVerbatim, "the ASITIS section that begins here is not closed", "close it with *%"},
+    {kUnknownPrefix, "this prefix is declared nowhere above",
+     "write #namespace(prefix, \"http://...\") in front of its first use"},
+    {kRedefinedPrefix, "this prefix was declared before",
+     "the first declaration stays: leave this one out"},
+    {kQuotedFunctor, "the name of a function has no quotes",
+     "write it without them, in small letters"},
+    {kQuotedFrameSpace, "the name of a frame space has no quotes", "write it without them"},
+    {kQuotedTemplateName, "a predicate or attribute in a template has no quotes",
+     "write it without them"},
+    {kNegationInHead, "not stands in bodies only",
+     "write - in front of the attribute for what is known to be false"},
+    {kNegatedValue, "the frame of a value is not negated",
+     "give the value by its name, and negate the frame in a literal of its own"},
+    {kNestedNegation, "this frame is negated twice, as a whole and inside",
+     "keep one of the two signs"},
+    {kWeightRange, "this weight is too large", "weights go up to 4294967"},
+    {kWeightPrecision, "three digits of a fraction are read, not more",
+     "the solver is given whole weights only: multiply them all instead"},
+    {kMaxintExceeded, "this number is larger than #maxint", "write a larger #maxint"},
+    {kMaxintUnknown, "#maxint is used here and has no value", "write #maxint = 20. further up"},
+    {kMaxintRedefined, "#maxint was given before", "the first one stays: leave this one out"},
+    {kMaxintNoInteger, "#maxint is given by a number", "write #maxint = 20."},
+    {kMaxintTooSmall, "the program has a number that is larger than this #maxint",
+     "write a larger one"},
+};
+
+const Words* words_of(zarel::Code code) {
+  const auto* const found = std::find_if(std::begin(kWords), std::end(kWords),
+                                         [code](const Words& words) { return words.code == code; });
+  return found == std::end(kWords) ? nullptr : found;
+}
+
+bool is_behind(const zarel::Position& first, const zarel::Position& second) {
+  if (first.line != second.line) return first.line < second.line;
+  return first.column < second.column;
+}
+
+// "a, b or c"
+std::string listed(const std::vector<std::string_view>& words) {
+  std::string text;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    if (i != 0) text += i + 1 == words.size() ? " or " : ", ";
+    text += words[i];
   }
-  return m;
+  return text;
+}
+
+Message refused(const zarel::Diagnostic& finding, const Statement& statement) {
+  Message message{zarel::kind_of(finding.code).name, finding.place, "this cannot stand here"};
+  if (statement.found().kind != TokenKind::kEnd) {
+    message.text = filled("{} cannot stand here", {shortened(statement.found().text)});
+    message.place = statement.found().place;
+  } else if (!statement.text_before().empty() || statement.size() != 0) {
+    message.text = "the text ends in the middle of a statement";
+  }
+  if (!statement.expected().empty()) {
+    message.label = filled("expected {}", {listed(statement.expected())});
+  }
+  return message;
+}
+
+// What the grammar's actions refuse, once the statement is read.
+Message refused_by_action(const zarel::Diagnostic& finding, const Statement& statement) {
+  Message message{zarel::kind_of(finding.code).name, finding.place, {}};
+  if (statement.found().text == "@" || statement.before().text == "@") {
+    message.text = "an atom in a template has no frame space";
+    message.help = "write @space. in front of the definition: it counts for all of its atoms";
+  } else {
+    message.text = "a query has no template invocation";
+    message.help = "write a rule whose body has it, and ask for the head of that rule";
+  }
+  return message;
+}
+
+constexpr std::size_t kCommentBefore = 2'000;
+constexpr std::size_t kLongestComment = 20'000;
+
+// "%*" in front of a statement, "*%" in it or behind it: only the first line is a comment.
+struct BlockComment {
+  std::string_view opening;    // from "%*" to the statement
+  std::string_view rest;       // from there to "*%"
+};
+std::optional<BlockComment> block_comment(std::string_view text, std::size_t statement) {
+  const std::size_t from = statement < kCommentBefore ? 0 : statement - kCommentBefore;
+  const std::string_view before = text.substr(from, statement - from);
+  const std::size_t begin = before.rfind("%*");
+  if (begin == std::string_view::npos || before.substr(0, begin).ends_with("ASITIS ") ||
+      before.find("*%", begin + 1) != std::string_view::npos) {
+    return std::nullopt;
+  }
+  const std::string_view behind = text.substr(statement, kLongestComment);
+  const std::size_t end = behind.find("*%");
+  if (end == std::string_view::npos) return std::nullopt;
+  return BlockComment{before.substr(begin), behind.substr(0, end + 2)};
+}
+
+}    // namespace
+
+bool SyntaxMessages::is_about(zarel::Code code) {
+  return code == kSyntaxError || code == kUnknownCharacter || words_of(code) != nullptr;
+}
+
+std::optional<Message> SyntaxMessages::message(const zarel::Diagnostic& finding) {
+  if (finding.place.first.file == comment_.file && !is_behind(comment_, finding.place.first)) {
+    return std::nullopt;
+  }
+  if (finding.code == kUnknownCharacter) return of_character(finding);
+  if (finding.code == kSyntaxError) return of_refusal(finding);
+  const bool is_of_bound = finding.code == kMaxintUnknown || finding.code == kMaxintExceeded ||
+                           finding.code == kMaxintRedefined || finding.code == kMaxintTooSmall;
+  if (is_of_bound && has_faulty_bound_) return std::nullopt;
+  has_faulty_bound_ |= finding.code == kMaxintUnknown;
+  if (finding.code == kUnknownPrefix && has_faulty_prefix_) return std::nullopt;
+  if (finding.code == kMaxintUnknown) {
+    if (auto message = of_bound(finding)) return message;
+  }
+  const Words& words = *words_of(finding.code);
+  if (finding.code == kUnderscoreIdentifier || finding.code == kLongNumber) {
+    told_ = finding.place.last;    // the parser refuses these, too
+  }
+  Message message{zarel::kind_of(finding.code).name, finding.place, std::string(words.text)};
+  message.notes = finding.notes;
+  message.help = words.help;
+  return message;
+}
+
+std::optional<Message> SyntaxMessages::of_character(const zarel::Diagnostic& finding) {
+  const zarel::Position& first = finding.place.first;
+  if (first.file == passed_.file && !is_behind(passed_, first)) return std::nullopt;
+  CharacterAnswer answer = unknown_character(finding.place, finding.text, texts_);
+  passed_ = answer.last;
+  // One that was told of in this line is not told again.
+  const bool is_same_line = told_.file == first.file && told_.line == first.line;
+  if (is_same_line && answer.character == character_) return std::nullopt;
+  character_ = answer.character;
+  if (answer.message) told_ = answer.last;
+  if (answer.message && answer.message->code == "foreign-comment") comment_ = answer.last;
+  return std::move(answer.message);
+}
+
+// Where the scanner had refused something, in the same line or in the same statement, the grammar
+// refuses what is left.
+bool SyntaxMessages::follows(const zarel::Diagnostic& finding) const {
+  const zarel::Position& from =
+      finding.refusal ? finding.refusal->statement.first : finding.place.first;
+  if (comment_.file == from.file && !is_behind(comment_, from)) return true;
+  if (told_.file != from.file) return false;
+  return told_.line == finding.place.first.line || told_.line == from.line ||
+         is_behind(from, told_);
+}
+
+// "#maxint 20." is read as the use of a bound first.
+std::optional<Message> SyntaxMessages::of_bound(const zarel::Diagnostic& finding) {
+  const Statement line(finding.place, texts_);
+  const Token& next = line.behind();
+  const bool is_given =
+      next.text == "(" || next.text == "=" || (next.text == "==" && line.behind(3).text == ".");
+  const bool is_use = next.kind == TokenKind::kSign && !is_given;
+  if (line.at() != 0 || next.kind == TokenKind::kEnd || is_use) return std::nullopt;
+  told_ = finding.place.last;
+  return Message{"directive-form",
+                 finding.place,
+                 "this is no whole #maxint",
+                 "",
+                 {},
+                 "write it like this: #maxint = 20."};
+}
+
+// The lines of a comment of another language are read as statements: told once.
+std::optional<Message> SyntaxMessages::of_block_comment(const zarel::Diagnostic& finding) {
+  if (!finding.refusal) return std::nullopt;
+  const zarel::Position& first = finding.refusal->statement.first;
+  const std::string_view text = texts_.text(first.file);
+  const auto comment = block_comment(text, texts_.offset(first.file, first.line, first.column));
+  if (!comment) return std::nullopt;
+  const auto lines = [](std::string_view part) {
+    return static_cast<std::uint32_t>(std::count(part.begin(), part.end(), '\n'));
+  };
+  comment_ = first;
+  comment_.line += lines(comment->rest);
+  comment_.column = static_cast<std::uint32_t>(comment->rest.size() - comment->rest.rfind('\n'));
+  zarel::Position begin = first;
+  begin.line -= lines(comment->opening);
+  const std::string_view line = texts_.line(first.file, begin.line);
+  begin.column = static_cast<std::uint32_t>(comment->opening.data() - line.data()) + 1;
+  begin.character = static_cast<std::uint32_t>(
+      std::count_if(line.begin(), line.begin() + begin.column,
+                    [](char c) { return !zarel::continues_character(c); }));
+  zarel::Position end = begin;
+  ++end.column;
+  ++end.character;
+  return Message{"block-comment",
+                 {begin, end},
+                 "a comment ends with its line",
+                 "",
+                 {{finding.place, "read as a statement"}},
+                 "write % in front of each line"};
+}
+
+std::optional<Message> SyntaxMessages::of_refusal(const zarel::Diagnostic& finding) {
+  if (follows(finding)) return std::nullopt;
+  if (auto message = of_block_comment(finding)) return message;
+  const Statement statement(finding, texts_);
+  has_faulty_bound_ |= statement.text(0) == "#maxint";
+  has_faulty_prefix_ |= statement.text(0) == "#namespace";
+  if (!finding.refusal) return refused_by_action(finding, statement);
+  // The rest of the statement was skipped: its characters are no matter.
+  if (!statement.lacks_full_stop() && statement.size() != 0) {
+    passed_ = statement.token(statement.size() - 1).place.last;
+  }
+  if (auto message = foreign_syntax(statement)) return message;
+  return refused(finding, statement);
 }
 
 }    // namespace workbench

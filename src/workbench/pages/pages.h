@@ -8,6 +8,7 @@
 namespace workbench {
 
 std::span<const Page> syntax_pages();      // the scanner and the grammar
+std::span<const Page> foreign_pages();     // what other languages have
 std::span<const Page> program_pages();     // the program as a whole
 std::span<const Page> template_pages();    // templates
 std::span<const Page> warning_pages();     // what is legal and seldom meant
