@@ -124,7 +124,7 @@ void ClauseBuilder::frame_rule(const Body* body) {
 }
 
 void ClauseBuilder::range_fact(WrittenName name, const TERMT& first, const TERMT& last) {
-  if (tree_.is_open()) tree_.statement(WrittenStatement::Kind::kRange, name.id, name.place);
+  if (tree_.is_open()) tree_.range(name.id, name.place, spaces_.currentDefaultNs());
   const WorkScope made_of_range(OriginId::kRange);
   const TERMT variable = newTERMT(getNameTerm({}, 0));
   head_.add(atoms_.atom(name, terms_.first(variable), spaces_.current()));

@@ -60,6 +60,7 @@ struct WrittenNode {
   std::uint32_t parent = kNoNode;
   std::uint32_t first_child = kNoNode;
   std::uint32_t next_sibling = kNoNode;
+  std::uint32_t begin = kNoNode;    // what is in it stands from there to itself; not of a kGuard
 };
 
 // A name with a number of arguments, of a template's head.
@@ -72,7 +73,7 @@ struct WrittenPredicate {
 struct WrittenStatement {
   enum class Kind : std::uint8_t {
     kRule,     // a fact, too: then there is no body
-    kRange,    // name, in the body its two bounds
+    kRange,    // name, frame_space, in the body its two bounds
     kConstraint,
     kWeakConstraint,
     kQuery,
@@ -131,6 +132,7 @@ struct WrittenStatement {
   Kind kind = Kind::kRule;
   SourceSpan span = {};    // from the first character to the last
   NameId name = {};
+  NameId frame_space = {};
   std::uint32_t value = 0;
   SourceRange name_place = {};
 

@@ -30,8 +30,10 @@ WrittenNode& WrittenTree::node_at(std::size_t depth) {
 }
 
 void WrittenTree::push(const WrittenNode& node) {
-  parts_.push_back(static_cast<std::uint32_t>(statement_.nodes.size()));
+  const auto self = static_cast<std::uint32_t>(statement_.nodes.size());
+  parts_.push_back(self);
   statement_.nodes.push_back(node);
+  statement_.nodes.back().begin = std::min(node.begin, self);
 }
 
 // The first of the parts from `begin` to `end`, which become a list.
@@ -48,8 +50,17 @@ WrittenNode& WrittenTree::node(WrittenKind kind, std::size_t count, std::uint32_
   const auto self = static_cast<std::uint32_t>(statement_.nodes.size());
   const std::size_t begin = parts_.size() - count;
   const std::uint32_t first = linked(begin, parts_.size(), self);
+  std::uint32_t leftmost = self;
+  for (std::size_t i = begin; i < parts_.size(); ++i) {
+    leftmost = std::min(leftmost, statement_.nodes[parts_[i]].begin);
+  }
   parts_.resize(begin);
-  push({.kind = kind, .value = value, .place = here(), .name_place = here(), .first_child = first});
+  push({.kind = kind,
+        .value = value,
+        .place = here(),
+        .name_place = here(),
+        .first_child = first,
+        .begin = leftmost});
   return statement_.nodes.back();
 }
 
@@ -101,7 +112,8 @@ void WrittenTree::guarded(std::size_t guards, BUILTIN first, BUILTIN second) {
     statement_.nodes.push_back({.kind = WrittenKind::kGuard,
                                 .value = static_cast<std::uint32_t>(comparison),
                                 .place = statement_.nodes[part].place,
-                                .first_child = part});
+                                .first_child = part,
+                                .begin = statement_.nodes[part].begin});
     statement_.nodes[part].parent = self;
     parts_[i] = self;
     comparison = second;
@@ -157,6 +169,11 @@ void WrittenTree::statement(WrittenStatement::Kind kind, NameId name,
   statement(kind);
   statement_.name = name;
   statement_.name_place = name_place != nullptr ? *name_place : here();
+}
+
+void WrittenTree::range(NameId name, const SourceRange* name_place, NameId frame_space) {
+  statement(WrittenStatement::Kind::kRange, name, name_place);
+  statement_.frame_space = frame_space;
 }
 
 void WrittenTree::flat_fact(NameId name, std::uint32_t arity, NameId frame_space) {

@@ -71,6 +71,7 @@ class WrittenTree {
   void statement(WrittenStatement::Kind kind, const WrittenCost& cost = {});
   void statement(WrittenStatement::Kind kind, NameId name, const SourceRange* name_place = nullptr);
 
+  void range(NameId name, const SourceRange* name_place, NameId frame_space);
   void flat_fact(NameId name, std::uint32_t arity, NameId frame_space);
 
   void end_statement() {

@@ -49,7 +49,8 @@ class Program {
   bool rewrite(PlainFacts facts = PlainFacts::kWritten);
 
   const std::string& text() const { return rewritten_.text; }
-  LineOrigin origin_of_line(std::size_t line) const;    // of the text, from 1
+  std::string verbatim() const { return verbatim_.str(); }    // what its sections hand on
+  LineOrigin origin_of_line(std::size_t line) const;          // of the text, from 1
 
   // Tells the sink what a solver answered to the text, as read_answer_sets does: see there for what
   // is returned. A reading that cannot go on ends as after a syntax error, with a finding.
