@@ -1,5 +1,6 @@
 #include "dl/clingo_process.h"
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -22,6 +23,7 @@ extern char** environ;
 namespace dl {
 namespace {
 
+constexpr int kPipe = 1 << 20;
 constexpr std::size_t kKeptErrors = std::size_t{1} << 16;
 
 [[noreturn]] void fail(const char* what) {
@@ -39,7 +41,7 @@ void close_if_open(int& descriptor) {
 // ignored, whatever started us.
 class SpawnSetup {
  public:
-  SpawnSetup(int input, int output, int errors) {
+  SpawnSetup(int input, int output, int errors, ClingoProcess::Group group) {
     ::posix_spawn_file_actions_init(&actions_);
     ::posix_spawn_file_actions_adddup2(&actions_, input, STDIN_FILENO);
     ::posix_spawn_file_actions_adddup2(&actions_, output, STDOUT_FILENO);
@@ -51,7 +53,9 @@ class SpawnSetup {
     ::sigemptyset(&none);
     ::posix_spawnattr_setsigdefault(&attributes_, &all);
     ::posix_spawnattr_setsigmask(&attributes_, &none);
-    ::posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+    int flags = POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK;
+    if (group == ClingoProcess::Group::kOwn) flags |= POSIX_SPAWN_SETPGROUP;
+    ::posix_spawnattr_setflags(&attributes_, static_cast<short>(flags));
   }
   ~SpawnSetup() {
     ::posix_spawn_file_actions_destroy(&actions_);
@@ -80,7 +84,9 @@ ClingoProcess::ClingoProcess() {
 // closed pipe only when it writes. A process can ask to die with its parent, but only for itself,
 // and posix_spawn runs no code of ours in the child. So dl runs itself, and that second dl asks,
 // and then becomes clingo.
-void ClingoProcess::start(const std::string& program, const std::vector<std::string>& arguments) {
+void ClingoProcess::start(const std::string& program, const std::vector<std::string>& arguments,
+                          Group group) {
+  group_ = group;
   int to_child[2];
   int from_child[2];
   if (::pipe2(to_child, O_CLOEXEC) != 0) fail("pipe");
@@ -90,6 +96,8 @@ void ClingoProcess::start(const std::string& program, const std::vector<std::str
     fail("pipe");
   }
   output_ = from_child[0];
+  // Fewer changes between the processes: where the system allows no more, it stays as it is.
+  for (const int pipe : {input_, output_}) ::fcntl(pipe, F_SETPIPE_SZ, kPipe);
   // A file takes all that clingo has to say, so that it never waits for us to listen.
   errors_ = ::memfd_create("clingo-errors", MFD_CLOEXEC);
   std::vector<std::string> words{"dl", std::string(kBecomeClingo), std::to_string(::getpid()),
@@ -99,7 +107,7 @@ void ClingoProcess::start(const std::string& program, const std::vector<std::str
   pointers.reserve(words.size() + 1);
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
-  SpawnSetup setup(to_child[0], from_child[1], errors_);
+  SpawnSetup setup(to_child[0], from_child[1], errors_, group);
   pid_t pid = -1;
   const int error = errors_ < 0 ? errno
                                 : ::posix_spawn(&pid, "/proc/self/exe", setup.actions(),
@@ -111,7 +119,7 @@ void ClingoProcess::start(const std::string& program, const std::vector<std::str
     fail("cannot start a process");
   }
   pid_ = pid;
-  begin_search(pid);
+  begin_search(target());
 }
 
 ClingoProcess::~ClingoProcess() {
@@ -120,7 +128,7 @@ ClingoProcess::~ClingoProcess() {
   close_if_open(errors_);
   if (pid_ <= 0) return;
   end_search();
-  ::kill(pid_, SIGKILL);
+  ::kill(target(), SIGKILL);
   while (::waitpid(pid_, nullptr, 0) < 0 && errno == EINTR) {
   }
 }
@@ -138,6 +146,15 @@ void ClingoProcess::write(std::string_view text) {
 
 void ClingoProcess::finish_input() {
   close_if_open(input_);
+  end_feeding();
+}
+
+bool ClingoProcess::wait_for_output(int written_to) const {
+  std::array<pollfd, 2> watched{{{output_, POLLIN, 0}, {written_to, 0, 0}}};
+  while (::poll(watched.data(), watched.size(), -1) < 0) {
+    if (errno != EINTR) fail("cannot wait for clingo's output");
+  }
+  return (watched[1].revents & (POLLERR | POLLHUP)) == 0;
 }
 
 std::size_t ClingoProcess::read(char* buffer, std::size_t size) {

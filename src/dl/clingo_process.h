@@ -23,18 +23,27 @@ class ClingoProcess {
   ClingoProcess(const ClingoProcess&) = delete;
   ClingoProcess& operator=(const ClingoProcess&) = delete;
 
-  // Throws Failure when no process can be made. A program that cannot be run shows in end().
-  void start(const std::string& program, const std::vector<std::string>& arguments);
+  // Throws Failure when no process can be made. A program that cannot be run shows in end(). One
+  // that may start others is killed with these, if they are in a group of their own.
+  enum class Group : bool { kOurs, kOwn };
+  void start(const std::string& program, const std::vector<std::string>& arguments,
+             Group group = Group::kOurs);
   bool is_running() const { return pid_ > 0; }
   void write(
       std::string_view text);    // text that clingo no longer wants is dropped: end() tells why
   void finish_input();
+  // Waits until there is output, or none will come. Returns false when nobody reads any more what
+  // we write to the descriptor.
+  bool wait_for_output(int written_to) const;
   // Waits for output and returns how much was put into `buffer`, 0 at the end.
   std::size_t read(char* buffer, std::size_t size);
   ProcessEnd end();    // waits for it; after the output was read to its end
 
  private:
+  int target() const { return group_ == Group::kOwn ? -pid_ : pid_; }    // of signals
+
   int pid_ = -1;
+  Group group_ = Group::kOurs;
   int input_ = -1;
   int output_ = -1;
   int errors_ = -1;
