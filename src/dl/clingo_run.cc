@@ -12,19 +12,8 @@ namespace {
 
 using zarel::Code;
 
-// clingo's exit status is a set of bits.
-constexpr int kInterrupted = 1;
-constexpr int kSomeFound = 10;
-constexpr int kNoneExists = 20;
-constexpr int kAllFound = 30;
-constexpr int kOutOfMemory = 33;
-
 std::string_view first_line(std::string_view text) {
   return text.substr(0, text.find('\n'));
-}
-
-OutputSource output_of(ClingoProcess& process) {
-  return [&process](char* buffer, std::size_t size) { return process.read(buffer, size); };
 }
 
 [[noreturn]] void fail_with(Code code, std::string text) {
@@ -33,25 +22,40 @@ OutputSource output_of(ClingoProcess& process) {
 
 }    // namespace
 
+bool has_finished(const ProcessEnd& end) {
+  return !end.signalled &&
+         (end.code == kSomeFound || end.code == kNoneExists || end.code == kAllFound);
+}
+
+OutputSource output_of(ClingoProcess& process) {
+  return [&process](char* buffer, std::size_t size) { return process.read(buffer, size); };
+}
+
 // Without --fast-exit clingo takes its tables apart at the end, which costs 6 to 10 % of the time
 // of a large program.
-std::vector<std::string> ClingoRun::arguments() const {
+std::vector<std::string> clingo_arguments(const Options& options, const Traits& traits) {
   std::vector<std::string> words{"--verbose=0", "--warn=none", "--fast-exit"};
-  if (traits_.has_weak_constraints) words.emplace_back("--opt-mode=optN");
-  if (traits_.has_weak_constraints || traits_.has_query) words.emplace_back("--quiet=1,0,2");
-  if (traits_.has_query) {
-    words.emplace_back(options_.reasoning == Reasoning::kBrave ? "--enum-mode=brave"
-                                                               : "--enum-mode=cautious");
+  if (traits.has_weak_constraints) words.emplace_back("--opt-mode=optN");
+  if (traits.has_weak_constraints || traits.has_query) words.emplace_back("--quiet=1,0,2");
+  if (traits.has_query) {
+    words.emplace_back(options.reasoning == Reasoning::kBrave ? "--enum-mode=brave"
+                                                              : "--enum-mode=cautious");
   }
-  if (options_.threads > 1) words.push_back("--parallel-mode=" + std::to_string(options_.threads));
-  words.push_back("--models=" + std::to_string(traits_.has_query ? 0 : options_.answer_sets));
+  if (options.threads > 1) words.push_back("--parallel-mode=" + std::to_string(options.threads));
+  if (options.seed) {
+    words.push_back("--seed=" + std::to_string(*options.seed));
+    // A seed alone changes nothing: it needs decisions that are made at random.
+    for (const char* const word : {"--rand-freq=0.2", "--sign-def=rnd", "--sign-def-disj=rnd"})
+      words.emplace_back(word);
+  }
+  words.push_back("--models=" + std::to_string(traits.has_query ? 0 : options.answer_sets));
   words.emplace_back("-");
   return words;
 }
 
 void ClingoRun::start(const Traits& traits) {
   traits_ = traits;
-  process_.start(options_.clingo, arguments());
+  process_.start(options_.clingo, clingo_arguments(options_, traits));
 }
 
 void ClingoRun::give(std::string_view text) {
@@ -82,9 +86,7 @@ void ClingoRun::flush(AnswerReader& answers) const {
 Search ClingoRun::judge(AnswerReader& answers, const Translated& program, bool complete_lines) {
   const ProcessEnd end = process_.end();
   const bool is_cut = interruption() != Interruption::kNone;
-  const bool finished =
-      !end.signalled && complete_lines && answers.has_result() &&
-      (end.code == kSomeFound || end.code == kNoneExists || end.code == kAllFound);
+  const bool finished = complete_lines && answers.has_result() && has_finished(end);
   if (!finished && !is_cut) fail(end, program);
   const Search search = finished ? Search::kComplete : Search::kCut;
   const bool is_unproven = answers.finish(search, output_.notes);
@@ -97,11 +99,12 @@ Search ClingoRun::judge(AnswerReader& answers, const Translated& program, bool c
   return search;
 }
 
-// The sum for which clasp gave up: see Note [sums that could wrap].
-std::optional<std::size_t> ClingoRun::sum_at_fault(const ProgramParts& parts) const {
+// See Note [sums that could wrap].
+std::optional<std::size_t> sum_at_fault(const std::string& clingo, std::string_view translation,
+                                        const ProgramParts& parts) {
   ClingoProcess grounder;
-  grounder.start(options_.clingo, {"--mode=gringo", "--warn=none", "-"});
-  grounder.write(given_);
+  grounder.start(clingo, {"--mode=gringo", "--warn=none", "-"});
+  grounder.write(translation);
   grounder.finish_input();
   std::optional<std::size_t> first;
   LineReader reader(output_of(grounder));
@@ -147,7 +150,8 @@ std::optional<zarel::Diagnostic> ClingoRun::clingo_error(std::string_view errors
   // clasp counts in 32 bits, too, but it notices.
   const bool has_overflow = errors.find("Integer overflow!") != std::string_view::npos;
   if (traits_.has_sums && has_overflow) {
-    if (const std::optional<std::size_t> fault = sum_at_fault(program.parts)) {
+    if (const std::optional<std::size_t> fault =
+            sum_at_fault(options_.clingo, given_, program.parts)) {
       return diagnostic_of(program.parts.faults.at(*fault), program.sources);
     }
   }

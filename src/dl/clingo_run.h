@@ -15,6 +15,27 @@
 
 namespace dl {
 
+// clingo's exit status is a set of bits.
+inline constexpr int kInterrupted = 1;
+inline constexpr int kSomeFound = 10;
+inline constexpr int kSomeInterrupted = 11;
+inline constexpr int kNoneExists = 20;    // no further one, behind some
+inline constexpr int kAllFound = 30;
+inline constexpr int kOutOfMemory = 33;
+
+// Whether clingo says that it ended as it should.
+bool has_finished(const ProcessEnd& end);
+
+// What clingo is started with.
+std::vector<std::string> clingo_arguments(const Options& options, const Traits& traits);
+
+OutputSource output_of(ClingoProcess& process);
+
+// The sum for which clasp gave up, if it was one: grounds the translation once more. Throws Failure
+// when no process can be made.
+std::optional<std::size_t> sum_at_fault(const std::string& clingo, std::string_view translation,
+                                        const ProgramParts& parts);
+
 // Where the answers of a search go, in pieces, and what is to be said of them.
 struct SearchOutput {
   std::function<void(std::string_view)> answers;
@@ -39,13 +60,11 @@ class ClingoRun {
   Search solve(Translated& program);
 
  private:
-  std::vector<std::string> arguments() const;
   void flush(AnswerReader& answers) const;
   Search judge(AnswerReader& answers, const Translated& program, bool complete_lines);
   [[noreturn]] void fail(const ProcessEnd& end, const Translated& program) const;
   std::optional<zarel::Diagnostic> clingo_error(std::string_view errors,
                                                 const Translated& program) const;
-  std::optional<std::size_t> sum_at_fault(const ProgramParts& parts) const;
 
   const Options& options_;
   const SearchOutput& output_;

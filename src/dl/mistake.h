@@ -22,7 +22,8 @@ struct Mistake {
   std::string text;       // one line
   std::string_view at;    // what is at fault, in the text that is being read
   std::optional<Elsewhere> elsewhere = {};
-  std::uint32_t line = 0;    // see Note [lines as shown]
+  std::uint32_t line = 0;     // see Note [lines as shown]
+  std::string detail = {};    // what is at fault by its name, where it has one
 };
 
 using MaybeMistake = std::optional<Mistake>;

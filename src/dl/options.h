@@ -20,6 +20,7 @@ struct Options {
   std::uint64_t seconds = 0;        // 0: no limit
   std::uint64_t threads = 1;
   std::optional<std::int64_t> bound;
+  std::optional<std::uint32_t> seed;    // a search in another order; for hosts, not for dl's users
   Reasoning reasoning = Reasoning::kCautious;
   bool leave_out_facts = false;
   bool translate_only = false;

@@ -13,4 +13,7 @@ namespace dl {
 // has a mistake when a file cannot be read.
 Program survey_files(const std::vector<std::string>& paths);
 
+// The same for a text of that name, whose include lines name files.
+Program survey_with_files(std::string name, std::string text);
+
 }    // namespace dl

@@ -38,7 +38,7 @@ std::string helper_atom(const Statement& statement, std::string name,
 Mistake unsafe_mistake(std::string_view variable, std::string_view at) {
   std::string text = "unsafe rule: no positive literal of the body binds the variable ";
   text += variable;
-  return {zarel::Code::kUnsafeRule, std::move(text), at};
+  return {zarel::Code::kUnsafeRule, std::move(text), at, {}, 0, std::string(variable)};
 }
 
 Mistake unsafe_mistake(const Statement& statement, VariableId variable) {

@@ -39,7 +39,9 @@ zarel::Diagnostic unreadable(std::string_view name, std::string_view reason,
                              const zarel::Place& place) {
   std::string text("cannot read \"");
   ((text += name) += "\": ") += reason;
-  return at_include(Code::kUnreadableFile, std::move(text), place);
+  zarel::Diagnostic diagnostic = at_include(Code::kUnreadableFile, std::move(text), place);
+  diagnostic.detail = name;
+  return diagnostic;
 }
 
 zarel::Diagnostic too_long(std::string_view name, const zarel::Place& place) {

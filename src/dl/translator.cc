@@ -90,7 +90,8 @@ MaybeMistake Translator::prepare(const Statement& statement) {
   if (!mistake && ranging != kUnnamed && !bound_user_) {
     bound_user_ = {"the variable " + std::string(statement.spelling(ranging)) +
                        ", which no positive literal binds,",
-                   sources_.range(file_, first_use(statement, ranging)), statement.line};
+                   sources_.range(file_, first_use(statement, ranging)), statement.line,
+                   std::string(statement.spelling(ranging))};
   }
   return mistake;
 }
@@ -178,7 +179,9 @@ MaybeMistake Translator::integer_bound(std::int64_t bound, const Piece& number) 
 
 void Translator::needs_bound(std::uint32_t line, const Piece& what) {
   uses_integers_ = true;
-  if (!bound_user_) bound_user_ = {std::string(what.text), {file_, what.range}, line};
+  if (!bound_user_) {
+    bound_user_ = {std::string(what.text), {file_, what.range}, line, std::string(what.text)};
+  }
 }
 
 // A helper, written at once, that has the atom as its only body.
@@ -202,6 +205,7 @@ std::optional<zarel::Diagnostic> Translator::end_program() {
     zarel::Diagnostic diagnostic{zarel::Code::kMissingBound, sources_.place(bound_user_->range),
                                  bound_user_->name + " needs a bound on integers, #maxint or -N="};
     diagnostic.parser_line = static_cast<int>(bound_user_->line);
+    diagnostic.detail = bound_user_->detail;
     return diagnostic;
   }
   const zarel::SourceLocation end{0, 0, file_};

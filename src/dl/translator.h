@@ -40,6 +40,7 @@ class Translator : public StatementReceiver {
     std::string name;
     FileRange range;
     std::uint32_t line;
+    std::string detail;    // the variable, or the word
   };
 
   zarel::SourceLocation location(const Statement& statement) const;
