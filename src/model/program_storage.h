@@ -67,6 +67,9 @@ class ProgramStorage {
     return std::construct_at(static_cast<T*>(blocks_.allocate(sizeof(T), alignof(T))), value);
   }
 
+  // Frees all that was stored: its handles are not to be used any more.
+  void release() { blocks_.release(); }
+
  private:
   static constexpr std::size_t kFirstBlock = std::size_t{64} * 1024;    // bytes; later ones grow
   std::pmr::monotonic_buffer_resource blocks_{kFirstBlock};

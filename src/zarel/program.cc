@@ -67,7 +67,8 @@ int Program::read_answers_from(Source source, AnswerSink& sink) {
   const Run::Scope scope(run_);
   run_.findings.parser_line = 1;
   try {
-    return read_answer_sets(source, sink, {&run_.namespaces, query_form(run_.queries)});
+    return read_answer_sets(source, sink,
+                            {&run_.namespaces, query_form_.value_or(query_form(run_.queries))});
   } catch (const RunEnd&) {
     return 1;
   }
@@ -81,10 +82,20 @@ int Program::read_answers(std::FILE* solver_output, AnswerSink& sink) {
   return read_answers_from(solver_output, sink);
 }
 
+void Program::forget_clauses() {
+  has_ended_ = true;
+  reader_.reset();
+  verbatim_ = std::ostringstream();
+  query_form_ = query_form(run_.queries);
+  run_.queries = std::vector<Body>();
+  run_.clauses = std::vector<CLAUSET>();
+  run_.storage.release();
+}
+
 LineOrigin Program::origin_of_line(std::size_t line) const {
   if (line == 0 || line > rewritten_.lines.lines()) return {};
   const LineSource source = rewritten_.lines.source_of(line);
-  LineOrigin result{run_.files.place(source.location), {}};
+  LineOrigin result{run_.files.place(source.location), line <= run_.verbatim_lines.lines(), {}};
   for (auto id = static_cast<OriginId>(source.origin); id != OriginId::kWritten;) {
     const Origin& origin = run_.origins[id];
     OriginStep step{origin.kind, {}, {}};

@@ -8,6 +8,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "model/run.h"
@@ -28,6 +29,7 @@ struct OriginStep {
 // Where a line of the rewritten program comes from.
 struct LineOrigin {
   Place place;                      // not known for a line that there is not
+  bool is_verbatim = false;         // copied from there, character by character
   std::vector<OriginStep> steps;    // none for what was written so, but for its encoding
 };
 
@@ -49,6 +51,14 @@ class Program {
   bool rewrite(PlainFacts facts = PlainFacts::kWritten);
 
   const std::string& text() const { return rewritten_.text; }
+
+  // Hands the text over.
+  std::string take_text() { return std::exchange(rewritten_.text, {}); }
+
+  // Frees what was needed to make the text. Findings, the origins of lines and answers are as
+  // before; nothing more can be read or rewritten.
+  void forget_clauses();
+
   std::string verbatim() const { return verbatim_.str(); }    // what its sections hand on
   LineOrigin origin_of_line(std::size_t line) const;          // of the text, from 1
 
@@ -72,8 +82,9 @@ class Program {
 
   Run run_;
   std::ostringstream verbatim_;
-  std::optional<InputReader> reader_;    // made inside the run
-  bool has_ended_ = false;               // by a finding that nothing can go on from
+  std::optional<InputReader> reader_;      // made inside the run
+  bool has_ended_ = false;                 // by a finding that nothing can go on from
+  std::optional<QueryForm> query_form_;    // once the query itself is gone
   MappedText rewritten_;
 };
 
