@@ -46,18 +46,28 @@ bool is_at(const SourceRange& range, const SourceLocation& location) {
   return range.first_line == location.line && range.first_column == location.column;
 }
 
+void take(const Token& token, std::string_view word, WrittenClause& written) {
+  if (!written.word && !word.empty() && token.spelling == word)
+    written.word = {written.clause.file, token.range};
+  written.clause.range = joined(written.clause.range, token.range);
+}
+
 void look_up(Tokens& tokens, std::string_view word, WrittenClause& written) {
   const SourceLocation begin = written.clause.first();
   Token token = tokens.next();
   while (token.kind != 0 && !is_at(token.range, begin)) token = tokens.next();
+  const bool is_weak = token.kind == WEAK_IMPLIES;
   int depth = 0;    // of parentheses: ".." stands between them
-  for (; token.kind != 0; token = tokens.next()) {
+  for (bool is_at_end = false; token.kind != 0 && !is_at_end; token = tokens.next()) {
     if (token.kind == LPAREN) ++depth;
     if (token.kind == RPAREN) --depth;
-    if (!written.word && !word.empty() && token.spelling == word)
-      written.word = {begin.file, token.range};
-    written.clause.range = joined(written.clause.range, token.range);
-    if (token.kind == DOT && depth == 0) return;
+    take(token, word, written);
+    is_at_end = token.kind == QUERY_MARK || (token.kind == DOT && depth == 0);
+  }
+  if (!is_weak || token.kind != LBRACKET) return;
+  for (; token.kind != 0; token = tokens.next()) {
+    take(token, word, written);
+    if (token.kind == RBRACKET) return;
   }
 }
 

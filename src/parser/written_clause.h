@@ -10,7 +10,8 @@
 namespace zarel {
 
 struct WrittenClause {
-  SourceSpan clause;                 // from the first token to the full stop
+  SourceSpan clause;                 // from the first token to the full stop, the query mark, or
+                                     // the weight and level behind a weak constraint
   std::optional<SourceSpan> word;    // the first token of this spelling in it
 };
 
