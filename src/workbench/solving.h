@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -30,16 +29,18 @@ struct SearchOptions {
   std::string keep_folder;    // where the stages are kept as files; empty: nowhere
 };
 
-// From now on SIGINT, SIGTERM and the end of the time limit end the run, with what was found, and
-// ExitStatus::kIncomplete. To be called once, before anything else takes time.
-void watch_the_run(double seconds);
+// From now on SIGINT, SIGTERM, SIGHUP and the end of the time limit end the run, with what was
+// found, and ExitStatus::kIncomplete. To be called once, before anything else takes time.
+void watch_the_run(double seconds, const MessageOptions& messages);
 
-// Solves the program, which was rewritten, and prints its answers to `out` as they come. What is to
-// be said of them goes to the reporter.
+// Solves the program, which was rewritten and gives its text away, and prints its answers to the
+// descriptor as they come. What is to be said of them goes to the reporter. When nobody reads the
+// answers any more, it ends without a word, and with ExitStatus::kOutputFailed.
 ExitStatus solve(zarel::Program& program, const SearchOptions& options, Reporter& reporter,
-                 std::ostream& out);
+                 int output);
 
-// Tells what the translation finds wrong with the program, which was rewritten, without solving it.
-void check_translation(zarel::Program& program, const SearchOptions& options, Reporter& reporter);
+// Tells what the translation finds wrong with the program, which was rewritten and gives its text
+// away, without solving it. ExitStatus::kFound when that is nothing.
+ExitStatus check_translation(zarel::Program& program, const SearchOptions& options, Reporter& reporter);
 
 }    // namespace workbench

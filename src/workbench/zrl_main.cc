@@ -2,6 +2,7 @@
 
 #include <span>
 
+#include "dl/clingo_process.h"
 #include "workbench/command_line.h"
 #include "workbench/commands.h"
 
@@ -26,5 +27,9 @@ workbench::ExitStatus run(std::span<char* const> arguments) {
 }    // namespace
 
 int main(int argument_count, char** argument_list) {
+  constexpr int kOwnArguments = 3;    // see Note [bound to the life of dl]
+  if (argument_count > kOwnArguments && argument_list[1] == dl::kBecomeClingo) {
+    dl::become_clingo(argument_list + 2);
+  }
   return static_cast<int>(run({argument_list, static_cast<std::size_t>(argument_count)}));
 }

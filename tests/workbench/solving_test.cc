@@ -1,0 +1,224 @@
+// solving_test.cc - how a run of zrl ends: limits, signals, readers that go away, and what it
+// leaves behind; and that its answers are those of zarel.
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/run_program.h"
+
+namespace zarel {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A search that takes hours, where `hard` holds; the best answer set is there only if it ends.
+constexpr std::string_view kBest =
+    "#maxint=14. pigeon(0..14). hole(1..14).\n"
+    "in(P, H) v out(P, H) :- pigeon(P), hole(H), hard.\n"
+    "some(P) :- in(P, H).\n"
+    ":- pigeon(P), not some(P), hard.\n"
+    ":- in(P, H), in(Q, H), P < Q.\n"
+    "calm v hard.\n"
+    ":~ calm. [3:1]\n";
+const std::string kPigeons = std::string(kBest.substr(0, kBest.find("calm"))) + "hard.\n";
+
+// Two to the power of forty answer sets.
+std::string many() {
+  std::string text;
+  for (int i = 0; i < 40; ++i) {
+    const std::string number = std::to_string(i);
+    text.append("a").append(number).append(" v b").append(number).append(".\n");
+  }
+  return text;
+}
+
+// Clingo, or another solver, whose process that works on is in the file pid.
+constexpr std::string_view kNoted = "echo $$ >pid; exec clingo \"$@\"";
+constexpr std::string_view kNotedSolver =
+    "sleep 1000 & echo $! >pid; echo '{a_1(a,default)}'; wait";
+
+// What remains of a run behind its status: its solver, a second later at most (dead and not yet
+// buried is dead), and files.
+constexpr std::string_view kTellRemains =
+    "alive() { grep -s '^State:.[^ZX]' /proc/$(cat pid)/status; }\n"
+    "for i in $(seq 10); do alive >left || break; sleep 0.1; done; cat left\n"
+    "rm -f left pid; ls -A . tmp";
+constexpr std::string_view kNothingRemains =
+    ".:\n.stderr\n.stdout\nbest.zrl\nhard.zrl\nmany.zrl\nnoted\nsolver\ntmp\n\ntmp:\n";
+
+class Ends : public testing::TestWithParam<ShellCase> {
+ protected:
+  Ends() {
+    folder_.write("hard.zrl", kPigeons);
+    folder_.write("best.zrl", kBest);
+    folder_.write("many.zrl", many());
+    folder_.write_script("noted", kNoted);
+    folder_.write_script("solver", kNotedSolver);
+    fs::create_directory(folder_.path() / "tmp");
+  }
+
+  Outcome run(std::string_view commands) const {
+    std::string all = "export TMPDIR=\"$PWD/tmp\"\n";
+    ((all += commands) += '\n') += kTellRemains;
+    return folder_.run(all);
+  }
+
+ private:
+  WorkFolder folder_;
+};
+
+TEST_P(Ends, AsTheUserIsTold) {
+  Outcome expected = GetParam().outcome();
+  expected.output += kNothingRemains;
+  EXPECT_EQ(run(GetParam().commands), expected);
+}
+
+// Starts zrl, waits until its solver has worked for a while, and sends a signal to zrl.
+#define SIGNALLED(ARGUMENTS, SIGNAL)                  \
+  "zrl run " ARGUMENTS                                \
+  " & zrl=$!\n"                                       \
+  "until test -s pid; do sleep 0.05; done; sleep 1\n" \
+  "kill -" SIGNAL " $zrl; wait $zrl; echo $?"
+
+constexpr ShellCase kEnds[] = {
+    {"time_limit_of_the_search", "zrl run -t 0.7 --clingo=./noted hard.zrl; echo $?", "20\n",
+     "ended by the time limit after 0.7 s: no answer set so far, there may be more\n"},
+    {"time_limit_of_the_reading",
+     "(sleep 5; echo a.) | zrl run -t 0.3; echo $?; echo $$ >pid; :>pid", "20\n",
+     "ended by the time limit after 0.3 s before the search began\n"},
+    {"time_limit_with_a_best_answer",
+     "zrl run -t 1 --filter=calm --clingo=./noted best.zrl; echo $?",
+     "Best model: {calm}\nCost ([Weight:Level]): <[3:1]>\n20\n",
+     "ended by the time limit after 1 s: the best answer set so far has cost 3 at level 1, not "
+     "proven to be optimal\n"},
+    {"interrupt", SIGNALLED("--clingo=./noted hard.zrl", "INT"), "20\n",
+     "interrupted: no answer set so far, there may be more\n"},
+    {"termination", SIGNALLED("--clingo=./noted hard.zrl", "TERM"), "20\n",
+     "interrupted: no answer set so far, there may be more\n"},
+    {"hang_up", SIGNALLED("--clingo=./noted hard.zrl", "HUP"), "20\n",
+     "interrupted: no answer set so far, there may be more\n"},
+    {"kill", SIGNALLED("--clingo=./noted hard.zrl", "KILL"), "137\n", "Killed\n"},
+    {"interrupt_of_another_solver", SIGNALLED("--solver=./solver hard.zrl", "INT"), "{a}\n20\n",
+     "interrupted: 1 answer set so far, there may be more\n"},
+    {"time_limit_of_another_solver", "zrl run -t 0.7 --solver=./solver hard.zrl; echo $?",
+     "{a}\n20\n", "ended by the time limit after 0.7 s: 1 answer set so far, there may be more\n"},
+    {"reader_that_goes", "{ zrl run --clingo=./noted many.zrl; echo $? >&2; } | head -1 | wc -l",
+     "1\n", "4\n"},
+    {"reader_that_goes_before_the_next_answer",
+     "{ zrl run --solver=./solver hard.zrl; echo $? >&2; } | head -1", "{a}\n", "4\n"},
+    {"reader_that_takes_nothing",
+     "{ zrl run -t 0.5 --clingo=./noted many.zrl; echo $? >&2; } | sleep 3", "",
+     "ended with answers that nobody reads\n20\n"},
+};
+INSTANTIATE_TEST_SUITE_P(Of, Ends, testing::ValuesIn(kEnds),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+TEST(Runs, KeepTheirTimeLimitWithinASecond) {
+  const WorkFolder folder;
+  folder.write("hard.zrl", kPigeons);
+  folder.write_script("deaf", "trap '' TERM INT; while :; do sleep 0.1; done");
+  for (const std::string option : {"--clingo=clingo", "--clingo=./deaf", "--solver=./deaf"}) {
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(folder.run("zrl run -t 0.5 hard.zrl " + option).status, 20) << option;
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+    EXPECT_GT(took.count(), 0.4) << option;
+    EXPECT_LT(took.count(), 1.5) << option;
+  }
+}
+
+TEST(Runs, DoNotMeetInOneFolder) {
+  const WorkFolder folder;
+  std::string commands;
+  std::string expected;
+  for (int i = 0; i < 8; ++i) {
+    const std::string number = std::to_string(i);
+    folder.write(number + ".zrl", "a" + number + " v b" + number + ".");
+    commands.append("zrl run -q -n1 ").append(number).append(".zrl >>out").append(number);
+    commands.append(i % 2 == 0 ? " & " : " --solver=dl & ");
+    expected.append("{b").append(number).append("}\n");
+  }
+  const Outcome outcome = folder.run(commands + "wait; cat out*; ls -A");
+  EXPECT_EQ(outcome.output.find(".source"), std::string::npos);
+  std::ranges::replace(expected, 'b', 'a');
+  std::string answers = outcome.output.substr(0, expected.size());
+  std::ranges::replace(answers, 'b', 'a');
+  EXPECT_EQ(answers, expected);
+}
+
+TEST(Runs, SearchInAnotherOrderForAnotherSeed) {
+  const WorkFolder folder;
+  folder.write("many.zrl", many());
+  std::set<std::string> firsts;
+  for (const char* seed : {"1", "2", "3", "4"}) {
+    const std::string command = std::string("zrl run -q -n1 many.zrl --seed=") + seed;
+    const std::string first = folder.run(command).output;
+    EXPECT_EQ(folder.run(command).output, first);
+    firsts.insert(first);
+  }
+  EXPECT_GT(firsts.size(), 1U);
+}
+
+std::multiset<std::string> lines_of(const std::string& text) {
+  std::multiset<std::string> lines;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) lines.insert(line);
+  return lines;
+}
+
+// What zarel prints on standard output besides answers are errors to zrl.
+const std::set<std::string> kWithFindings = {"echo", "replaced", "replaced_query"};
+
+// Of one program, in the folder of its files. Returns whether zarel takes it.
+bool expect_same_answers(const fs::path& files, const std::string& names, bool links) {
+  const WorkFolder folder;
+  fs::copy(files, folder.path() / "files", fs::copy_options::recursive);
+  fs::copy(PROJECT_FOLDER "/library", folder.path() / "library", fs::copy_options::recursive);
+  const Outcome established =
+      folder.run("cd files; zarel -silent " + std::string(links ? "-linktemplates " : "") + names);
+  const Outcome outcome = folder.run("cd files; zrl run -q " +
+                                     std::string(links ? "" : "--literal-templates ") + names);
+  if (!established.errors.empty() || established.status != 0) {
+    EXPECT_TRUE(outcome.status == 1 || outcome.status == 2) << files << names;
+    return false;
+  }
+  EXPECT_EQ(lines_of(outcome.output), lines_of(established.output)) << files << names;
+  EXPECT_TRUE(outcome.status == 0 || outcome.status == 10) << files << names;
+  return true;
+}
+
+TEST(Answers, AreThoseOfZarelForTheExamples) {
+  for (const auto& entry : fs::directory_iterator(PROJECT_FOLDER "/examples")) {
+    if (entry.path().extension() != ".zrl") continue;
+    fs::path options = entry.path();
+    std::istringstream words(text_of(options.replace_extension(".options")));
+    std::string names;
+    bool links = false;
+    for (std::string word; words >> word;) {
+      links = links || word == "-linktemplates";
+      if (word.ends_with(".zrl")) names += word + ' ';
+    }
+    names += entry.path().filename().string();
+    EXPECT_TRUE(expect_same_answers(PROJECT_FOLDER "/examples", names, links)) << names;
+  }
+}
+
+TEST(Answers, AreThoseOfZarelForItsCases) {
+  int count = 0;
+  for (const auto& entry : fs::recursive_directory_iterator(PROJECT_FOLDER "/tests/golden")) {
+    const fs::path folder = entry.path().parent_path();
+    if (entry.path().filename() != "input.zrl" || kWithFindings.contains(folder.filename()))
+      continue;
+    const bool links = text_of(folder / "args").find("-linktemplates") != std::string::npos;
+    if (expect_same_answers(folder, "input.zrl", links)) ++count;
+  }
+  EXPECT_GT(count, 30);
+}
+
+}    // namespace
+}    // namespace zarel
