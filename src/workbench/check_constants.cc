@@ -169,14 +169,17 @@ Place Constants::place_of(NameId name) {
 }
 
 void Constants::report_contradictions() {
-  const auto& negative = context_.run().negative_predicates;
-  if (negative.empty()) return;
+  const zarel::PredicateTable& predicates = context_.run().predicates;
+  std::unordered_set<std::uint32_t> negative;
   std::unordered_map<std::uint32_t, std::uint32_t> opposites;    // positive to negative
-  for (const std::uint32_t predicate : negative) {
-    const zarel::PredicateTable& predicates = context_.run().predicates;
-    const auto positive = predicates.find(zarel::without_minus(predicates.name(predicate)));
+  for (std::uint32_t predicate = 0; predicate < predicates.size(); ++predicate) {
+    const std::string_view name = predicates.name(predicate);
+    if (!name.starts_with('-')) continue;
+    negative.insert(predicate);
+    const auto positive = predicates.find(zarel::without_minus(name));
     if (positive) opposites[*positive] = predicate;
   }
+  if (opposites.empty()) return;
   std::unordered_map<std::uint64_t, std::vector<const CLAUSET*>> denied;
   for (const CLAUSET& clause : context_.run().clauses) {
     if (!is_fact(clause) || !negative.contains(clause.head().front().predicate())) continue;

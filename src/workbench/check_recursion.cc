@@ -259,18 +259,24 @@ std::vector<Recursion::Step> Recursion::path(std::uint32_t from, std::uint32_t t
 
 void Recursion::tell_endless(const Growing& growing, const WrittenNode& grown, std::uint32_t from,
                              std::uint32_t to, bool is_number) {
+  if (!told_.insert(component_[from]).second) return;
   const std::string name = name_of(from);
   Message& message = context_.tell(
       "endless-recursion", context_.place(growing.statement, grown.place),
       name + " makes ever " + (is_number ? "greater numbers" : "longer terms") + " out of itself");
   message.label = is_number ? "a greater number each time" : "a longer term each time";
-  // From what the rule reads back to what it gives.
-  for (const Step& step : path(to, from)) {
+  // From what the rule gives to what it reads, and from there back.
+  std::vector<Step> way = {{to, growing.rule}};
+  const std::vector<Step> back = path(to, from);
+  if (to != from) way.insert(way.end(), back.begin(), back.end());
+  std::uint32_t given = from;
+  for (const Step& step : way) {
     const Rule& rule = rules_[step.rule];
     const auto part = std::ranges::find(rule.body, step.to);
     message.notes.push_back(
         {context_.place(rule.at[static_cast<std::size_t>(part - rule.body.begin())]),
-         name_of(step.to) + " is used here for " + name_of(rule.heads.front())});
+         name_of(given) + " is made out of " + name_of(step.to) + " here"});
+    given = step.to;
   }
   message.help = is_number ? "bound it: by a comparison in the body, or by #maxint"
                            : "let another literal of the body, or a comparison, bound it";

@@ -3,6 +3,7 @@
 // come to an end.
 
 #include <cstdint>
+#include <unordered_set>
 #include <vector>
 
 #include "workbench/check_relations.h"
@@ -11,8 +12,8 @@ namespace workbench {
 
 class Recursion {
  public:
-  Recursion(CheckContext& context, const Relations& relations)
-      : context_(context), relations_(relations) {}
+  Recursion(CheckContext& context, const Relations& relations, bool has_maxint)
+      : context_(context), relations_(relations), has_maxint_(has_maxint) {}
 
   // A statement that the relations have looked at. Templates are left out: what they are given is
   // not known.
@@ -50,11 +51,12 @@ class Recursion {
 
   CheckContext& context_;
   const Relations& relations_;
+  bool has_maxint_;
   std::vector<Rule> rules_;
   std::vector<Growing> growing_;
-  bool has_maxint_ = false;
-  std::vector<std::vector<Step>> steps_;    // by head
-  std::vector<std::uint32_t> component_;    // by relation
+  std::vector<std::vector<Step>> steps_;      // by head
+  std::vector<std::uint32_t> component_;      // by relation
+  std::unordered_set<std::uint32_t> told_;    // of those, as endless
 };
 
 }    // namespace workbench

@@ -176,7 +176,10 @@ void Relations::read(const WrittenStatement& clause, const WrittenNode& literal)
   for (std::uint32_t i = literal.begin; i <= clause.index(literal); ++i) {
     const WrittenNode& node = clause.nodes[i];
     if (node.kind == WrittenKind::kAtom || node.kind == WrittenKind::kActual) {
-      if (node.kind == WrittenKind::kActual && !context_.run().options.links_templates) continue;
+      // A bare name says nothing of its arguments; templates that are not linked read other atoms.
+      if (node.kind == WrittenKind::kActual &&
+          (node.first_child == zarel::kNoNode || !context_.run().options.links_templates))
+        continue;
       const auto key = key_of(node.name, node.second_name, clause.children(node).size());
       if (!key) continue;
       Relation& relation = at(*key);
@@ -230,7 +233,9 @@ std::vector<std::string_view> Relations::given_names(std::uint32_t scope) const 
 void Relations::suggest(Message& message, NameId name,
                         std::span<const std::string_view> candidates) {
   const std::string_view wrong = context_.spelling(name);
-  const std::string_view near = nearest(wrong, candidates);
+  std::vector<std::string_view> others(candidates.begin(), candidates.end());
+  std::erase(others, wrong);
+  const std::string_view near = nearest(wrong, others);
   if (near.empty()) return;
   message.help = concat({"did you mean ", near, "?"});
   message.fixes.push_back({Fix::Kind::kReplace, message.place, std::string(near)});

@@ -4,6 +4,7 @@
 #include <functional>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include "workbench/nearest.h"
 
@@ -22,7 +23,13 @@ using Names = std::unordered_set<NameId>;
 struct Use {
   NameId name;
   const SourceRange* place;
+  bool is_predicate = false;    // stands for its name
 };
+
+// What follows from a variable without a value is looked for anew after so many of them alone.
+constexpr std::size_t kMostFollowed = 100;
+
+constexpr std::string_view kOfComparison = "of the comparison";
 
 class Safety {
  public:
@@ -40,7 +47,7 @@ class Safety {
       const char* const what = part == statement_.level ? "of the level" : "of the weight";
       need_all(statement_.nodes[part], bound_, what);
     }
-    return !reported_.empty();
+    return !reported_.empty() || has_anonymous_;
   }
 
  private:
@@ -53,7 +60,7 @@ class Safety {
       const WrittenNode& part = statement_.nodes[i];
       if (part.kind == WrittenKind::kVariable) visit(Use{part.name, &part.place});
       if (part.kind != WrittenKind::kAtom || scope_ == ClauseScope::kTemplate) continue;
-      if (context_.is_variable(part.name)) visit(Use{part.name, &part.name_place});
+      if (context_.is_variable(part.name)) visit(Use{part.name, &part.name_place, true});
       if (context_.is_variable(part.second_name)) visit(Use{part.second_name, &part.place});
     }
   }
@@ -163,19 +170,31 @@ class Safety {
 
   void need_head(const WrittenNode& disjunct) {
     need_all(disjunct, bound_, statement_.is_fact() ? "" : "of the head");
-    for (const WrittenNode& part : statement_.children(disjunct)) {
-      if (part.kind == WrittenKind::kAnonymous) tell_anonymous(part);
+    for (std::uint32_t i = disjunct.begin; i <= statement_.index(disjunct); ++i) {
+      const WrittenNode& part = statement_.nodes[i];
+      if (part.kind == WrittenKind::kAnonymous) tell_anonymous(part, "of the head");
+    }
+  }
+
+  // "not p(_)" asks for any value; "not p(f(_))" would have to build a term out of one.
+  void need_under_not(const WrittenNode& literal) {
+    need_all(literal, bound_, "under not");
+    for (std::uint32_t i = literal.begin; i <= statement_.index(literal); ++i) {
+      const WrittenNode& part = statement_.nodes[i];
+      if (part.kind == WrittenKind::kAnonymous &&
+          statement_.nodes[part.parent].kind == WrittenKind::kFunction)
+        tell_anonymous(part, "under not");
     }
   }
 
   void need(const WrittenNode& literal) {
     switch (literal.kind) {
       case WrittenKind::kComparison:
-        return need_all(literal, bound_, "of the comparison");
+        return need_all(literal, bound_, kOfComparison);
       case WrittenKind::kGuarded:
         for (const WrittenNode& part : statement_.children(literal)) {
           if (part.kind == WrittenKind::kGuard) {
-            need_all(part, bound_, "of the comparison");
+            need_all(part, bound_, kOfComparison);
           } else {
             need_in_aggregate(part);
           }
@@ -186,7 +205,7 @@ class Safety {
       case WrittenKind::kSubclass:
         return need_in_frame(literal, bound_);
       default:
-        if (literal.is_negated) need_all(literal, bound_, "under not");
+        if (literal.is_negated) need_under_not(literal);
     }
   }
 
@@ -200,6 +219,7 @@ class Safety {
   }
 
   void need_in_aggregate(const WrittenNode& aggregate) {
+    is_in_aggregate_ = true;
     Names bound;
     std::vector<Equality> equalities;
     const WrittenNode* body = nullptr;
@@ -219,15 +239,21 @@ class Safety {
       const bool is_frame = literal.kind == WrittenKind::kFrame;
       if (is_frame) need_in_frame(literal, bound);
       if (literal.is_negated && !is_frame) need_all(literal, bound, "under not");
-      if (literal.kind == WrittenKind::kComparison) need_all(literal, bound, "of the comparison");
+      if (literal.kind == WrittenKind::kComparison) need_all(literal, bound, kOfComparison);
     }
+    is_in_aggregate_ = false;
   }
 
   void need_all(const WrittenNode& node, const Names& bound, std::string_view where) {
     each_variable(node, [&](const Use& use) {
-      if (!bound.contains(use.name) && reported_.insert(use.name).second) tell(use, where);
+      if (bound.contains(use.name) || bound_.contains(use.name)) return;
+      if (reported_.insert(use.name).second) tell(use, where);
+      bound_.insert(use.name);
+      if (reported_.size() <= kMostFollowed) settle(bound_);
     });
   }
+
+  bool has_value(NameId name) const { return bound_.contains(name) && !reported_.contains(name); }
 
   // A variable that has a value and is like the one without: the only one that occurs once, or the
   // one whose name is nearest.
@@ -236,7 +262,7 @@ class Safety {
     std::vector<std::string_view> candidates;
     for (const WrittenNode& literal : statement_.body()) {
       each_variable(literal, [&](const Use& use) {
-        if (bound_.contains(use.name) && ++occurrences[use.name] == 1) {
+        if (has_value(use.name) && ++occurrences[use.name] == 1) {
           candidates.push_back(context_.spelling(use.name));
         }
       });
@@ -246,7 +272,7 @@ class Safety {
     }
     std::vector<std::string_view> once;
     for (const auto& [name, count] : occurrences) {
-      if (count == 1 && bound_.contains(name)) once.push_back(context_.spelling(name));
+      if (count == 1 && has_value(name)) once.push_back(context_.spelling(name));
     }
     if (once.size() == 1) return once.front();
     return nearest(context_.spelling(variable), candidates);
@@ -259,7 +285,9 @@ class Safety {
     text.append(" ").append(where).append(" has no value");
     Message& message =
         context_.tell("unsafe-variable", context_.place(statement_, *use.place), text);
-    message.label = name + " occurs in no positive literal of the body";
+    message.label = where == kOfComparison ? "a comparison gives no value"
+                                           : concat({name, " occurs in no positive literal of the ",
+                                                     is_in_aggregate_ ? "aggregate" : "body"});
     const std::string_view other = meant(use.name);
     if (!other.empty()) ((message.help = "did you mean ") += other) += "? otherwise ";
     (message.help += "add a literal that gives ") += name + " a value";
@@ -272,14 +300,15 @@ class Safety {
     Message& message = context_.tell("upper-case-fact", context_.place(statement_, *use.place),
                                      name + " in a fact is a variable, and has no value");
     message.label = "upper-case words are variables";
-    ((message.help = "write ") += lower).append(" or \"").append(name).append("\"");
+    message.help = "write " + lower;
+    if (!use.is_predicate) message.help.append(" or \"").append(name).append("\"");
     message.fixes.push_back({Fix::Kind::kReplace, message.place, lower});
   }
 
-  void tell_anonymous(const WrittenNode& node) {
-    if (!reported_.insert(NameId{0xFFFFFFFF}).second) return;
+  void tell_anonymous(const WrittenNode& node, std::string_view where) {
+    if (std::exchange(has_anonymous_, true)) return;
     Message& message = context_.tell("unsafe-variable", context_.place(statement_, node.place),
-                                     "the _ of the head has no value");
+                                     concat({"the _ ", where, " has no value"}));
     message.label = "_ is a variable of its own, which occurs nowhere else";
     message.help = "write a variable that the body gives a value, or a constant";
   }
@@ -291,6 +320,8 @@ class Safety {
   Names bound_;
   std::vector<Equality> equalities_;
   Names reported_;
+  bool has_anonymous_ = false;    // that is reported
+  bool is_in_aggregate_ = false;
 };
 
 }    // namespace

@@ -67,7 +67,7 @@ struct Checks::State : zarel::StatementObserver {
   ForeignText foreign;
   Templates templates{context};
   Relations relations{context};
-  Recursion recursion{context, relations};
+  Recursion recursion{context, relations, options.has_maxint};
   Constants constants{context};
   Frames frames{context, relations};
 };

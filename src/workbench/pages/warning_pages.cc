@@ -25,9 +25,9 @@ far(X, Y) :- road(X, Y).
 )"},
     {.code = "upper-case-fact",
      .title = "a fact holds a variable",
-     .meaning = R"(A word that begins with an upper-case letter is a variable, and in a fact there
-is nothing to give it a value. A constant begins with a lower-case letter, or
-stands in double quotes.
+     .meaning = R"(A word that begins with an upper-case letter is a variable, and in a fact
+there is nothing to give it a value. A constant begins with a lower-case
+letter, or stands in double quotes.
 )",
      .wrong = R"(person(Ann).
 )",
@@ -37,10 +37,10 @@ person("Bob").
     {.code = "never-given",
      .severity = kWarning,
      .title = "something is used that nothing gives",
-     .meaning = R"(A literal asks for a predicate, an attribute or a class that no fact, no rule and
-no included text gives: it never holds. Mostly the name is mistyped, or the file
-with the facts was not named on the command line. There is one message for each
-name, at the first place.
+     .meaning = R"(A literal asks for a predicate, an attribute or a class that no fact, no rule
+and no included text gives: it never holds. Mostly the name is mistyped, or
+the file with the facts was not named on the command line. There is one
+message for each name, at the first place.
 )",
      .wrong = R"(road(ash, birch).
 town(X) :- raod(X, _).
@@ -51,9 +51,9 @@ town(X) :- road(X, _).
     {.code = "other-arity",
      .severity = kWarning,
      .title = "a predicate is used with another number of arguments",
-     .meaning = R"(Predicates of one name and different numbers of arguments have nothing to do with
-each other. This one is used with a number of arguments with which nothing gives
-it, so that the literal never holds.
+     .meaning = R"(Predicates of one name and different numbers of arguments have nothing to do
+with each other. This one is used with a number of arguments with which
+nothing gives it, so that the literal never holds.
 )",
      .wrong = R"(salary(ann, sales, 3100).
 paid(P) :- salary(P, _).
@@ -65,11 +65,17 @@ paid(P) :- salary(P, _, _).
      .severity = kWarning,
      .is_on = false,
      .title = "a predicate is given and nothing uses it",
-     .meaning = R"(Facts or rules give a predicate that no body, no query and no included text uses.
-That is as it should be for what the answers are to show, so this warning is off
-unless it is asked for.
+     .meaning = R"(Facts or rules give a predicate that no body, no query and no included text
+uses. That is as it should be for what the answers are to show, so this
+warning is off unless it is asked for.
 )",
-     .kind = ExampleKind::kNone},
+     .wrong = R"(town(ash).
+road(ash, birch).
+road(X, Y)?
+)",
+     .mended = R"(road(ash, birch).
+road(X, Y)?
+)"},
     {.code = "single-variable",
      .severity = kWarning,
      .title = "a variable occurs once in its statement",
@@ -86,8 +92,8 @@ town(Here) :- road(Here, _).
      .severity = kWarning,
      .title = "a rule has constants where variables were meant",
      .meaning = R"(The rule has no variables, and the same lower-case word in its head and in its
-body, which occurs nowhere else in the program. A lower-case word is a constant,
-so the rule speaks of this one thing only.
+body, which occurs nowhere else in the program. A lower-case word is a
+constant, so the rule speaks of this one thing only.
 )",
      .wrong = R"(person(ann).
 mortal(x) :- person(x).
@@ -98,8 +104,8 @@ mortal(X) :- person(X).
     {.code = "quoted-and-plain",
      .severity = kWarning,
      .title = "a constant stands with quotes and without",
-     .meaning = R"(Quotes belong to a constant: ann and "ann" are two constants, and a literal with
-the one never matches a fact with the other.
+     .meaning = R"(Quotes belong to a constant: ann and "ann" are two constants, and a literal
+with the one never matches a fact with the other.
 )",
      .wrong = R"(person("ann").
 age(ann, 30).
@@ -110,8 +116,8 @@ age(ann, 30).
     {.code = "contradiction",
      .severity = kWarning,
      .title = "two facts contradict each other",
-     .meaning = R"(A fact says that something is true, another one, with "-", that it is false. No
-answer set holds both, so that the program has none.
+     .meaning = R"(A fact says that something is true, another one, with "-", that it is false.
+No answer set holds both, so that the program has none.
 )",
      .wrong = R"(open(monday).
 -open(monday).
@@ -122,10 +128,10 @@ answer set holds both, so that the program has none.
     {.code = "class-attributes",
      .severity = kWarning,
      .title = "attributes behind a membership belong to the class",
-     .meaning = R"(In "ann : person[age -> 3]" the attributes are those of the class: it says that
-ann is a person, and that the class person has the age 3. An attribute of the
-object stands in a frame of its own. There is no message where the class has
-frames of its own elsewhere.
+     .meaning = R"(In "ann : person[age -> 3]" the attributes are those of the class: it says
+that ann is a person, and that the class person has the age 3. An attribute of
+the object stands in a frame of its own. There is no message where the class
+has frames of its own elsewhere.
 )",
      .wrong = R"(ann : person[age -> 3].
 )",
@@ -149,10 +155,10 @@ old(X) :- X[age -> 30].
     {.code = "mixed-rows",
      .severity = kWarning,
      .title = "one object gets the values of many rows",
-     .meaning = R"(The head is a frame with a constant for its object, and its value comes from the
-rows of a relation: the one object gets the values of all of them, and nothing
-tells which belong together. The object has to differ from row to row. When many
-values are meant, the arrow ->> says so.
+     .meaning = R"(The head is a frame with a constant for its object, and its value comes from
+the rows of a relation: the one object gets the values of all of them, and
+nothing tells which belong together. The object has to differ from row to row.
+When many values are meant, the arrow ->> says so.
 )",
      .wrong = R"(salary(ann, 3100).
 salary(bob, 2900).
@@ -165,9 +171,9 @@ entry(P)[name -> P, amount -> S] :- salary(P, S).
     {.code = "conditional-literal",
      .severity = kWarning,
      .title = "what looks like a conditional literal is a membership",
-     .meaning = R"(Behind the sign ":" stands a class. So q(X) : p(X) says that the object q(X) is a
-member of the class p(X). There are no conditional literals. What holds "for all" is said
-by a rule for the exceptions, and "not" that.
+     .meaning = R"(Behind the sign ":" stands a class. So q(X) : p(X) says that the object q(X)
+is a member of the class p(X). There are no conditional literals. What holds
+"for all" is said by a rule for the exceptions, and "not" that.
 )",
      .wrong = R"(task(1). task(2).
 done(1).
@@ -181,8 +187,8 @@ finished :- not unfinished.
     {.code = "weight-cut",
      .severity = kWarning,
      .title = "a weight loses its fraction",
-     .meaning = R"(Weights may be written with a fraction, but the solver counts whole numbers: the
-fraction is cut off, and 0.5 costs nothing. Multiply all weights instead.
+     .meaning = R"(Weights may be written with a fraction, but the solver counts whole numbers:
+the fraction is cut off, and 0.5 costs nothing. Multiply all weights instead.
 )",
      .wrong = R"(late(ann).
 :~ late(_). [1.5:1]
@@ -196,7 +202,11 @@ fraction is cut off, and 0.5 costs nothing. Multiply all weights instead.
      .meaning = R"(The option --filter shows the predicates that it names, and nothing else. No
 predicate of the program has this name, so nothing will be shown for it.
 )",
-     .kind = ExampleKind::kNone},
+     .kind = ExampleKind::kCommand,
+     .wrong = R"(echo "road(ash, birch)." | zrl check --filter=raod -
+)",
+     .mended = R"(echo "road(ash, birch)." | zrl check --filter=road -
+)"},
     {.code = "query-in-function",
      .severity = kWarning,
      .title = "a query does not tell the values inside a function term",
@@ -214,9 +224,9 @@ given(box(X)), X == X?
     {.code = "unused-template",
      .severity = kWarning,
      .title = "a template is never used",
-     .meaning = R"(The program defines a template that no rule and no used template invokes. It is
-not expanded, and not checked. Files from which some template is used may hold
-others.
+     .meaning = R"(The program defines a template that no rule and no used template invokes. It
+is not expanded, and not checked. Files from which some template is used may
+hold others.
 )",
      .wrong = R"(#template first{element(1)}(1) {
   first(X) :- element(X), X = #min{Y : element(Y)}.
@@ -260,8 +270,9 @@ number(N) :- number(M), N = M + 1, M < 10.
     {.code = "never-fires",
      .severity = kWarning,
      .title = "a rule never applies",
-     .meaning = R"(What the rule needs is given only by rules that need, in the end, what this rule
-gives. Without a fact, or a rule that begins elsewhere, none of them ever applies.
+     .meaning = R"(What the rule needs is given only by rules that need, in the end, what this
+rule gives. Without a fact, or a rule that begins elsewhere, none of them ever
+applies.
 )",
      .wrong = R"(knows(X, Y) :- met(Y, X).
 met(X, Y) :- knows(Y, X).
