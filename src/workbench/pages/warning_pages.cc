@@ -11,11 +11,12 @@ constexpr std::array kPages = std::to_array<Page>({
     {.code = "unsafe-variable",
      .title = "a variable has no value",
      .meaning =
-         R"(Every variable of a head, of a literal under "not" and of a comparison needs a value,
-and gets it from a literal of the body that is not under "not": an atom, a frame, a
-template, a sum or product, "==" beside something known, or an aggregate with "=".
-A variable that nothing gives a value could be anything, and the rule would have
-infinitely many instances. Often its name is mistyped.
+         R"(Every variable of a head, of a literal under "not" and of a comparison needs a
+value, and gets it from a literal of the body that is not under "not": an
+atom, a frame, a template, a sum or product, "==" beside something known, or
+an aggregate with "=". A variable that nothing gives a value could be
+anything, and the rule would have infinitely many instances. Often its name is
+mistyped.
 )",
      .wrong = R"(road(ash, birch).
 far(X, Y) :- road(X, Z).
@@ -142,9 +143,9 @@ ann[age -> 3].
      .severity = kWarning,
      .title = "an attribute is used with another arrow than it is given with",
      .meaning =
-         R"(The arrows keep statements apart: what is given with => is not found with ->, what
-is given with a value not without one. This attribute is never given as it is
-used here.
+         R"(The arrows keep statements apart: what is given with => is not found with ->,
+what is given with a value not without one. This attribute is never given as
+it is used here.
 )",
      .wrong = R"(ann[age => 30].
 old(X) :- X[age -> 30].
@@ -211,9 +212,9 @@ predicate of the program has this name, so nothing will be shown for it.
      .severity = kWarning,
      .title = "a query does not tell the values inside a function term",
      .meaning =
-         R"(A query answers for a variable that stands inside function terms only when a plain
-variable stands beside it in the same literal. Else it is left out of the answers.
-Let it occur outside of function terms, too.
+         R"(A query answers for a variable that stands inside function terms only when a
+plain variable stands beside it in the same literal. Else it is left out of
+the answers. Let it occur outside of function terms, too.
 )",
      .wrong = R"(given(box(1)).
 given(box(X))?
@@ -256,10 +257,10 @@ least(X) :- first{number(*)}(X).
      .severity = kWarning,
      .title = "a recursion makes ever more",
      .meaning =
-         R"(A rule builds, out of what it gives itself, a longer term or a greater number each
-time, and nothing in the program bounds it: the solver may never end. The notes
-tell the way round, rule by rule. Let a comparison or another literal bound it;
-numbers are bounded by #maxint, too.
+         R"(A rule builds, out of what it gives itself, a longer term or a greater number
+each time, and nothing in the program bounds it: the solver may never end. The
+notes tell the way round, rule by rule. Let a comparison or another literal
+bound it; numbers are bounded by #maxint, too.
 )",
      .wrong = R"(number(0).
 number(N) :- number(M), N = M + 1.
