@@ -52,10 +52,22 @@ void take(const Token& token, std::string_view word, WrittenClause& written) {
   written.clause.range = joined(written.clause.range, token.range);
 }
 
+// An include line has no full stop: it ends with its name.
+void take_include(Tokens& tokens, const Token& begin, WrittenClause& written) {
+  take(begin, {}, written);
+  const Token name = tokens.next();
+  take(name, {}, written);
+  for (Token token = name; token.kind != 0 && name.kind == LT && token.kind != GT;) {
+    token = tokens.next();
+    take(token, {}, written);
+  }
+}
+
 void look_up(Tokens& tokens, std::string_view word, WrittenClause& written) {
   const SourceLocation begin = written.clause.first();
   Token token = tokens.next();
   while (token.kind != 0 && !is_at(token.range, begin)) token = tokens.next();
+  if (token.kind == INCLUDE) return take_include(tokens, token, written);
   const bool is_weak = token.kind == WEAK_IMPLIES;
   int depth = 0;    // of parentheses: ".." stands between them
   for (bool is_at_end = false; token.kind != 0 && !is_at_end; token = tokens.next()) {

@@ -100,10 +100,14 @@ class Line {
 
   // The place of the bytes [begin, end) of the line, which may begin in front of the character.
   zarel::Place between(std::size_t begin, std::size_t end) const {
-    return {position(begin), position(last_character(end))};
+    zarel::Position last = position(last_character(end));
+    last.column += static_cast<std::uint32_t>(end - 1 - last_character(end));
+    return {position(begin), last};
   }
-  std::size_t line_end() const {
-    return std::min(text_.find_first_of("\r\n", offset_), text_.size());
+  // Where the line ends, or so many bytes further on.
+  std::size_t line_end(std::size_t most = std::string_view::npos) const {
+    const std::string_view rest = text_.substr(offset_, most);
+    return offset_ + std::min(rest.find_first_of("\r\n"), rest.size());
   }
   bool is_first_of_line() const {
     const std::size_t begin = offset_ - (place_.first.column - 1);
@@ -146,7 +150,7 @@ constexpr std::size_t kLongestQuoted = 1'000;
 Message quoted(const Line& line, const Character& character) {
   const bool is_plain = character.text == "'";
   const std::size_t begin = line.offset() + character.text.size();
-  const std::size_t end = std::min(line.line_end(), begin + kLongestQuoted);
+  const std::size_t end = line.line_end(kLongestQuoted);
   std::size_t closing = begin;
   std::string_view other;
   for (; closing < end; closing += other.size()) {
@@ -266,7 +270,7 @@ std::optional<Message> foreign_sign(const Line& line, const Character& character
 
 // Where "*/" stands that ends a comment; the line's end when it is far away.
 zarel::Position end_of_comment(const Line& line) {
-  constexpr std::size_t kLongestComment = 20'000;
+  constexpr std::size_t kLongestComment = 4'000;
   const std::string_view rest = line.text().substr(line.offset(), kLongestComment);
   const std::string_view comment = rest.substr(0, rest.find("*/"));
   zarel::Position last = line.between(line.offset(), line.line_end()).last;
@@ -333,27 +337,21 @@ bool is_harmless(const Line& line, const Character& character) {
 }    // namespace
 
 CharacterAnswer unknown_character(const zarel::Place& place, std::string_view byte,
-                                  SourceTexts& texts) {
+                                  SourceTexts& texts, std::string_view told_in_line) {
   const Line line(place, texts);
   if (byte.empty() || !line.is_known(byte)) {    // the file cannot be read again
     Message message{"unknown-character", place, "this character belongs nowhere"};
     return {std::move(message), place.first};
   }
   const Character character = character_at(line.text(), line.offset());
-  if (is_harmless(line, character)) {
-    const std::size_t end = line.offset() + character.text.size();
-    zarel::Position last = place.first;
-    last.column += static_cast<std::uint32_t>(end - line.offset() - 1);
+  zarel::Position last = place.first;
+  last.column += static_cast<std::uint32_t>(character.text.size()) - 1;
+  if (is_harmless(line, character) || character.text == told_in_line) {
     return {std::nullopt, last, character.text};
   }
   Message message = answer(line, character);
   if (line.has("/*")) return {std::move(message), end_of_comment(line), character.text};
-  // The place ends at the first byte of its last character; what follows of it is told, too.
-  zarel::Position last = message.place.last;
-  const std::size_t end = texts.offset(last.file, last.line, last.column);
-  last.column += static_cast<std::uint32_t>(character_at(line.text(), end).text.size()) - 1;
-  last.column = std::max(
-      last.column, place.first.column + static_cast<std::uint32_t>(character.text.size()) - 1);
+  if (message.place.last.column > last.column) last = message.place.last;
   return {std::move(message), last, character.text};
 }
 

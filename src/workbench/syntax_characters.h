@@ -17,8 +17,9 @@ struct CharacterAnswer {
   std::string_view character = {};    // in the text of its file
 };
 
-// The byte at the beginning of the place is the first of the character; it is `byte`.
+// The byte at the beginning of the place is the first of the character; it is `byte`. There is no
+// message of the character that was told of in the same line.
 CharacterAnswer unknown_character(const zarel::Place& place, std::string_view byte,
-                                  SourceTexts& texts);
+                                  SourceTexts& texts, std::string_view told_in_line);
 
 }    // namespace workbench

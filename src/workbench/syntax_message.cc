@@ -103,7 +103,7 @@ Message refused_by_action(const zarel::Diagnostic& finding, const Statement& sta
 }
 
 constexpr std::size_t kCommentBefore = 2'000;
-constexpr std::size_t kLongestComment = 20'000;
+constexpr std::size_t kLongestComment = 4'000;
 
 // "%*" in front of a statement, "*%" in it or behind it: only the first line is a comment.
 struct BlockComment {
@@ -157,14 +157,14 @@ std::optional<Message> SyntaxMessages::message(const zarel::Diagnostic& finding)
 std::optional<Message> SyntaxMessages::of_character(const zarel::Diagnostic& finding) {
   const zarel::Position& first = finding.place.first;
   if (first.file == passed_.file && !is_behind(passed_, first)) return std::nullopt;
-  CharacterAnswer answer = unknown_character(finding.place, finding.text, texts_);
-  passed_ = answer.last;
-  // One that was told of in this line is not told again.
   const bool is_same_line = told_.file == first.file && told_.line == first.line;
-  if (is_same_line && answer.character == character_) return std::nullopt;
+  CharacterAnswer answer = unknown_character(finding.place, finding.text, texts_,
+                                             is_same_line ? character_ : std::string_view{});
+  passed_ = answer.last;
+  if (!answer.message) return std::nullopt;
   character_ = answer.character;
-  if (answer.message) told_ = answer.last;
-  if (answer.message && answer.message->code == "foreign-comment") comment_ = answer.last;
+  told_ = answer.last;
+  if (answer.message->code == "foreign-comment") comment_ = answer.last;
   return std::move(answer.message);
 }
 

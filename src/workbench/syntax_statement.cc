@@ -161,7 +161,8 @@ void Statement::read(TokenReader reader, const zarel::Position& refused) {
   }
   at_ = tokens_.size();
   const std::size_t most = reader.offset() + kLongestBehind;
-  while (token.kind != TokenKind::kEnd && tokens_.size() < at_ + kMostBehind &&
+  const std::size_t most_tokens = at_ + (lacks_full_stop_ ? 1 : kMostBehind);
+  while (token.kind != TokenKind::kEnd && tokens_.size() < most_tokens &&
          reader.offset() < most) {
     tokens_.push_back(token);
     const std::size_t last = tokens_.size() - 1;

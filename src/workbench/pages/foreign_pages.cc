@@ -167,12 +167,12 @@ constexpr Page kPages[] = {
      .wrong = "#template same{p(1)}(1) {\n"
               "  same(X) :- p(X).\n"
               "}\n"
-              "same{a}(X) :- b(X).\n"
+              "same{a(*)}(X) :- b(X).\n"
               "a(1). b(1).\n",
      .mended = "#template same{p(1)}(1) {\n"
                "  same(X) :- p(X).\n"
                "}\n"
-               "c(X) :- b(X), same{a}(X).\n"
+               "c(X) :- b(X), same{a(*)}(X).\n"
                "a(1). b(1).\n"},
     {.code = "body-alternative",
      .title = "a disjunction in a body",

@@ -194,20 +194,6 @@ guest(rené).
 guest("rené").
 *%
 )"},
-    {.code = "unclosed-string",
-     .title = "a string has no closing quote",
-     .meaning =
-         R"(Text that goes to the solver as it is has a string that is not closed. Strings
-may hold anything but a double quote, and have no escapes.
-)",
-     .wrong = R"(ASITIS %*
-guest("ann).
-*%
-)",
-     .mended = R"(ASITIS %*
-guest("ann").
-*%
-)"},
     {.code = "unknown-word",
      .title = "the solver does not know a word with #",
      .meaning =

@@ -176,12 +176,12 @@ constexpr Page kPages[] = {
      .wrong = "#template both{p(1), q(1)}(1) {\n"
               "  \"both\"(X) :- p(X), q(X).\n"
               "}\n"
-              "r(X) :- both{a, b}(X).\n"
+              "r(X) :- both{a(*), b(*)}(X).\n"
               "a(1). b(1).\n",
      .mended = "#template both{p(1), q(1)}(1) {\n"
                "  both(X) :- p(X), q(X).\n"
                "}\n"
-               "r(X) :- both{a, b}(X).\n"
+               "r(X) :- both{a(*), b(*)}(X).\n"
                "a(1). b(1).\n"},
     {.code = "negation-in-head",
      .title = "not in a frame of a head",
