@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -28,15 +29,22 @@ class CheckContext {
     return place({of.span.file, range});
   }
 
-  // The message is kept; what is returned may still be filled.
-  Message& tell(std::string_view code, const zarel::Place& place, std::string text) {
-    return messages_.emplace_back(Message{code, place, std::move(text)});
-  }
-  std::vector<Message>& messages() { return messages_; }
+  // The message is kept; what is returned may still be filled, until the next one is told. Of a
+  // code that many statements have, the rest is kept without what it says.
+  Message& tell(std::string_view code, const zarel::Place& place, std::string text);
+
+  // Hands over all messages: errors first, which no number of warnings is to hide, each group in
+  // the order of the text.
+  void hand_over(const MessageSink& sink);
 
  private:
+  static constexpr std::size_t kMostWhole = 10'000;    // of a code
+
   const zarel::Run& run_;
   std::vector<Message> messages_;
+  std::unordered_map<std::string_view, std::size_t> counts_;    // by code
+  std::vector<std::pair<std::string_view, zarel::Place>> rest_;
+  Message spare_;
 };
 
 inline std::string concat(std::initializer_list<std::string_view> pieces) {

@@ -14,6 +14,7 @@ using zarel::WrittenNode;
 using zarel::WrittenStatement;
 
 constexpr std::size_t kMostRules = 10'000;    // that are kept as a whole
+constexpr std::size_t kMostLiterals = 100;    // of those that are looked at
 constexpr auto kSingle = static_cast<std::uint32_t>(ARROW::kSingle) + 1;
 
 bool is_function_with_variable(const WrittenStatement& clause, const WrittenNode& term) {
@@ -110,37 +111,70 @@ void Frames::look_at_membership(const WrittenStatement& clause, const WrittenNod
                           clause.is_fact()});
 }
 
-// Whether the variable's values come from the rows of a relation, as far as that can be told: not
-// those of an aggregate or a sum, not what a single fact says, not a value of a constant object.
-bool Frames::comes_from_rows(const WrittenStatement& rule, NameId variable) const {
-  bool has_rows = false;
-  for (const WrittenNode& literal : rule.body()) {
-    if (literal.is_negated || literal.kind == WrittenKind::kComparison) continue;
-    const bool is_here =
-        std::any_of(rule.nodes.begin() + literal.begin, rule.nodes.begin() + rule.index(literal),
-                    [&](const WrittenNode& node) {
-                      return node.kind == WrittenKind::kVariable && node.name == variable;
-                    });
-    if (!is_here) continue;
-    if (literal.kind != WrittenKind::kAtom) return false;
+// The variables of the rule with one value, as far as that can be told: those of an aggregate, of a
+// single fact, of what is looked up under a constant, and what follows from them. In doubt a
+// variable has one.
+std::unordered_set<NameId> Frames::settled_variables(const WrittenStatement& rule) const {
+  std::unordered_set<NameId> settled;
+  const auto is_settled = [&](const WrittenNode& term) {
+    return term.kind != WrittenKind::kAnonymous &&
+           (term.kind != WrittenKind::kVariable || settled.contains(term.name));
+  };
+  const auto has_settled_value = [&](const WrittenNode& part) {
+    if (part.kind != WrittenKind::kAttribute) return false;
+    const std::uint32_t value = rule.nodes[part.first_child].next_sibling;
+    return value != zarel::kNoNode && is_settled(rule.nodes[value]);
+  };
+  const auto has_many_rows = [&](const WrittenNode& literal) {
+    if (literal.is_negated) return true;    // gives nothing
+    if (literal.kind == WrittenKind::kFrame || literal.kind == WrittenKind::kMembership) {
+      return !is_settled(rule.nodes[literal.first_child]) &&
+             std::ranges::none_of(rule.children(literal), has_settled_value);
+    }
+    if (literal.kind != WrittenKind::kAtom || literal.is_strongly_negated) return false;
     const Relation* const relation = relations_.find(literal, rule.children(literal).size());
-    if (relation == nullptr || literal.is_strongly_negated) return false;
-    // Rules may give one row: only facts are counted.
-    if (relation->facts[0] != relation->given[0].count && relation->facts[0] < 2) return false;
-    if (relation->facts[0] < 2) return false;
-    has_rows = true;
-  }
-  return has_rows;
+    return relation != nullptr && relation->facts[0] >= 2 &&
+           std::ranges::none_of(rule.children(literal), is_settled);
+  };
+  std::size_t before = 0;
+  do {
+    before = settled.size();
+    for (const WrittenNode& literal : rule.body()) {
+      if (has_many_rows(literal)) continue;
+      for (std::uint32_t i = literal.begin; i <= rule.index(literal); ++i) {
+        const WrittenNode& node = rule.nodes[i];
+        if (node.kind == WrittenKind::kVariable) settled.insert(node.name);
+      }
+    }
+  } while (settled.size() != before);
+  return settled;
+}
+
+// Whether a frame or an atom of the body with many rows gives it.
+bool Frames::comes_from_rows(const WrittenStatement& rule, NameId variable) const {
+  return std::ranges::any_of(rule.nodes, [&](const WrittenNode& node) {
+    if (node.kind != WrittenKind::kVariable || node.name != variable) return false;
+    if (node.parent == zarel::kNoNode) return false;
+    const WrittenNode& parent = rule.nodes[node.parent];
+    if (parent.kind == WrittenKind::kAtom) return true;
+    if (parent.kind != WrittenKind::kAttribute || parent.value != kSingle) return false;
+    const bool is_in_head = rule.index(parent) <= rule.first_in_head;
+    return !is_in_head && relations_.times_given(rule.nodes[parent.first_child].name) >= 2;
+  });
 }
 
 void Frames::report_head_values(const WrittenStatement& rule) {
   const WrittenNode& head = rule.head().front();
   const WrittenNode& object = rule.nodes[head.first_child];
+  if (rule.body().size() > kMostLiterals) return;
+  const std::unordered_set<NameId> settled = settled_variables(rule);
   for (const WrittenNode& part : rule.children(head)) {
     if (part.kind != WrittenKind::kAttribute || part.value != kSingle) continue;
     const WrittenNode& name = rule.nodes[part.first_child];
     const WrittenNode& value = rule.nodes[name.next_sibling];
-    if (value.kind != WrittenKind::kVariable || !comes_from_rows(rule, value.name)) continue;
+    if (value.kind != WrittenKind::kVariable || settled.contains(value.name) ||
+        !comes_from_rows(rule, value.name))
+      continue;
     const std::string shown = term_text(rule, object);
     Message& message = context_.tell(
         "mixed-rows", context_.place(rule, object.place),

@@ -34,6 +34,7 @@ class Frames {
 
   void look_at_membership(const zarel::WrittenStatement& clause, const zarel::WrittenNode& node);
   void report_head_values(const zarel::WrittenStatement& rule);
+  std::unordered_set<zarel::NameId> settled_variables(const zarel::WrittenStatement& rule) const;
   bool comes_from_rows(const zarel::WrittenStatement& rule, zarel::NameId variable) const;
   std::string term_text(const zarel::WrittenStatement& clause,
                         const zarel::WrittenNode& term) const;

@@ -15,6 +15,7 @@ using zarel::WrittenStatement;
 
 // Rules that are kept as a whole, for what is known of them when all was read.
 constexpr std::size_t kMostGrowing = 10'000;
+constexpr std::size_t kMostPairs = 1'000'000;
 constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
 bool is(const WrittenNode& node, BUILTIN builtin) {
@@ -101,12 +102,17 @@ void Recursion::look_at(const WrittenStatement& statement) {
       rule.at.push_back({statement.span.file, literal.name_place});
     }
   }
+  // What is done for each pair of a head and a literal is left out for rules of too many.
+  if (rule.heads.size() * rule.body.size() > kMostPairs) {
+    rule.body.clear();
+    rule.at.clear();
+  }
   const bool computes = std::ranges::any_of(statement.body(), is_growing_computation);
   const bool builds = std::ranges::any_of(statement.head(), [&](const WrittenNode& disjunct) {
     return disjunct.kind == WrittenKind::kAtom && has_function_with_variable(statement, disjunct);
   });
-  if ((computes || builds) && !rule.body.empty() && !has_guard(statement) &&
-      growing_.size() < kMostGrowing) {
+  if ((computes || builds) && !rule.body.empty() && statement.head().size() == 1 &&
+      !has_guard(statement) && growing_.size() < kMostGrowing) {
     growing_.push_back({statement, static_cast<std::uint32_t>(rules_.size())});
   }
   rules_.push_back(std::move(rule));

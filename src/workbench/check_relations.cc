@@ -93,6 +93,7 @@ void Relations::look_at(const WrittenStatement& statement) {
 }
 
 void Relations::look_at_template(const WrittenStatement& definition) {
+  if (!context_.run().options.links_templates) return;    // they read other atoms
   bound_names_.clear();
   for (const zarel::WrittenPredicate& formal : definition.formals) {
     bound_names_[formal.name] = false;
@@ -176,7 +177,7 @@ void Relations::read(const WrittenStatement& clause, const WrittenNode& literal)
   for (std::uint32_t i = literal.begin; i <= clause.index(literal); ++i) {
     const WrittenNode& node = clause.nodes[i];
     if (node.kind == WrittenKind::kAtom || node.kind == WrittenKind::kActual) {
-      // A bare name says nothing of its arguments; templates that are not linked read other atoms.
+      // A bare name says nothing of its arguments.
       if (node.kind == WrittenKind::kActual &&
           (node.first_child == zarel::kNoNode || !context_.run().options.links_templates))
         continue;
@@ -190,8 +191,11 @@ void Relations::read(const WrittenStatement& clause, const WrittenNode& literal)
       if (name.kind == WrittenKind::kConstant)
         attributes_[name.name].read[node.value].add(name_span(clause, name));
     } else if (node.kind == WrittenKind::kMembership) {
-      const WrittenNode& of = clause.nodes[clause.nodes[node.first_child].next_sibling];
-      if (of.kind == WrittenKind::kConstant) classes_[of.name].read[0].add(name_span(clause, of));
+      const WrittenNode& object = clause.nodes[node.first_child];
+      const WrittenNode& of = clause.nodes[object.next_sibling];
+      // With a function term in front it is more likely a conditional literal.
+      if (of.kind == WrittenKind::kConstant && object.kind != WrittenKind::kFunction)
+        classes_[of.name].read[0].add(name_span(clause, of));
     }
   }
 }
@@ -208,6 +212,12 @@ bool Relations::is_given(NameId name, std::size_t arity) const {
   return std::ranges::any_of(named->second, [&](const Relation* relation) {
     return relation->key.arity == arity && relation->given[0].count != 0;
   });
+}
+
+std::size_t Relations::times_given(NameId attribute) const {
+  const auto found = attributes_.find(attribute);
+  constexpr auto kSingle = static_cast<std::size_t>(ARROW::kSingle) + 1;
+  return found == attributes_.end() ? 0 : found->second.given[kSingle].count;
 }
 
 bool Relations::may_be_given_by_variable(const RelationKey& key) const {

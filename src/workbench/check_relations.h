@@ -70,6 +70,8 @@ class Relations {
   // The relation of an atom of the program; null when its name or its frame space is a variable.
   const Relation* find(const zarel::WrittenNode& atom, std::size_t arity) const;
   bool is_given(zarel::NameId name, std::size_t arity) const;    // in any frame space
+  // How often an attribute is given with "->".
+  std::size_t times_given(zarel::NameId attribute) const;
   // Whether a head with a variable for a name may give it.
   bool may_be_given_by_variable(const RelationKey& key) const;
 

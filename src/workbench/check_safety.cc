@@ -26,7 +26,8 @@ struct Use {
   bool is_predicate = false;    // stands for its name
 };
 
-// What follows from a variable without a value is looked for anew after so many of them alone.
+// Of a statement with more variables without a value, the others are told without a look at what
+// follows from them, and at what was meant.
 constexpr std::size_t kMostFollowed = 100;
 
 constexpr std::string_view kOfComparison = "of the comparison";
@@ -288,7 +289,8 @@ class Safety {
     message.label = where == kOfComparison ? "a comparison gives no value"
                                            : concat({name, " occurs in no positive literal of the ",
                                                      is_in_aggregate_ ? "aggregate" : "body"});
-    const std::string_view other = meant(use.name);
+    const bool is_followed = reported_.size() <= kMostFollowed;
+    const std::string_view other = is_followed ? meant(use.name) : std::string_view{};
     if (!other.empty()) ((message.help = "did you mean ") += other) += "? otherwise ";
     (message.help += "add a literal that gives ") += name + " a value";
   }

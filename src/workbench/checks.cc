@@ -1,7 +1,5 @@
 #include "workbench/checks.h"
 
-#include <algorithm>
-#include <tuple>
 #include <utility>
 
 #include "workbench/check_constants.h"
@@ -13,15 +11,6 @@
 #include "workbench/check_templates.h"
 
 namespace workbench {
-namespace {
-
-auto key_of(const Message& message) {
-  const zarel::Position& first = message.place.first;
-  return std::make_tuple(first.file, first.line, first.column);
-}
-
-}    // namespace
-
 struct Checks::State : zarel::StatementObserver {
   State(zarel::Program& of, CheckOptions chosen)
       : program(of), options(std::move(chosen)), context(program.run()) {
@@ -85,10 +74,7 @@ void Checks::report(const MessageSink& sink) {
   state_->recursion.report(state_->foreign);
   state_->constants.report(state_->foreign);
   state_->frames.report();
-  std::vector<Message>& messages = state_->context.messages();
-  std::ranges::stable_sort(messages, {}, key_of);
-  for (Message& message : messages) sink(std::move(message));
-  messages.clear();
+  state_->context.hand_over(sink);
 }
 
 }    // namespace workbench

@@ -23,7 +23,7 @@ class Checks {
   Checks(zarel::Program& program, const CheckOptions& options);
   ~Checks();
 
-  // Tells what it found, in the order of the text. For a program without errors, before its
+  // Tells what it found: errors, then warnings, each in the order of the text. For a program without errors, before its
   // templates are expanded.
   void report(const MessageSink& sink);
 
