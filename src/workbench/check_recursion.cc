@@ -4,6 +4,8 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "workbench/fact_circle.h"
+
 namespace workbench {
 namespace {
 
@@ -243,6 +245,22 @@ void Recursion::report_never_firing(const ForeignText& foreign) {
   }
 }
 
+// A rule with one head and one literal of the head's component, and what of their variables is told
+// by others.
+struct Recursion::Round {
+  const WrittenStatement& rule;
+  const WrittenNode& head;
+  const WrittenNode* literal = nullptr;    // that one
+  std::uint32_t own = 0;                   // their relations
+  std::uint32_t other = 0;
+  VariableDepths after = {};                  // in the head
+  VariableDepths before = {};                 // in the literal
+  std::unordered_set<NameId> outside = {};    // in literals from outside
+  std::unordered_set<NameId> stays = {};      // at the same place in both
+
+  bool is_own(NameId name) const { return before.contains(name) && !outside.contains(name); }
+};
+
 // The shortest way from a head to a relation of a body in the same component.
 std::vector<Recursion::Step> Recursion::path(std::uint32_t from, std::uint32_t to) const {
   std::unordered_map<std::uint32_t, Step> came;    // from which relation, by which rule
@@ -263,8 +281,10 @@ std::vector<Recursion::Step> Recursion::path(std::uint32_t from, std::uint32_t t
   return way;
 }
 
-void Recursion::tell_endless(const Growing& growing, const WrittenNode& grown, std::uint32_t from,
-                             std::uint32_t to, bool is_number) {
+void Recursion::tell_endless(const Growing& growing, const WrittenNode& grown, const Round& round,
+                             bool is_number, const Circle* circle) {
+  const std::uint32_t from = round.own;
+  const std::uint32_t to = round.other;
   if (!told_.insert(component_[from]).second) return;
   const std::string name = name_of(from);
   Message& message = context_.tell(
@@ -284,85 +304,148 @@ void Recursion::tell_endless(const Growing& growing, const WrittenNode& grown, s
          name_of(given) + " is made out of " + name_of(step.to) + " here"});
     given = step.to;
   }
+  if (circle != nullptr) {
+    message.notes.push_back(
+        {context_.place(circle->place),
+         "these facts lead from " + circle->on_it + " back to " + circle->on_it});
+  }
   message.help = is_number ? "bound it: by a comparison in the body, or by #maxint"
                            : "let another literal of the body, or a comparison, bound it";
 }
 
-// A head grows over a literal of its own component when a variable that this literal alone gives
-// stands deeper in the head, or is what a result is computed from. It is said only when nothing
-// else can come to an end on the way round: no argument gets shorter, and none is taken on to
-// another value by a literal from outside.
-void Recursion::report_endless(const Growing& growing) {
-  const WrittenStatement& rule = growing.statement;
-  std::vector<const WrittenNode*> recursive;
-  std::unordered_set<NameId> outside;
-  for (const WrittenNode& head : rule.head()) {
-    const auto own = head.kind == WrittenKind::kAtom ? number_of(rule, head) : std::nullopt;
-    if (!own) continue;
-    recursive.clear();
-    outside.clear();
-    for (const WrittenNode& literal : rule.body()) {
-      const auto number =
-          literal.kind == WrittenKind::kAtom ? number_of(rule, literal) : std::nullopt;
-      if (number && component_[*number] == component_[*own]) {
-        recursive.push_back(&literal);
-      } else if (literal.kind != WrittenKind::kComputation || is(literal, BUILTIN::kInt)) {
-        for (const auto& [name, depth] : depths_in(rule, literal)) outside.insert(name);
-      }
-    }
-    if (recursive.size() != 1) continue;    // two may hold each other
-    const VariableDepths after = depths_in(rule, head);
-    const VariableDepths before = depths_in(rule, *recursive.front());
-    const bool gets_shorter =
-        std::ranges::any_of(before, [](const auto& entry) { return entry.second.most > 0; });
-    if (gets_shorter) continue;
-    // What stays in its place in head and literal is no way out.
-    std::unordered_set<NameId> stays;
-    if (rule.children(head).size() == rule.children(*recursive.front()).size()) {
-      auto argument = rule.children(*recursive.front()).begin();
-      for (const WrittenNode& of_head : rule.children(head)) {
-        if (of_head.kind == WrittenKind::kVariable && argument->kind == WrittenKind::kVariable &&
-            of_head.name == argument->name)
-          stays.insert(of_head.name);
-        ++argument;
-      }
-    }
-    const bool is_led = std::ranges::any_of(before, [&](const auto& entry) {
-      return outside.contains(entry.first) && !stays.contains(entry.first);
-    });
-    if (is_led) continue;
-    const auto is_own = [&](NameId name) {
-      return before.contains(name) && !outside.contains(name);
-    };
-    const auto other = *number_of(rule, *recursive.front());
-    for (const auto& argument : rule.children(head)) {
-      if (argument.kind != WrittenKind::kFunction) continue;
-      const bool grows = std::ranges::any_of(depths_in(rule, argument), [&](const auto& entry) {
-        return is_own(entry.first) && !stays.contains(entry.first);
-      });
-      if (grows) return tell_endless(growing, argument, *own, other, false);
-    }
-    if (has_maxint_) continue;
-    for (const WrittenNode& literal : rule.body()) {
-      if (!is_growing_computation(literal) || is(literal, BUILTIN::kSucc)) continue;
-      const WrittenNode* result = nullptr;
-      bool reads_own = false;
-      bool is_neutral = false;    // "+ 0", "* 1" and "* 0" make nothing greater
-      for (const WrittenNode& term : rule.children(literal)) {
-        reads_own = reads_own || (result != nullptr && result->kind == WrittenKind::kVariable &&
-                                  is_own(result->name));
-        is_neutral = is_neutral || (result != nullptr && result->kind == WrittenKind::kInteger &&
-                                    result->value <= (is(literal, BUILTIN::kTimes) ? 1U : 0U));
-        result = &term;
-      }
-      const bool is_given = result->kind == WrittenKind::kVariable &&
-                            after.contains(result->name) && !outside.contains(result->name) &&
-                            !before.contains(result->name);
-      if (reads_own && is_given && !is_neutral) {
-        return tell_endless(growing, literal, *own, other, true);
-      }
+// Nothing when the rule has no such literal, or two, which may hold each other.
+std::optional<Recursion::Round> Recursion::round_of(const WrittenStatement& rule) const {
+  Round round{rule, rule.head().front()};
+  const auto own = number_of(rule, round.head);
+  if (!own) return std::nullopt;
+  round.own = *own;
+  for (const WrittenNode& literal : rule.body()) {
+    const auto number =
+        literal.kind == WrittenKind::kAtom ? number_of(rule, literal) : std::nullopt;
+    if (number && component_[*number] == component_[*own]) {
+      if (round.literal != nullptr) return std::nullopt;
+      round.literal = &literal;
+      round.other = *number;
+    } else if (literal.kind != WrittenKind::kComputation || is(literal, BUILTIN::kInt)) {
+      for (const auto& [name, depth] : depths_in(rule, literal)) round.outside.insert(name);
     }
   }
+  if (round.literal == nullptr) return std::nullopt;
+  round.after = depths_in(rule, round.head);
+  round.before = depths_in(rule, *round.literal);
+  const auto arguments = rule.children(*round.literal);
+  auto argument = arguments.begin();
+  for (const WrittenNode& of_head : rule.children(round.head)) {
+    if (argument == arguments.end()) break;
+    if (of_head.kind == WrittenKind::kVariable && argument->kind == WrittenKind::kVariable &&
+        of_head.name == argument->name)
+      round.stays.insert(of_head.name);
+    ++argument;
+  }
+  return round;
+}
+
+// An argument of the head that holds a variable of the literal in a function term; null without one.
+const WrittenNode* Recursion::longer_term(const Round& round) {
+  for (const WrittenNode& argument : round.rule.children(round.head)) {
+    if (argument.kind != WrittenKind::kFunction) continue;
+    const VariableDepths inside = depths_in(round.rule, argument);
+    if (std::ranges::any_of(inside, [&](const auto& entry) {
+          return round.is_own(entry.first) && !round.stays.contains(entry.first);
+        }))
+      return &argument;
+  }
+  return nullptr;
+}
+
+// A sum or product of a variable of the literal, whose result the head takes; null without one.
+const WrittenNode* Recursion::greater_number(const Round& round) {
+  for (const WrittenNode& literal : round.rule.body()) {
+    if (!is_growing_computation(literal) || is(literal, BUILTIN::kSucc)) continue;
+    const WrittenNode* result = nullptr;
+    bool reads_own = false;
+    bool is_neutral = false;    // "+ 0", "* 1" and "* 0" make nothing greater
+    for (const WrittenNode& term : round.rule.children(literal)) {
+      if (result != nullptr && result->kind == WrittenKind::kVariable) {
+        reads_own = reads_own || round.is_own(result->name);
+      } else if (result != nullptr && result->kind == WrittenKind::kInteger) {
+        is_neutral = is_neutral || result->value <= (is(literal, BUILTIN::kTimes) ? 1U : 0U);
+      }
+      result = &term;
+    }
+    const bool is_taken =
+        result->kind == WrittenKind::kVariable && round.after.contains(result->name) &&
+        !round.outside.contains(result->name) && !round.before.contains(result->name);
+    if (reads_own && is_taken && !is_neutral) return &literal;
+  }
+  return nullptr;
+}
+
+// It is said only when nothing else can come to an end on the way round: no argument gets shorter,
+// and none is led on to another value by a literal from outside, unless that goes in circles.
+void Recursion::report_endless(const Growing& growing) {
+  const std::optional<Round> round = round_of(growing.statement);
+  if (!round) return;
+  const bool gets_shorter =
+      std::ranges::any_of(round->before, [](const auto& entry) { return entry.second.most > 0; });
+  if (gets_shorter) return;
+  const bool is_led = std::ranges::any_of(round->before, [&](const auto& entry) {
+    return round->outside.contains(entry.first) && !round->stays.contains(entry.first);
+  });
+  const WrittenNode* const term = is_led ? nullptr : longer_term(*round);
+  const WrittenNode* const number = has_maxint_ ? nullptr : greater_number(*round);
+  if (term != nullptr) return tell_endless(growing, *term, *round, false);
+  if (number == nullptr) return;
+  if (!is_led) return tell_endless(growing, *number, *round, true);
+  if (const auto circle = circle_of(*round)) {
+    tell_endless(growing, *number, *round, true, &*circle);
+  }
+}
+
+// The facts that lead the literal's argument on to the head's, when these are all that differ, and
+// the facts lead back to where they began.
+std::optional<Recursion::Circle> Recursion::circle_of(const Round& round) {
+  const auto arguments = round.rule.children(*round.literal);
+  auto argument = arguments.begin();
+  std::optional<std::pair<NameId, NameId>> led;
+  for (const WrittenNode& of_head : round.rule.children(round.head)) {
+    if (argument == arguments.end() || of_head.kind != WrittenKind::kVariable ||
+        argument->kind != WrittenKind::kVariable)
+      return std::nullopt;
+    if (of_head.name != argument->name && round.outside.contains(of_head.name)) {
+      if (led) return std::nullopt;
+      led = {argument->name, of_head.name};
+    }
+    ++argument;
+  }
+  if (!led) return std::nullopt;
+  const WrittenNode* leading = nullptr;
+  for (const WrittenNode& literal : round.rule.body()) {
+    if (&literal == round.literal || literal.kind == WrittenKind::kComputation) continue;
+    const VariableDepths inside = depths_in(round.rule, literal);
+    if (!inside.contains(led->first) && !inside.contains(led->second)) continue;
+    if (leading != nullptr || literal.kind != WrittenKind::kAtom) return std::nullopt;
+    leading = &literal;
+  }
+  if (leading == nullptr || leading->is_strongly_negated) return std::nullopt;
+  std::size_t from = 0;
+  std::size_t to = 0;
+  std::size_t position = 0;
+  for (const WrittenNode& term : round.rule.children(*leading)) {
+    ++position;
+    if (term.kind == WrittenKind::kAnonymous) continue;
+    if (term.kind != WrittenKind::kVariable || round.stays.contains(term.name)) return std::nullopt;
+    if (term.name == led->first) from = position;
+    if (term.name == led->second) to = position;
+  }
+  const Relation* const relation = relations_.find(*leading, position);
+  if (from == 0 || to == 0 || relation == nullptr || circles_ == 0) return std::nullopt;
+  if (relation->facts[0] != relation->given[0].count) return std::nullopt;
+  --circles_;
+  const auto on_circle = circle_in_facts(
+      context_.run(), {relation->key.name, relation->key.space, position, from, to});
+  if (!on_circle) return std::nullopt;
+  return Circle{{round.rule.span.file, leading->name_place}, *on_circle};
 }
 
 void Recursion::report(const ForeignText& foreign) {

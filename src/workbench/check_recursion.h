@@ -3,6 +3,8 @@
 // come to an end.
 
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <unordered_set>
 #include <vector>
 
@@ -44,9 +46,18 @@ class Recursion {
   void find_components();
   std::vector<char> fireable(const ForeignText& foreign) const;
   void report_never_firing(const ForeignText& foreign);
+  struct Round;
+  struct Circle {               // of facts
+    zarel::SourceSpan place;    // where they are read
+    std::string on_it;
+  };
+  std::optional<Round> round_of(const zarel::WrittenStatement& rule) const;
+  static const zarel::WrittenNode* longer_term(const Round& round);
+  static const zarel::WrittenNode* greater_number(const Round& round);
+  std::optional<Circle> circle_of(const Round& round);
   void report_endless(const Growing& growing);
-  void tell_endless(const Growing& growing, const zarel::WrittenNode& grown, std::uint32_t from,
-                    std::uint32_t to, bool is_number);
+  void tell_endless(const Growing& growing, const zarel::WrittenNode& grown, const Round& round,
+                    bool is_number, const Circle* circle = nullptr);
   std::vector<Step> path(std::uint32_t from, std::uint32_t to) const;
 
   CheckContext& context_;
@@ -56,6 +67,7 @@ class Recursion {
   std::vector<Growing> growing_;
   std::vector<std::vector<Step>> steps_;      // by head
   std::vector<std::uint32_t> component_;      // by relation
+  int circles_ = 10;                          // that may still be looked for in facts
   std::unordered_set<std::uint32_t> told_;    // of those, as endless
 };
 
