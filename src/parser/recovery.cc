@@ -27,7 +27,7 @@ bool always_begins_statement(int token) {
 
 bool may_begin_statement(int token) {
   constexpr std::array kKinds =
-      std::to_array<int>({ID, VARIABLE, HASH_ID, MAXINT, MINUS, AT, IMPLIES, NOT, FLAT_FACT});
+      std::to_array<int>({ID, VARIABLE, HASH_ID, MAXINT, MINUS, AT, IMPLIES, FLAT_FACT});
   return always_begins_statement(token) || is_one_of(token, kKinds);
 }
 
@@ -61,7 +61,7 @@ class Recovery {
 
   void skip(bool is_in_template) {
     if (has_lost_its_quotes()) {
-      while (next_.token != YYEOF) read();
+      skip_all();
     } else if (is_in_template || scanner_.is_template(statement_)) {
       skip_template();
     } else {
@@ -83,13 +83,17 @@ class Recovery {
            next_.place.first_column <= statement_.first_column;
   }
 
-  // A string over several lines in front of the refused token: its quote was to close another one,
-  // and everything behind is turned inside out.
+  // A string over several lines in the faulty statement: its quote was to close another one, and
+  // everything behind is turned inside out.
   bool has_lost_its_quotes() const {
     const SourceRange& string = scanner_.long_string();
-    return string.first_line >= statement_.first_line &&
-           string.last_line == next_.place.first_line &&
-           string.last_column < next_.place.first_column;
+    return string.first_line > statement_.first_line ||
+           (string.first_line == statement_.first_line &&
+            string.first_column >= statement_.first_column);
+  }
+
+  void skip_all() {
+    while (next_.token != YYEOF) read();
   }
 
   void skip_statement() {
@@ -102,6 +106,7 @@ class Recovery {
       const int passed = next_.token;
       const SourceRange place = next_.place;
       read();
+      if (has_lost_its_quotes()) return skip_all();
       // A full stop that is refused may stand in the middle of what was meant as a word.
       const bool is_in_word = is_first && is_behind(place, next_.place) && next_.token == ID;
       if (passed == DOT && !is_in_word && !goes_on_behind_dot(place)) return;

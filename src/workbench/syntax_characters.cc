@@ -287,24 +287,32 @@ std::string code_point(char32_t code) {
   return text.data();
 }
 
-Message plain(const Line& line, const Character& character) {
-  std::size_t end = line.offset();
-  while (line.text().substr(end).starts_with(character.text)) end += character.text.size();
-  Message message{"unknown-character", line.between(line.offset(), end), {}};
+// What is said of a character of which nothing else is known.
+std::string nowhere(const Character& character) {
   if (!character.code) {
     std::array<char, 16> byte{};
     std::snprintf(byte.data(), byte.size(), "0x%02X",
                   static_cast<unsigned>(static_cast<unsigned char>(character.text[0])));
-    message.text = filled("the byte {} is no character of UTF-8", {byte.data()});
+    return filled("the byte {} is no character of UTF-8", {byte.data()});
+  }
+  constexpr char32_t kFirstVisible = 0x21;
+  constexpr char32_t kDelete = 0x7F;
+  const std::string code = code_point(*character.code);
+  if (*character.code < kFirstVisible || *character.code == kDelete) {
+    return filled("the character {} belongs nowhere", {code});
+  }
+  return filled("the character {} ({}) belongs nowhere", {character.text, code});
+}
+
+Message plain(const Line& line, const Character& character) {
+  std::size_t end = line.offset();
+  while (line.text().substr(end).starts_with(character.text)) end += character.text.size();
+  Message message{"unknown-character", line.between(line.offset(), end), nowhere(character)};
+  if (!character.code) {
     message.help = "save the file as UTF-8";
     return message;
   }
-  constexpr char32_t kFirstVisible = 0x21;
   const std::string code = code_point(*character.code);
-  const bool is_visible = *character.code >= kFirstVisible && *character.code != 0x7F;
-  message.text = is_visible
-                     ? filled("the character {} ({}) belongs nowhere", {character.text, code})
-                     : filled("the character {} belongs nowhere", {code});
   for (const Meant& meant : kMeant) {
     if (!is_in(meant.characters, character.text)) continue;
     if (meant.meant.empty() || meant.meant == " ") {
@@ -340,8 +348,9 @@ CharacterAnswer unknown_character(const zarel::Place& place, std::string_view by
                                   SourceTexts& texts, std::string_view told_in_line) {
   const Line line(place, texts);
   if (byte.empty() || !line.is_known(byte)) {    // the file cannot be read again
-    Message message{"unknown-character", place, "this character belongs nowhere"};
-    return {std::move(message), place.first};
+    const Character character = character_at(byte, 0);
+    if (character.text == told_in_line) return {std::nullopt, place.first, byte};
+    return {Message{"unknown-character", place, nowhere(character)}, place.first, byte};
   }
   const Character character = character_at(line.text(), line.offset());
   zarel::Position last = place.first;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cctype>
 
 #include "base/characters.h"
 #include "workbench/findings.h"
@@ -124,6 +125,50 @@ std::optional<BlockComment> block_comment(std::string_view text, std::size_t sta
   return BlockComment{before.substr(begin), behind.substr(0, end + 2)};
 }
 
+bool is_plain_name(std::string_view text) {
+  return !text.empty() && zarel::is_lower_case(text[0]) &&
+         std::all_of(text.begin(), text.end(), zarel::is_in_word);
+}
+
+// Says it of the very name or number that stands there.
+void name_what_is_there(Message& message, const zarel::Diagnostic& finding, SourceTexts& texts) {
+  const Statement line(finding.place, texts);
+  const std::string_view found = line.found().text;
+  if (line.found().place.first != finding.place.first || found.empty()) return;
+  const zarel::Place& place = line.found().place;
+  switch (finding.code) {
+    case kUnderscoreIdentifier: {
+      std::string name(found.substr(std::min(found.find_first_not_of('_'), found.size() - 1)));
+      name[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(name[0])));
+      message.help =
+          filled("write {} for a variable, or _ alone where its value does not matter", {name});
+      return;
+    }
+    case kLongNumber:
+      message.fixes = {replaced(place, filled("\"{}\"", {found}))};
+      return;
+    case kUnknownPrefix:
+      message.text = filled("the prefix {} is declared nowhere above", {found});
+      message.help =
+          filled("write #namespace({}, \"http://...\") in front of its first use", {found});
+      return;
+    case kMaxintExceeded:
+      message.text = filled("{} is larger than #maxint", {found});
+      message.help = filled("write #maxint = {}. or more", {found});
+      return;
+    case kQuotedFunctor:
+    case kQuotedFrameSpace:
+    case kQuotedTemplateName: {
+      const std::string_view inside =
+          found.substr(1, found.size() - std::min<std::size_t>(found.size(), 2));
+      if (is_plain_name(inside)) message.fixes = {replaced(place, inside)};
+      return;
+    }
+    default:
+      return;
+  }
+}
+
 }    // namespace
 
 bool SyntaxMessages::is_about(zarel::Code code) {
@@ -151,6 +196,7 @@ std::optional<Message> SyntaxMessages::message(const zarel::Diagnostic& finding)
   Message message{zarel::kind_of(finding.code).name, finding.place, std::string(words.text)};
   message.notes = finding.notes;
   message.help = words.help;
+  name_what_is_there(message, finding, texts_);
   return message;
 }
 

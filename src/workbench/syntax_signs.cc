@@ -27,6 +27,18 @@ Found unclosed_string(const Statement& s) {
                  "put a quote where the string ends"};
 }
 
+// "a \"b\" c" has its end at the first quote inside.
+Found escaped_quote(const Statement& s) {
+  const Token& string = s.before();
+  if (string.kind != TokenKind::kQuoted || !string.text.ends_with("\\\"")) return std::nullopt;
+  return Message{"escaped-quote",
+                 string.place,
+                 "the string ends here: a quoted constant has no \" inside",
+                 "",
+                 {},
+                 "write ' inside, or leave it out"};
+}
+
 // ":=", and arrows of other kinds where a rule has its ":-".
 Found rule_arrow(const Statement& s) {
   const std::string_view sign = s.found().text;
@@ -303,9 +315,9 @@ Found disjunction_name(const Statement& s) {
 }
 
 constexpr Recogniser kRecognisers[] = {
-    unclosed_string, rule_arrow,       comparison_slip,  negated_comparison, comparison_chain,
-    backward_arrow,  conjunction_sign, alternative,      exclamation,        double_negation,
-    capital_not,     is_operator,      disjunction_name,
+    escaped_quote,    unclosed_string, rule_arrow,       comparison_slip,  negated_comparison,
+    comparison_chain, backward_arrow,  conjunction_sign, alternative,      exclamation,
+    double_negation,  capital_not,     is_operator,      disjunction_name,
 };
 
 }    // namespace

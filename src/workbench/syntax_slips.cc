@@ -120,14 +120,6 @@ Found leading_comma(const Statement& s) {
                  {replaced(s.found().place, "")}};
 }
 
-// The rest of the statement has a neck of its own: the beginning of another rule.
-bool begins_rule(const Statement& s) {
-  for (std::size_t i = s.at(); i < s.size() && s.text(i) != "."; ++i) {
-    if (is_neck(s.text(i))) return true;
-  }
-  return false;
-}
-
 bool can_end(const Statement& s) {
   return s.expects(zarel::kFullStop) || s.expects(zarel::kQuestionMark);
 }
@@ -158,9 +150,40 @@ Message missing_full_stop(const Statement& s) {
   return message;
 }
 
+Message comma_behind(const Statement& s) {
+  return {"missing-comma",
+          behind(s.before()),
+          "a comma is missing",
+          "",
+          {},
+          filled("write , behind {}", {literal_before(s)}),
+          {put_behind(s.before(), ",")}};
+}
+
+// The rest of the statement has a neck of its own: the beginning of another rule.
+bool begins_rule(const Statement& s) {
+  for (std::size_t i = s.at(); i < s.size() && s.text(i) != "."; ++i) {
+    if (is_neck(s.text(i))) return true;
+  }
+  return false;
+}
+
+// A body whose literals stand at the margin, as statements do: the next line is one more of them,
+// unless it has a neck.
+bool goes_on_at_margin(const Statement& s) {
+  if (!s.is_in_body() || !begins_term(s.found()) || begins_rule(s)) return false;
+  const zarel::Position& begin = s.token(0).place.first;
+  for (std::size_t i = s.neck() + 1; i < s.at(); ++i) {
+    const zarel::Position& place = s.token(i).place.first;
+    if (place.line > s.token(i - 1).place.last.line && place.column <= begin.column) return true;
+  }
+  return false;
+}
+
 // Told before anything else: what follows is a statement of its own.
 Found lacking_full_stop(const Statement& s) {
   if (!s.lacks_full_stop() || s.at() == 0 || !s.open().empty()) return std::nullopt;
+  if (goes_on_at_margin(s)) return comma_behind(s);
   return missing_full_stop(s);
 }
 
@@ -184,13 +207,7 @@ Found missing_comma(const Statement& s) {
   if (!begins_term(s.found()) && !is_literal && !(text == "-" && s.open().empty())) {
     return std::nullopt;
   }
-  return Message{"missing-comma",
-                 behind(s.before()),
-                 "a comma is missing",
-                 "",
-                 {},
-                 filled("write , behind {}", {literal_before(s)}),
-                 {put_behind(s.before(), ",")}};
+  return comma_behind(s);
 }
 
 constexpr Recogniser kFirst[] = {lacking_full_stop};

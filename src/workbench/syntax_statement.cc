@@ -9,6 +9,7 @@ namespace workbench {
 namespace {
 
 constexpr std::size_t kMostBehind = 200;         // tokens that are looked at behind a refused one
+constexpr std::size_t kFewBehind = 20;           // where they are another statement
 constexpr std::size_t kLongestBehind = 4'096;    // bytes of them
 constexpr std::size_t kLongestLine = 400;        // bytes in front of an unknown character
 
@@ -161,9 +162,8 @@ void Statement::read(TokenReader reader, const zarel::Position& refused) {
   }
   at_ = tokens_.size();
   const std::size_t most = reader.offset() + kLongestBehind;
-  const std::size_t most_tokens = at_ + (lacks_full_stop_ ? 1 : kMostBehind);
-  while (token.kind != TokenKind::kEnd && tokens_.size() < most_tokens &&
-         reader.offset() < most) {
+  const std::size_t most_tokens = at_ + (lacks_full_stop_ ? kFewBehind : kMostBehind);
+  while (token.kind != TokenKind::kEnd && tokens_.size() < most_tokens && reader.offset() < most) {
     tokens_.push_back(token);
     const std::size_t last = tokens_.size() - 1;
     token = reader.next();

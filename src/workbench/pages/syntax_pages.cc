@@ -86,6 +86,12 @@ constexpr Page kPages[] = {
                 "so reading stops there. There is no way to write a double quote inside.\n",
      .wrong = "town(\"St. Ives).\n",
      .mended = "town(\"St. Ives\").\n"},
+    {.code = "escaped-quote",
+     .title = "a double quote inside a quoted constant",
+     .meaning = "A text in double quotes ends at the next double quote. There is no escape,\n"
+                "so no double quote stands inside; a single one may.\n",
+     .wrong = "title(\"the \\\"book\\\"\").\n",
+     .mended = "title(\"the 'book'\").\n"},
     {.code = "unclosed-verbatim",
      .title = "an ASITIS section is not closed",
      .meaning = "What stands between ASITIS %* and *% is copied to the solver's input. The\n"
