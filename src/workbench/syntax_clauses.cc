@@ -200,6 +200,19 @@ Found second_neck(const Statement& s) {
       !ends_term(s.before())) {
     return std::nullopt;
   }
+  const std::size_t head = s.literal();
+  const Token& comma = s.token(head - 1);
+  const zarel::Position& begin = s.token(head).place.first;
+  if (comma.text == "," && begin.line > comma.place.last.line &&
+      begin.column <= s.token(0).place.first.column) {
+    return Message{"trailing-comma",
+                   comma.place,
+                   "the rule goes on behind this comma",
+                   "",
+                   {{s.token(head).place, "another rule begins here"}},
+                   "write a full stop instead",
+                   {replaced(comma.place, ".")}};
+  }
   return Message{"second-rule-sign",
                  s.found().place,
                  filled("this rule has a second {}", {s.found().text}),
@@ -229,8 +242,12 @@ Found weight_form(const Statement& s) {
       "weight and level are numbers from 0 or variables of the body; "
       "[2:] and [:1] leave one out";
   if (sign == "@") {
-    message.help = "write a colon instead";
-    message.fixes = {replaced(s.found().place, ":")};
+    std::size_t end = s.at() + 1;
+    while (end < s.size() && s.text(end) != "]") ++end;
+    message.help = filled("write [{}:{}]", {s.before().text, s.behind().text});
+    message.fixes = {replaced(joined(s.found().place, s.token(end - 1).place),
+                              filled(":{}", {s.behind().text}))};
+    if (end != s.at() + 2) message.help += "; each instance of the body counts, without terms";
   } else if (sign == "]" && s.at() == bracket + 2) {
     message.help = "write a colon behind the weight";
     message.fixes = {put_behind(s.before(), ":")};

@@ -50,7 +50,7 @@ Message unclosed(const Statement& s, const Bracket& bracket, const Token& openin
       bracket.code,
       opening.place,
       filled("this {} is not closed", {bracket.name}),
-      "",
+      "opened here",
       {{s.found().place, filled("a {} is missing in front of this", {bracket.closing})}}};
   message.help = filled("write {} where it ends", {bracket.closing});
   return message;
@@ -97,6 +97,15 @@ Found trailing_comma(const Statement& s) {
   if (s.before().text != ",") return std::nullopt;
   const bool is_end = ends_statement(s.found()) || closed_by(s.found().text) != nullptr;
   if (!is_end) return std::nullopt;
+  if (s.found().kind == TokenKind::kEnd && s.open().empty()) {
+    return Message{"trailing-comma",
+                   s.before().place,
+                   "nothing follows this comma",
+                   "",
+                   {},
+                   "write a full stop instead, or what is to follow",
+                   {replaced(s.before().place, ".")}};
+  }
   return Message{"trailing-comma",
                  s.before().place,
                  "nothing follows this comma",
@@ -202,6 +211,7 @@ Found full_stop(const Statement& s) {
 Found missing_comma(const Statement& s) {
   if (!s.expects("a comma") || !ends_term(s.before())) return std::nullopt;
   const std::string_view text = s.found().text;
+  if (text == "in") return std::nullopt;    // of another language: no name
   const bool is_literal = s.open().empty() && (text == "not" || text == "non" || text == "#int" ||
                                                text == "#succ" || is_aggregate(text));
   if (!begins_term(s.found()) && !is_literal && !(text == "-" && s.open().empty())) {

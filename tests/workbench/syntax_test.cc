@@ -61,6 +61,35 @@ TEST(Syntax, pages_have_examples_that_give_their_code_and_no_other) {
   }
 }
 
+std::size_t offset_of(std::string_view text, const zarel::Position& position) {
+  std::size_t offset = 0;
+  for (std::uint32_t line = 1; line < position.line; ++line) offset = text.find('\n', offset) + 1;
+  return offset + position.column - 1;
+}
+
+std::string mended(std::string text) {
+  std::vector<Message> messages = told_of(text).messages;
+  std::reverse(messages.begin(), messages.end());
+  for (const Message& message : messages) {
+    for (const Fix& fix : message.fixes) {
+      const std::size_t first = offset_of(text, fix.place.first);
+      const std::size_t end = offset_of(text, fix.place.last) + 1;
+      if (fix.kind == Fix::Kind::kReplace) text.erase(first, end - first);
+      text.insert(fix.kind == Fix::Kind::kInsertBehind ? end : first, fix.text);
+    }
+  }
+  return text;
+}
+
+TEST(Syntax, fixes_mend_the_examples) {
+  for (const auto pages : {syntax_pages(), foreign_pages()}) {
+    for (const Page& page : pages) {
+      const std::string text = mended(std::string(page.wrong));
+      EXPECT_TRUE(text == page.wrong || codes_of(text).empty()) << page.code << "\n" << text;
+    }
+  }
+}
+
 // Each message has a page, and points into the text; what was refused has a message.
 void expect_told(const std::string& text) {
   const Told told = told_of(text);
