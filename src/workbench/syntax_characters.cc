@@ -70,8 +70,9 @@ constexpr Meant kMeant[] = {
 constexpr std::string_view kQuotes =
     "\u201C\u201D\u201E\u201F\u00AB\u00BB\u2018\u2019\u201A\u201B`\u00B4";
 
-bool is_in(std::string_view characters, std::string_view text) {
-  return characters.find(text) != std::string_view::npos;
+// A byte that is no character is in no list of them.
+bool is_in(std::string_view characters, const Character& character) {
+  return character.code && characters.find(character.text) != std::string_view::npos;
 }
 
 // Letters of all scripts, roughly: what is no sign, no blank and no picture.
@@ -152,10 +153,10 @@ Message quoted(const Line& line, const Character& character) {
   const std::size_t begin = line.offset() + character.text.size();
   const std::size_t end = line.line_end(kLongestQuoted);
   std::size_t closing = begin;
-  std::string_view other;
-  for (; closing < end; closing += other.size()) {
-    other = character_at(line.text(), closing).text;
-    if (is_plain ? other == "'" : is_in(kQuotes, other) || other == "\"") break;
+  Character other;
+  for (; closing < end; closing += other.text.size()) {
+    other = character_at(line.text(), closing);
+    if (is_plain ? other.text == "'" : is_in(kQuotes, other) || other.text == "\"") break;
   }
   Message message{is_plain ? "single-quotes" : "typographic-quotes",
                   line.between(line.offset(), begin),
@@ -163,7 +164,7 @@ Message quoted(const Line& line, const Character& character) {
   message.help = "write \"...\"";
   if (closing < end) {
     const std::string_view inside = line.text().substr(begin, closing - begin);
-    message.place = line.between(line.offset(), closing + other.size());
+    message.place = line.between(line.offset(), closing + other.text.size());
     message.help = filled("write \"{}\"", {inside});
     if (inside.find('"') == std::string_view::npos) {
       message.fixes = {replaced(message.place, filled("\"{}\"", {inside}))};
@@ -314,7 +315,7 @@ Message plain(const Line& line, const Character& character) {
   }
   const std::string code = code_point(*character.code);
   for (const Meant& meant : kMeant) {
-    if (!is_in(meant.characters, character.text)) continue;
+    if (!is_in(meant.characters, character)) continue;
     if (meant.meant.empty() || meant.meant == " ") {
       message.text = filled("the character {} belongs nowhere", {code});
     }
@@ -325,7 +326,7 @@ Message plain(const Line& line, const Character& character) {
 }
 
 Message answer(const Line& line, const Character& character) {
-  const bool is_quote = character.text == "'" || is_in(kQuotes, character.text);
+  const bool is_quote = character.text == "'" || is_in(kQuotes, character);
   if (is_quote) {
     const bool is_behind_name = zarel::is_in_word(line.before());
     return is_behind_name ? quote_in_name(line, character) : quoted(line, character);

@@ -95,7 +95,9 @@ Message refused_by_action(const zarel::Diagnostic& finding, const Statement& sta
   Message message{zarel::kind_of(finding.code).name, finding.place, {}};
   if (statement.found().text == "@" || statement.before().text == "@") {
     message.text = "an atom in a template has no frame space";
-    message.help = "write @space. in front of the definition: it counts for all of its atoms";
+    message.help =
+        "leave it out: what is read is of the space where the template is invoked, and "
+        "global predicates of the one where it is defined";
   } else {
     message.text = "a query has no template invocation";
     message.help = "write a rule whose body has it, and ask for the head of that rule";

@@ -215,7 +215,7 @@ constexpr Page kPages[] = {
      .meaning = "The weights of weak constraints go up to 4294967.\n",
      .wrong = ":~ late. [5000000:1]\n"
               "late.\n",
-     .mended = ":~ late. [4000000:1]\n"
+     .mended = ":~ late. [500000:1]\n"
                "late.\n"},
     {.code = "weight-precision",
      .severity = Severity::kWarning,
