@@ -130,7 +130,7 @@ TEST(Pages, ShowPiecesOfTheProgramThatIsBuilt) {
 TEST(Readme, ShowsLinesOfTheExamplesThatItRuns) {
   const std::vector<Block> blocks = blocks_of(kProject / "README.md");
   for (std::size_t i = 1; i < blocks.size(); ++i) {
-    if (!blocks[i].is_terminal()) continue;
+    if (!blocks[i].is_terminal() || !blocks[i - 1].file.empty()) continue;
     const std::string command = commands_of(blocks[i]).front();
     const std::string example =
         text_of(kProject / "examples" / command.substr(command.rfind(' ') + 1));
