@@ -92,7 +92,13 @@ class Recovery {
             string.first_column >= statement_.first_column);
   }
 
+  bool begins_with(const SourceRange& token) const {
+    return statement_.first_line == token.first_line &&
+           statement_.first_column == token.first_column;
+  }
+
   void skip_all() {
+    scanner_.be_silent();
     while (next_.token != YYEOF) read();
   }
 
@@ -107,12 +113,17 @@ class Recovery {
       const SourceRange place = next_.place;
       read();
       if (has_lost_its_quotes()) return skip_all();
-      // A full stop that is refused may stand in the middle of what was meant as a word.
-      const bool is_in_word = is_first && is_behind(place, next_.place) && next_.token == ID;
-      if (passed == DOT && !is_in_word && !goes_on_behind_dot(place)) return;
+      if (passed == DOT && !(is_first && is_slip(place)) && !goes_on_behind_dot(place)) return;
       if (passed == QUERY_MARK && !(next_.token == MINUS && is_behind(place, next_.place))) return;
       may_end = !asks_for_more(passed);
     }
+  }
+
+  // A full stop that is refused in the middle of a statement was to be something else, or is too
+  // many; and one may stand in what was meant as a word.
+  bool is_slip(const SourceRange& dot) const {
+    const bool is_inside = !begins_with(dot) && next_.place.first_line == dot.last_line;
+    return is_inside || (next_.token == ID && is_behind(dot, next_.place));
   }
 
   // The full stop may be half of a range, or stand in a number; and costs stand behind one.

@@ -40,10 +40,14 @@ Place ScannerActions::place_of_next(std::string_view text) const {
   return place_of(SourceSpan{file_, range_of_text(line_, column_, text)});
 }
 
+void ScannerActions::tell(Diagnostic finding) const {
+  if (!is_silent_) report(std::move(finding));
+}
+
 NameId ScannerActions::identifier(std::string_view spelling) {
   if (spelling.size() > kLongestIdentifier) {
-    report({Code::kLongIdentifier, place_of_next(spelling),
-            "identifier too long, truncated to 1001 characters"});
+    tell({Code::kLongIdentifier, place_of_next(spelling),
+          "identifier too long, truncated to 1001 characters"});
     spelling = spelling.substr(0, kLongestIdentifier);
   }
   return names().intern(spelling);
@@ -52,7 +56,7 @@ NameId ScannerActions::identifier(std::string_view spelling) {
 std::optional<Number> ScannerActions::number(std::string_view digits) {
   if (digits.size() > kLongestNumber) {
     std::string text = "numeric constant ";
-    report({Code::kLongNumber, place_of_next(digits), text.append(digits).append(" is too long")});
+    tell({Code::kLongNumber, place_of_next(digits), text.append(digits).append(" is too long")});
     return std::nullopt;
   }
   std::uint32_t value = 0;
@@ -61,15 +65,15 @@ std::optional<Number> ScannerActions::number(std::string_view digits) {
 }
 
 void ScannerActions::underscore_identifier(std::string_view spelling) {
-  report({Code::kUnderscoreIdentifier, place_of_next(spelling),
-          "identifier starts with an underscore"});
+  tell({Code::kUnderscoreIdentifier, place_of_next(spelling),
+        "identifier starts with an underscore"});
 }
 
 void ScannerActions::unknown_character(char character) {
   const std::string_view text(&character, 1);
   const SourceLocation place = here();
   pass_line(text);
-  report({Code::kUnknownCharacter, place_of(place), std::string(text)});
+  tell({Code::kUnknownCharacter, place_of(place), std::string(text)});
 }
 
 void ScannerActions::open_verbatim(std::string_view mark) {
@@ -99,7 +103,7 @@ void ScannerActions::close_verbatim() {
 }
 
 void ScannerActions::unclosed_verbatim() {
-  report({Code::kUnclosedVerbatim, place_of(verbatim_mark_), "EOF in ASITIS"});
+  tell({Code::kUnclosedVerbatim, place_of(verbatim_mark_), "EOF in ASITIS"});
   close_verbatim();
 }
 

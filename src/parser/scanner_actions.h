@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/diagnostic.h"
 #include "base/file_table.h"
 #include "base/line_map.h"
 #include "base/place.h"
@@ -73,6 +74,7 @@ class ScannerActions {
     if (string.first_line != string.last_line) long_string_ = string;
   }
   const SourceRange& long_string() const { return long_string_; }
+  void be_silent() { is_silent_ = true; }    // what is left is only passed over
 
   void underscore_identifier(std::string_view spelling);    // reports and counts
   void unknown_character(char character);                   // reports it, and passes over it
@@ -89,6 +91,7 @@ class ScannerActions {
   void unclosed_verbatim();    // the file ends in the section
 
  private:
+  void tell(Diagnostic finding) const;
   static bool begins_at(const SourceRange& range, const SourceLocation& place) {
     return place.line == range.first_line && place.column == range.first_column;
   }
@@ -109,6 +112,7 @@ class ScannerActions {
   SourceLocation maxint_;
   SourceRange long_string_{};
   int brace_depth_ = 0;
+  bool is_silent_ = false;
   bool has_open_string_ = false;
   bool is_at_statement_ = true;
   bool has_mistake_ = false;

@@ -2,6 +2,7 @@
 // findings.h - what the library finds, in the words of `zrl`.
 
 #include <optional>
+#include <set>
 #include <string>
 
 #include "base/diagnostic.h"
@@ -31,9 +32,11 @@ class SyntaxMessages {
   SourceTexts& texts_;
   zarel::Position told_;              // what the scanner refused last, and was told: its end
   std::string character_;             // the unknown one that was met last
+  zarel::Position refused_;           // the token that the grammar refused last
   zarel::Position passed_;            // up to here unknown characters are no matter any more
   zarel::Position comment_;           // the end of a comment of another language
-  bool has_faulty_bound_ = false;     // "#maxint" was refused, or had no value
+  bool has_faulty_bound_ = false;     // "#maxint" was refused, or told of
+  std::set<std::string> prefixes_;    // the findings of unknown ones
   bool has_faulty_prefix_ = false;    // a "#namespace" was
 };
 

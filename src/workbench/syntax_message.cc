@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <utility>
 
 #include "base/characters.h"
 #include "workbench/findings.h"
@@ -66,6 +67,10 @@ bool is_behind(const zarel::Position& first, const zarel::Position& second) {
   return first.column < second.column;
 }
 
+bool is_in_line(const zarel::Position& position, const zarel::Position& other) {
+  return position.file == other.file && position.line == other.line;
+}
+
 // "a, b or c"
 std::string listed(const std::vector<std::string_view>& words) {
   std::string text;
@@ -103,6 +108,15 @@ Message refused_by_action(const zarel::Diagnostic& finding, const Statement& sta
     message.help = "write a rule whose body has it, and ask for the head of that rule";
   }
   return message;
+}
+
+// Whether it was to be a directive that is not known now.
+bool may_declare_prefix(const Statement& statement) {
+  for (std::size_t i = 0; i <= statement.at(); ++i) {
+    const Token& token = statement.token(i);
+    if (token.kind == TokenKind::kDirective || token.text == "namespace") return true;
+  }
+  return false;
 }
 
 constexpr std::size_t kCommentBefore = 2'000;
@@ -181,20 +195,33 @@ std::optional<Message> SyntaxMessages::message(const zarel::Diagnostic& finding)
   if (finding.place.first.file == comment_.file && !is_behind(comment_, finding.place.first)) {
     return std::nullopt;
   }
+  if (finding.code != kSyntaxError && is_in_line(finding.place.first, refused_)) {
+    return std::nullopt;
+  }
   if (finding.code == kUnknownCharacter) return of_character(finding);
   if (finding.code == kSyntaxError) return of_refusal(finding);
   const bool is_of_bound = finding.code == kMaxintUnknown || finding.code == kMaxintExceeded ||
                            finding.code == kMaxintRedefined || finding.code == kMaxintTooSmall;
   if (is_of_bound && has_faulty_bound_) return std::nullopt;
-  has_faulty_bound_ |= finding.code == kMaxintUnknown;
-  if (finding.code == kUnknownPrefix && has_faulty_prefix_) return std::nullopt;
+  has_faulty_bound_ |= finding.code == kMaxintExceeded;    // which is told once
+  // Of a prefix one use is told.
+  if (finding.code == kUnknownPrefix &&
+      (has_faulty_prefix_ || !prefixes_.insert(finding.text).second)) {
+    return std::nullopt;
+  }
   if (finding.code == kMaxintUnknown) {
+    has_faulty_bound_ = true;
+    told_ = finding.place.last;
     if (auto message = of_bound(finding)) return message;
   }
   const Words& words = *words_of(finding.code);
-  if (finding.code == kUnderscoreIdentifier || finding.code == kLongNumber) {
-    told_ = finding.place.last;    // the parser refuses these, too
+  const bool is_same_line = is_in_line(finding.place.first, told_);
+  if (zarel::kind_of(finding.code).severity == zarel::Severity::kError ||
+      finding.code == kUnclosedVerbatim) {
+    told_ = finding.place.last;    // what else the grammar refuses there may follow from it
   }
+  const bool is_of_scanner = finding.code == kUnderscoreIdentifier || finding.code == kLongNumber;
+  if (is_same_line && is_of_scanner) return std::nullopt;
   Message message{zarel::kind_of(finding.code).name, finding.place, std::string(words.text)};
   message.notes = finding.notes;
   message.help = words.help;
@@ -205,7 +232,7 @@ std::optional<Message> SyntaxMessages::message(const zarel::Diagnostic& finding)
 std::optional<Message> SyntaxMessages::of_character(const zarel::Diagnostic& finding) {
   const zarel::Position& first = finding.place.first;
   if (first.file == passed_.file && !is_behind(passed_, first)) return std::nullopt;
-  const bool is_same_line = told_.file == first.file && told_.line == first.line;
+  const bool is_same_line = is_in_line(first, told_);
   CharacterAnswer answer = unknown_character(finding.place, finding.text, texts_,
                                              is_same_line ? character_ : std::string_view{});
   passed_ = answer.last;
@@ -276,17 +303,36 @@ std::optional<Message> SyntaxMessages::of_block_comment(const zarel::Diagnostic&
 }
 
 std::optional<Message> SyntaxMessages::of_refusal(const zarel::Diagnostic& finding) {
-  if (follows(finding)) return std::nullopt;
-  if (auto message = of_block_comment(finding)) return message;
+  const zarel::Position before = refused_;
+  const zarel::Position& found = finding.place.first;
+  const zarel::Position& begin = finding.refusal ? finding.refusal->statement.first : found;
+  // What is left of a line is seldom what was meant; the rest of a definition ends with a brace.
+  if (follows(finding) || is_in_line(found, before) || is_in_line(begin, before)) {
+    return std::nullopt;
+  }
+  refused_ = found;
+  if (auto message = of_block_comment(finding)) {
+    if (is_in_line(message->place.first, before)) return std::nullopt;
+    return message;
+  }
   const Statement statement(finding, texts_);
+  if (statement.at() == 0 && statement.found().text == "}" &&
+      (before.file == refused_.file || told_.file == refused_.file)) {
+    return std::nullopt;
+  }
+  if (statement.lacks_full_stop()) refused_ = statement.before().place.last;
   has_faulty_bound_ |= statement.text(0) == "#maxint";
-  has_faulty_prefix_ |= statement.text(0) == "#namespace";
+  has_faulty_prefix_ |= may_declare_prefix(statement);
   if (!finding.refusal) return refused_by_action(finding, statement);
   // The rest of the statement was skipped: its characters are no matter.
   if (!statement.lacks_full_stop() && statement.size() != 0) {
     passed_ = statement.token(statement.size() - 1).place.last;
   }
-  if (auto message = foreign_syntax(statement)) return message;
+  if (auto message = foreign_syntax(statement)) {
+    // What else stands in the line is no statement either.
+    if (message->code == "foreign-comment") told_ = finding.place.last;
+    return message;
+  }
   return refused(finding, statement);
 }
 

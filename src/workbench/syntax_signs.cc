@@ -314,10 +314,28 @@ Found disjunction_name(const Statement& s) {
                  "choose another name, or write \"v\" in quotes for a constant"};
 }
 
+// Three words in a row, and nothing else so far.
+Found prose(const Statement& s) {
+  const auto is_word = [](const Token& token) {
+    return token.kind == TokenKind::kName || token.kind == TokenKind::kVariable;
+  };
+  if (s.at() != 1 || !is_word(s.before()) || !is_word(s.found()) || !is_word(s.behind())) {
+    return std::nullopt;
+  }
+  if (s.behind().place.first.line != s.before().place.first.line) return std::nullopt;
+  return Message{"foreign-comment",
+                 joined(s.before().place, s.behind().place),
+                 "these words are no statement",
+                 "",
+                 {},
+                 "a comment begins with %",
+                 {{Fix::Kind::kInsertBefore, s.before().place, "% "}}};
+}
+
 constexpr Recogniser kRecognisers[] = {
     escaped_quote,    unclosed_string, rule_arrow,       comparison_slip,  negated_comparison,
     comparison_chain, backward_arrow,  conjunction_sign, alternative,      exclamation,
-    double_negation,  capital_not,     is_operator,      disjunction_name,
+    double_negation,  capital_not,     is_operator,      disjunction_name, prose,
 };
 
 }    // namespace
