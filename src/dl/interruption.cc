@@ -55,7 +55,8 @@ void set_alarm(double seconds) {
 // The alarm comes again after the grace: who does not listen is killed, and who waits for a reader
 // that takes nothing waits no longer.
 void insist() {
-  if (was_killed == 0) {
+  const bool is_searching = searching != kNotBegun && searching != kEnded;
+  if (was_killed == 0 && is_searching) {
     was_killed = 1;
     send(SIGKILL);
   } else if (is_writing != 0 && progress == progress_seen) {
@@ -124,9 +125,10 @@ void hold_interruptions() {
 }
 
 void begin_search(int process) {
-  is_feeding = plan.ends_while_feeding ? 1 : 0;
+  is_feeding = plan.ends_while_feeding && process > 0 ? 1 : 0;    // a group gets no input
   has_group = process < 0 ? 1 : 0;
   searching = process < 0 ? -process : process;
+  if (interruption() != Interruption::kNone) send(SIGTERM);    // it came while it was held
 }
 
 void end_feeding() {

@@ -1,11 +1,10 @@
 // main.cc - one run, phase by phase.
 
-#include <fcntl.h>
 #include <iostream>
 #include <new>
 #include <span>
-#include <unistd.h>
 
+#include "base/standard_streams.h"
 #include "driver/banner.h"
 #include "driver/diagnostics.h"
 #include "driver/intermediate_files.h"
@@ -23,17 +22,6 @@ namespace zarel {
 namespace {
 
 constexpr int kUsageStatus = -1;
-
-// A file that is opened while a standard stream is closed gets its number, and then all that is
-// printed. So something takes these numbers first that, like a closed stream, can be neither read
-// nor written.
-void occupy_closed_streams() {
-  int descriptor = STDIN_FILENO;
-  while (descriptor >= STDIN_FILENO && descriptor <= STDERR_FILENO) {
-    descriptor = ::open("/", O_PATH);
-  }
-  if (descriptor > STDERR_FILENO) static_cast<void>(::close(descriptor));
-}
 
 int end_with_usage() {
   printUsage(standard_error(), Usage::kShort);

@@ -108,10 +108,9 @@ class SolverSearch {
       : program_(program), options_(options), kept_(kept), printer_(printer) {}
 
   SearchResult run() {
-    dl::hold_interruptions();    // the folder is to be removed, come what may
     try {
       start();
-      if (dl::interruption() == dl::Interruption::kNone) read_answers();
+      if (solver_.is_running()) read_answers();
       judge();
       return result_;
     } catch (const dl::Failure& failure) {
@@ -141,6 +140,7 @@ void SolverSearch::start() {
   const std::string text = program_.take_text();
   kept_.add(Stage::kRewritten, text);
   const std::string file = folder_.write("program.dl", text);
+  if (dl::interruption() != dl::Interruption::kNone) return;
   solver_.start(options_.solver, arguments(program_.run(), options_, file),
                 dl::ClingoProcess::Group::kOwn);
   solver_.finish_input();    // it has its file
@@ -199,6 +199,7 @@ void SolverSearch::judge() {
 
 SearchResult search_with_solver(zarel::Program& program, const SearchOptions& options,
                                 KeptStages& kept, AnswerPrinter& printer) {
+  dl::hold_interruptions();    // the folder is to be removed, come what may
   return SolverSearch(program, options, kept, printer).run();
 }
 

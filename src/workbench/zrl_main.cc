@@ -2,6 +2,7 @@
 
 #include <span>
 
+#include "base/standard_streams.h"
 #include "dl/clingo_process.h"
 #include "workbench/command_line.h"
 #include "workbench/commands.h"
@@ -31,5 +32,6 @@ int main(int argument_count, char** argument_list) {
   if (argument_count > kOwnArguments && argument_list[1] == dl::kBecomeClingo) {
     dl::become_clingo(argument_list + 2);
   }
+  zarel::occupy_closed_streams();
   return static_cast<int>(run({argument_list, static_cast<std::size_t>(argument_count)}));
 }

@@ -68,7 +68,8 @@ TEST(Pages, AreWholeAndOfOneForm) {
 }
 
 // What the library finds and zrl never shows: zrl has checks of its own in place of the first, the
-// grammar lets nothing through that gives the next two, the rest are about the command line of dl.
+// grammar lets nothing through that gives the next two, then come those of the command line of dl,
+// and what zrl says as a note of the run.
 const std::set<std::string_view> kWithoutPage = {"unsafe-rule",    "role-clash",   "marker-clash",
                                                  "unknown-option", "option-value", "no-input-file",
                                                  "no-answer-set",  "search-cut",   "unproven-best"};
