@@ -17,6 +17,7 @@ constexpr std::array kKinds = std::to_array<DiagnosticKind>({
     {kUnderscoreIdentifier, "underscore-identifier", Severity::kError, Shown::kWithLine, true},
     {kLongNumber, "long-number", Severity::kError, Shown::kWithLine, true},
     {kUnclosedVerbatim, "unclosed-verbatim", Severity::kWarning, Shown::kWithLine},
+    {kStarredComment, "starred-comment", Severity::kWarning, Shown::kNever},
     {kUnknownPrefix, "unknown-prefix", Severity::kError, Shown::kWithLine, true},
     {kRedefinedPrefix, "redefined-prefix", Severity::kWarning, Shown::kWithLine},
     {kQuotedFunctor, "quoted-functor", Severity::kError, Shown::kWithLine, true},

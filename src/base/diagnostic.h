@@ -37,6 +37,7 @@ enum class Code : std::uint8_t {
   kUnderscoreIdentifier,
   kLongNumber,
   kUnclosedVerbatim,
+  kStarredComment,
   kUnknownPrefix,
   kRedefinedPrefix,
   kQuotedFunctor,

@@ -76,6 +76,11 @@ void ScannerActions::unknown_character(char character) {
   tell({Code::kUnknownCharacter, place_of(place), std::string(text)});
 }
 
+void ScannerActions::starred_comment() {
+  if (!current_run().options.skips_faulty_statements) return;
+  report({Code::kStarredComment, place_of(here()), "a comment begins with %*"});
+}
+
 void ScannerActions::open_verbatim(std::string_view mark) {
   verbatim_mark_ = verbatim_line_ = here();
   pass(mark);

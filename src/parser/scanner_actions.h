@@ -79,6 +79,10 @@ class ScannerActions {
   void underscore_identifier(std::string_view spelling);    // reports and counts
   void unknown_character(char character);                   // reports it, and passes over it
 
+  // A comment begins with "%*", which opens longer ones in other languages. Reports it to those who
+  // read on behind mistakes, too.
+  void starred_comment();
+
   // Whether a string is to be closed at the end of the file, where it would stay open: true once.
   bool close_open_string() { return !std::exchange(has_open_string_, true); }
   // Whether there is a quote behind the end of the file.

@@ -25,6 +25,7 @@ class SyntaxMessages {
  private:
   std::optional<Message> of_character(const zarel::Diagnostic& finding);
   std::optional<Message> of_bound(const zarel::Diagnostic& finding);
+  std::optional<Message> of_starred_comment(const zarel::Place& mark);
   std::optional<Message> of_refusal(const zarel::Diagnostic& finding);
   std::optional<Message> of_block_comment(const zarel::Diagnostic& finding);
   bool follows(const zarel::Diagnostic& finding) const;

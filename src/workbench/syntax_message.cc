@@ -188,7 +188,8 @@ void name_what_is_there(Message& message, const zarel::Diagnostic& finding, Sour
 }    // namespace
 
 bool SyntaxMessages::is_about(zarel::Code code) {
-  return code == kSyntaxError || code == kUnknownCharacter || words_of(code) != nullptr;
+  return code == kSyntaxError || code == kUnknownCharacter || code == kStarredComment ||
+         words_of(code) != nullptr;
 }
 
 std::optional<Message> SyntaxMessages::message(const zarel::Diagnostic& finding) {
@@ -198,6 +199,7 @@ std::optional<Message> SyntaxMessages::message(const zarel::Diagnostic& finding)
   if (finding.code != kSyntaxError && is_in_line(finding.place.first, refused_)) {
     return std::nullopt;
   }
+  if (finding.code == kStarredComment) return of_starred_comment(finding.place);
   if (finding.code == kUnknownCharacter) return of_character(finding);
   if (finding.code == kSyntaxError) return of_refusal(finding);
   const bool is_of_bound = finding.code == kMaxintUnknown || finding.code == kMaxintExceeded ||
@@ -269,6 +271,30 @@ std::optional<Message> SyntaxMessages::of_bound(const zarel::Diagnostic& finding
                  "",
                  {},
                  "write it like this: #maxint = 20."};
+}
+
+// "%* note *% p(a).": the comment goes on to the line's end, and p(a) is lost.
+std::optional<Message> SyntaxMessages::of_starred_comment(const zarel::Place& mark) {
+  constexpr std::string_view kBlanks = " \t\r%*-=";    // frames of headings are made of these
+  const zarel::Position& first = mark.first;
+  const std::string_view line = texts_.line(first.file, first.line);
+  const std::size_t end = line.find("*%", first.column + 1);
+  if (end == std::string_view::npos) return std::nullopt;
+  const std::size_t lost = line.find_first_not_of(kBlanks, end);
+  if (lost == std::string_view::npos) return std::nullopt;
+  const std::size_t last = line.find_last_not_of(" \t\r");
+  const auto position = [&](std::size_t offset) {    // the scanner has not been there yet
+    const auto character = std::ranges::count_if(
+        line.substr(0, offset + 1), [](char c) { return !zarel::continues_character(c); });
+    return zarel::Position{first.file, first.line, static_cast<std::uint32_t>(offset) + 1,
+                           static_cast<std::uint32_t>(character)};
+  };
+  return Message{"starred-comment",
+                 {position(lost), position(last)},
+                 "this belongs to the comment, which goes on to the end of the line",
+                 "",
+                 {},
+                 "write it in a line of its own; *% ends no comment"};
 }
 
 // The lines of a comment of another language are read as statements: told once.

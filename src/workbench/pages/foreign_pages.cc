@@ -118,6 +118,14 @@ constexpr Page kPages[] = {
      .mended = "% all towns,\n"
                "% by size\n"
                "town(paris).\n"},
+    {.code = "starred-comment",
+     .severity = Severity::kWarning,
+     .title = "text behind *% in a comment",
+     .meaning = "A comment goes on to the end of its line, whatever it begins with: *% does\n"
+                "not end it, and a statement behind that is not read.\n",
+     .wrong = "%* towns *% town(paris).\n",
+     .mended = "% towns\n"
+               "town(paris).\n"},
     {.code = "rule-arrow",
      .title = "a rule with another sign than :-",
      .meaning = "A rule is written head :- body, or head <- body: the conclusion first. There\n"
