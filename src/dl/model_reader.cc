@@ -1,5 +1,6 @@
 #include "dl/model_reader.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace dl {
@@ -29,6 +30,16 @@ bool LineReader::wait() {
   const std::size_t got = read_(buffer_.data() + end_, buffer_.size() - end_);
   end_ += got;
   return got != 0;
+}
+
+void LineReader::shrink() {
+  if (buffer_.size() <= kStep) return;
+  std::string rest = buffer_.substr(begin_, end_ - begin_);
+  end_ = rest.size();
+  looked_ -= begin_;
+  begin_ = 0;
+  rest.resize(std::max(rest.size(), kStep));
+  buffer_ = std::move(rest);
 }
 
 LineKind kind_of_line(std::string_view line) {

@@ -21,6 +21,8 @@ class LineReader {
   bool next(std::string_view& line);
   // Waits for more output; false at its end.
   bool wait();
+  // Gives back what a long line needed, which is valid no longer.
+  void shrink();
   // At the end: whether output was left that is no complete line.
   bool has_rest() const { return begin_ != end_; }
 

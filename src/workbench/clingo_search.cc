@@ -111,7 +111,9 @@ void ClingoSearch::read_answers() {
       kept_.add(Stage::kAnswers, line);
       kept_.add(Stage::kAnswers, "\n");
       answers.read_line(line);
-      if (answers.text().size() >= kPiece && !print(answers)) return;
+      if (answers.text().size() < kPiece) continue;
+      lines.shrink();
+      if (!print(answers)) return;
     }
     if (!print(answers)) return;
     if (!clingo_.wait_for_output(printer_.descriptor())) return printer_.note_closed();
