@@ -41,6 +41,7 @@ ExitStatus solve(zarel::Program& program, const SearchOptions& options, Reporter
 
 // Tells what the translation finds wrong with the program, which was rewritten and gives its text
 // away, without solving it. ExitStatus::kFound when that is nothing.
-ExitStatus check_translation(zarel::Program& program, const SearchOptions& options, Reporter& reporter);
+ExitStatus check_translation(zarel::Program& program, const SearchOptions& options,
+                             Reporter& reporter);
 
 }    // namespace workbench
