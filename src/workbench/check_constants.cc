@@ -246,7 +246,7 @@ void Constants::report(const ForeignText& foreign) {
       continue;
     const std::string word = context_.text(plain);
     Message& message = context_.tell("quoted-and-plain", place_of(quoted),
-                                     "\"" + word + "\" and " + word + " are two constants");
+                                     concat({"\"", word, "\" and ", word, " are two constants"}));
     message.label = "with quotes here";
     message.notes.push_back({place_of(plain), "without quotes here"});
     message.help = "write one of them everywhere";

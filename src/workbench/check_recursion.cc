@@ -234,12 +234,12 @@ void Recursion::report_never_firing(const ForeignText& foreign) {
         const std::string own = name_of(head);
         Message& message = context_.tell(
             "never-fires", context_.place(rule.head),
-            "this rule never applies: " + own +
-                (needed == own ? " is given only where it"
-                               : " and " + needed + " are given only where the other") +
-                " holds already");
+            needed == own ? concat({"this rule never applies: ", own,
+                                    " is given only where it holds already"})
+                          : concat({"this rule never applies: ", own, " and ", needed,
+                                    " are given only where the other holds already"}));
         message.notes.push_back({context_.place(rule.at[i]), needed + " is needed here"});
-        message.help = "add a fact, or a rule, that gives " + needed + " without " + own;
+        message.help = concat({"add a fact, or a rule, that gives ", needed, " without ", own});
       }
     }
   }

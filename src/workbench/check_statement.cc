@@ -118,7 +118,7 @@ void check_query(const WrittenStatement& query, CheckContext& context) {
         Message& message = context.tell("query-in-function", context.place(query, node.place),
                                         "the answers do not tell " + name);
         message.label = name + " stands inside a function term only";
-        message.help = "let it occur outside, too: add " + name + " == " + name;
+        message.help = concat({"let it occur outside, too: add ", name, " == ", name});
       }
     }
   }
