@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "sample_text.h"
-#include "workbench/checks.h"
+#include "workbench/checks/checks.h"
 #include "zarel/program.h"
 
 namespace workbench {

@@ -11,8 +11,8 @@
 #include <string_view>
 #include <unistd.h>
 
-#include "workbench/catalogue.h"
-#include "workbench/nearest.h"
+#include "workbench/messages/catalogue.h"
+#include "workbench/messages/nearest.h"
 
 namespace workbench {
 namespace {

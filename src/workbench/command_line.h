@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "workbench/exit_status.h"
-#include "workbench/reporter.h"
-#include "workbench/solving.h"
+#include "workbench/messages/exit_status.h"
+#include "workbench/messages/reporter.h"
+#include "workbench/search/solving.h"
 
 namespace workbench {
 

@@ -2,9 +2,9 @@
 #include <sstream>
 #include <string>
 
-#include "workbench/catalogue.h"
 #include "workbench/commands.h"
-#include "workbench/page_text.h"
+#include "workbench/messages/catalogue.h"
+#include "workbench/messages/page_text.h"
 #include "workbench/session.h"
 
 namespace workbench {

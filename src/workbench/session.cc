@@ -1,6 +1,6 @@
 #include "workbench/session.h"
 
-#include "workbench/findings.h"
+#include "workbench/messages/findings.h"
 
 namespace workbench {
 namespace {

@@ -3,12 +3,12 @@
 
 #include <iostream>
 
-#include "workbench/checks.h"
+#include "workbench/checks/checks.h"
 #include "workbench/command_line.h"
-#include "workbench/findings.h"
 #include "workbench/loading.h"
-#include "workbench/reporter.h"
-#include "workbench/source_texts.h"
+#include "workbench/messages/findings.h"
+#include "workbench/messages/reporter.h"
+#include "workbench/messages/source_texts.h"
 #include "zarel/program.h"
 
 namespace workbench {

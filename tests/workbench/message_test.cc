@@ -10,8 +10,8 @@
 
 #include "base/file_table.h"
 #include "support/texts.h"
-#include "workbench/message_text.h"
-#include "workbench/reporter.h"
+#include "workbench/messages/message_text.h"
+#include "workbench/messages/reporter.h"
 
 namespace workbench {
 namespace {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "support/run_program.h"
-#include "workbench/findings.h"
+#include "workbench/messages/findings.h"
 #include "workbench/pages/pages.h"
 #include "zarel/program.h"
 

@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "workbench/catalogue.h"
+#include "workbench/messages/catalogue.h"
 
 namespace workbench {
 

@@ -1,0 +1,35 @@
+#pragma once
+// checks.h - what is legal and seldom meant, and rules that are not safe.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "workbench/messages/message.h"
+#include "zarel/program.h"
+
+namespace workbench {
+
+// What the warnings need to know of the command line.
+struct CheckOptions {
+  std::vector<std::string> filters;    // as given
+  bool has_maxint = false;             // there is a bound on integers besides the program's
+};
+
+// Looks at a program while it is read, and judges it when all was read.
+class Checks {
+ public:
+  // Watches the program, of which nothing was read so far. Both must outlive the checks.
+  Checks(zarel::Program& program, const CheckOptions& options);
+  ~Checks();
+
+  // Tells what it found: errors, then warnings, each in the order of the text. For a program without errors, before its
+  // templates are expanded.
+  void report(const MessageSink& sink);
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+}    // namespace workbench

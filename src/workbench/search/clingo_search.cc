@@ -1,0 +1,189 @@
+#include <utility>
+
+#include "dl/answer_reader.h"
+#include "dl/clingo_process.h"
+#include "dl/clingo_run.h"
+#include "dl/failure.h"
+#include "dl/interruption.h"
+#include "dl/read_files.h"
+#include "dl/translate.h"
+#include "model/run.h"
+#include "workbench/search/search.h"
+#include "workbench/search/solver_message.h"
+
+namespace workbench {
+namespace {
+
+// What the user's atoms became is shown, and nothing else.
+dl::Options translation_options(const zarel::Run& run, const SearchOptions& chosen) {
+  dl::Options options;
+  for (const zarel::NameId name : run.atom_globals.names()) {
+    options.filters.emplace_back(run.names.spelling(name));
+  }
+  options.clingo = chosen.clingo;
+  options.answer_sets = chosen.answer_sets;
+  options.threads = chosen.threads;
+  options.bound = chosen.maxint;
+  options.seed = chosen.seed;
+  options.leave_out_facts = chosen.leaves_out_facts;
+  if (chosen.consequences == Consequences::kBrave) options.reasoning = dl::Reasoning::kBrave;
+  return options;
+}
+
+class ClingoSearch {
+ public:
+  ClingoSearch(zarel::Program& program, const SearchOptions& options, KeptStages& kept,
+               AnswerPrinter& printer)
+      : program_(program),
+        options_(translation_options(program.run(), options)),
+        kept_(kept),
+        printer_(printer),
+        messages_(program, translated_.sources) {}
+
+  SearchResult run() {
+    try {
+      translate();
+      read_answers();
+      return result_;
+    } catch (const dl::Failure& failure) {
+      throw SearchFailure{message(failure.diagnostic)};
+    }
+  }
+
+ private:
+  void translate();
+  void read_answers();
+  bool print(dl::AnswerReader& answers);
+  void judge(dl::AnswerReader& answers, bool has_whole_lines);
+  [[noreturn]] void fail(const dl::ProcessEnd& end);
+  Message message(const zarel::Diagnostic& finding) { return messages_.message(finding); }
+
+  zarel::Program& program_;
+  const dl::Options options_;
+  KeptStages& kept_;
+  AnswerPrinter& printer_;
+  dl::Translated translated_;
+  SolverMessages messages_;
+  dl::Traits traits_;
+  std::string given_;    // to clingo, where sums are watched
+  dl::ClingoProcess clingo_;
+  SearchResult result_;
+};
+
+// clingo reads while this translates.
+void ClingoSearch::translate() {
+  std::string text = program_.take_text();
+  kept_.add(Stage::kRewritten, text);
+  dl::Program surveyed = dl::survey_with_files(std::string(kRewrittenName), std::move(text));
+  traits_ = dl::traits_of(surveyed, options_);
+  if (!surveyed.has_failed()) clingo_.start(options_.clingo, clingo_arguments(options_, traits_));
+  program_.forget_clauses();
+  const auto give = [this](std::string_view piece) {
+    clingo_.write(piece);
+    kept_.add(Stage::kClingo, piece);
+    if (traits_.has_sums) given_ += piece;
+  };
+  translated_ = dl::translate(std::move(surveyed), options_, give);
+  if (translated_.mistake) throw dl::Failure{*translated_.mistake};
+  give(translated_.text);
+  translated_.text = std::string();
+  clingo_.finish_input();
+}
+
+bool ClingoSearch::print(dl::AnswerReader& answers) {
+  const bool goes_on = printer_.print(answers.text());
+  answers.text().clear();
+  return goes_on;
+}
+
+void ClingoSearch::read_answers() {
+  const dl::ProgramParts& parts = translated_.parts;
+  result_.asked.has_query = parts.query.has_value();
+  result_.asked.is_ground = parts.query && parts.query->variables.empty();
+  result_.asked.is_brave = options_.reasoning == dl::Reasoning::kBrave;
+  result_.asked.has_weak_constraints = !parts.weak_constraints.empty();
+  constexpr std::size_t kPiece = std::size_t{1} << 16;
+  dl::AnswerReader answers(translated_, options_.reasoning);
+  dl::LineReader lines(dl::output_of(clingo_));
+  std::string_view line;
+  for (bool has_more = true; has_more;) {
+    while (lines.next(line)) {
+      kept_.add(Stage::kAnswers, line);
+      kept_.add(Stage::kAnswers, "\n");
+      answers.read_line(line);
+      if (answers.text().size() < kPiece) continue;
+      lines.shrink();
+      if (!print(answers)) return;
+    }
+    if (!print(answers)) return;
+    if (!clingo_.wait_for_output(printer_.descriptor())) return printer_.note_closed();
+    has_more = lines.wait();
+  }
+  judge(answers, !lines.has_rest());
+}
+
+// Only what the exit status, the final line and the whole output agree on is a finished search.
+void ClingoSearch::judge(dl::AnswerReader& answers, bool has_whole_lines) {
+  const dl::ProcessEnd end = clingo_.end();
+  const bool is_cut = dl::interruption() != dl::Interruption::kNone;
+  const bool has_finished = has_whole_lines && answers.has_result() && dl::has_finished(end);
+  if (!has_finished && !is_cut) fail(end);
+  Judgement& judgement = result_.judgement;
+  judgement.end = !has_finished                ? SearchEnd::kCut
+                  : end.code == dl::kSomeFound ? SearchEnd::kEnough
+                                               : SearchEnd::kAll;
+  const auto note = [&judgement](const zarel::Diagnostic& found) {
+    if (found.code == zarel::Code::kNoAnswerSet) judgement.has_no_answer_set = true;
+  };
+  judgement.is_unproven =
+      answers.finish(has_finished ? dl::Search::kComplete : dl::Search::kCut, note);
+  // Whether the word is a truth value is not known to who reads it, when the query is verbatim.
+  if (result_.asked.is_ground && !answers.text().empty()) {
+    judgement.holds = answers.text() == "true\n";
+  }
+  print(answers);
+}
+
+void ClingoSearch::fail(const dl::ProcessEnd& end) {
+  // clasp counts in 32 bits, but it notices.
+  const bool has_overflow = end.errors.find("Integer overflow!") != std::string::npos;
+  if (has_overflow && traits_.has_sums) {
+    const std::optional<std::size_t> fault =
+        dl::sum_at_fault(options_.clingo, given_, translated_.parts);
+    if (fault) {
+      throw SearchFailure{
+          message(dl::diagnostic_of(translated_.parts.faults.at(*fault), translated_.sources))};
+    }
+  }
+  if (has_overflow || end.errors.find("weight too large") != std::string::npos) {
+    throw SearchFailure{message({zarel::Code::kSolverWeights, {}, {}})};
+  }
+  SearchFailure failure{solver_failure(options_.clingo, end)};
+  const std::vector<zarel::Diagnostic> errors = clingo_errors(end.errors, translated_);
+  if (end.signalled) throw failure;
+  if (end.errors.empty() && (end.code == dl::kInterrupted || end.code == dl::kSomeInterrupted)) {
+    failure.message = {"solver-interrupted", {}, options_.clingo + " was interrupted"};
+  }
+  if (errors.empty()) throw failure;
+  failure.message = message(errors.front());
+  for (std::size_t i = 1; i < errors.size(); ++i) failure.further.push_back(message(errors[i]));
+  throw failure;
+}
+
+}    // namespace
+
+std::optional<Message> translation_mistake(zarel::Program& program, const SearchOptions& options) {
+  const dl::Options chosen = translation_options(program.run(), options);
+  dl::Program surveyed = dl::survey_with_files(std::string(kRewrittenName), program.take_text());
+  const dl::Translated translated =
+      dl::translate(std::move(surveyed), chosen, [](std::string_view) {});
+  if (!translated.mistake) return std::nullopt;
+  return SolverMessages(program, translated.sources).message(*translated.mistake);
+}
+
+SearchResult search_with_clingo(zarel::Program& program, const SearchOptions& options,
+                                KeptStages& kept, AnswerPrinter& printer) {
+  return ClingoSearch(program, options, kept, printer).run();
+}
+
+}    // namespace workbench

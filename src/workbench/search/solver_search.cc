@@ -1,0 +1,206 @@
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+#include "dl/clingo_process.h"
+#include "dl/clingo_run.h"
+#include "dl/failure.h"
+#include "dl/interruption.h"
+#include "dl/model_reader.h"
+#include "model/program.h"
+#include "model/run.h"
+#include "workbench/search/search.h"
+#include "workbench/search/solver_message.h"
+
+namespace workbench {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void fail_files(const fs::path& path, int error) {
+  std::string text("cannot write ");
+  ((text += path.string()) += ": ") += std::strerror(error);
+  throw SearchFailure{{"output-failure", {}, std::move(text)}};
+}
+
+// A folder that only we may look into, gone with this object.
+class PrivateFolder {
+ public:
+  PrivateFolder() {
+    std::error_code error;
+    std::string name = (fs::temp_directory_path(error) / "zrl-XXXXXX").string();
+    if (error || ::mkdtemp(name.data()) == nullptr) fail_files(name, errno);
+    path_ = std::move(name);
+  }
+  ~PrivateFolder() {
+    std::error_code ignored;    // what is left behind is the system's to clean
+    fs::remove_all(path_, ignored);
+  }
+  PrivateFolder(const PrivateFolder&) = delete;
+  PrivateFolder& operator=(const PrivateFolder&) = delete;
+
+  // Returns the file's path.
+  std::string write(std::string_view name, std::string_view text) const {
+    const fs::path path = path_ / name;
+    errno = 0;
+    std::ofstream file(path, std::ios::binary);
+    file.write(text.data(), static_cast<std::streamsize>(text.size()));
+    file.close();
+    if (!file) fail_files(path, errno);
+    return path.string();
+  }
+
+ private:
+  fs::path path_;
+};
+
+// What every solver of the language is called with, and behind it what the user asked for.
+std::vector<std::string> arguments(const zarel::Run& run, const SearchOptions& options,
+                                   std::string file) {
+  std::vector<std::string> words{std::move(file)};
+  for (const zarel::NameId name : run.atom_globals.names()) {
+    words.push_back("-filter=" + std::string(run.names.spelling(name)));
+  }
+  if (options.answer_sets != 0) words.push_back("-n=" + std::to_string(options.answer_sets));
+  if (options.maxint) words.push_back("-N=" + std::to_string(*options.maxint));
+  if (options.leaves_out_facts) words.emplace_back("-nofacts");
+  if (options.consequences == Consequences::kBrave) words.emplace_back("-brave");
+  words.emplace_back("-silent");
+  return words;
+}
+
+// Finds the ends of answers in the solver's lines: only whole answers can be read. A best model's
+// costs and the rows of a query have no mark at their end, so they wait for that of the output.
+class AnswerEnds {
+ public:
+  // Whether an answer set, and all in front of it, ends with this line.
+  bool is_behind(std::string_view line) {
+    for (const char character : line) {
+      if (character == '"') in_string_ = !in_string_;
+      if (in_string_ || character == ' ' || character == '\t') continue;
+      if (is_at_begin_) is_answer_set_ = character == '{';
+      is_at_begin_ = false;
+      if (character == '{') ++depth_;
+      if (character == '}') --depth_;
+    }
+    if (in_string_ || depth_ != 0) return false;
+    is_at_begin_ = true;
+    return std::exchange(is_answer_set_, false);
+  }
+
+ private:
+  int depth_ = 0;
+  bool in_string_ = false;
+  bool is_at_begin_ = true;    // of what may be an answer
+  bool is_answer_set_ = false;
+};
+
+class SolverSearch {
+ public:
+  SolverSearch(zarel::Program& program, const SearchOptions& options, KeptStages& kept,
+               AnswerPrinter& printer)
+      : program_(program), options_(options), kept_(kept), printer_(printer) {}
+
+  SearchResult run() {
+    try {
+      start();
+      if (solver_.is_running()) read_answers();
+      judge();
+      return result_;
+    } catch (const dl::Failure& failure) {
+      throw SearchFailure{
+          {zarel::kind_of(failure.diagnostic.code).name, {}, failure.diagnostic.text}};
+    }
+  }
+
+ private:
+  void start();
+  void read_answers();
+  void judge();
+
+  zarel::Program& program_;
+  const SearchOptions& options_;
+  KeptStages& kept_;
+  AnswerPrinter& printer_;
+  PrivateFolder folder_;
+  dl::ClingoProcess solver_;
+  SearchResult result_;
+  bool has_query_ = false;
+  bool has_whole_lines_ = false;
+};
+
+void SolverSearch::start() {
+  has_query_ = !program_.run().queries.empty();
+  const std::string text = program_.take_text();
+  kept_.add(Stage::kRewritten, text);
+  const std::string file = folder_.write("program.dl", text);
+  if (dl::interruption() != dl::Interruption::kNone) return;
+  solver_.start(options_.solver, arguments(program_.run(), options_, file),
+                dl::ClingoProcess::Group::kOwn);
+  solver_.finish_input();    // it has its file
+  program_.forget_clauses();
+}
+
+void SolverSearch::read_answers() {
+  std::string waiting;    // for its end
+  AnswerEnds ends;
+  dl::LineReader lines(dl::output_of(solver_));
+  std::string_view line;
+  for (bool has_more = true; has_more;) {
+    while (lines.next(line)) {
+      kept_.add(Stage::kAnswers, line);
+      kept_.add(Stage::kAnswers, "\n");
+      (waiting += line) += '\n';
+      if (!ends.is_behind(line)) continue;
+      if (!printer_.print(waiting)) return;
+      waiting.clear();
+    }
+    if (!solver_.wait_for_output(printer_.descriptor())) return printer_.note_closed();
+    has_more = lines.wait();
+  }
+  has_whole_lines_ = !lines.has_rest();
+  if (has_whole_lines_ || dl::interruption() == dl::Interruption::kNone) printer_.print(waiting);
+}
+
+void SolverSearch::judge() {
+  if (printer_.error() != 0 || printer_.has_unreadable_answers()) return;
+  const bool is_cut = dl::interruption() != dl::Interruption::kNone;
+  if (solver_.is_running()) {
+    const dl::ProcessEnd end = solver_.end();
+    if (!is_cut && (end.signalled || end.code != 0 || !has_whole_lines_)) {
+      SearchFailure failure{solver_failure(options_.solver, end)};
+      if (failure.message.code == "solver-missing") {
+        failure.message.help = "name a program that can be run, or leave out --solver for clingo";
+      }
+      throw failure;
+    }
+    result_.said = end.errors;
+  }
+  const Found& found = printer_.found();
+  result_.asked.has_query = found.rows != 0 || found.truth || has_query_;
+  result_.asked.is_ground = found.truth.has_value();
+  result_.judgement.holds = found.truth;
+  result_.asked.is_brave = options_.consequences == Consequences::kBrave;
+  result_.asked.has_weak_constraints = !found.costs.empty();
+  const bool has_enough = options_.answer_sets != 0 && found.answer_sets == options_.answer_sets;
+  result_.judgement.end = is_cut       ? SearchEnd::kCut
+                          : has_enough ? SearchEnd::kEnough
+                                       : SearchEnd::kAll;
+  result_.judgement.is_unproven = is_cut && !found.costs.empty();
+}
+
+}    // namespace
+
+SearchResult search_with_solver(zarel::Program& program, const SearchOptions& options,
+                                KeptStages& kept, AnswerPrinter& printer) {
+  dl::hold_interruptions();    // the folder is to be removed, come what may
+  return SolverSearch(program, options, kept, printer).run();
+}
+
+}    // namespace workbench
