@@ -46,7 +46,10 @@ bool could_be_anonymous(const WrittenStatement& clause, const WrittenNode& varia
 }    // namespace
 
 void check_single_variables(const WrittenStatement& clause, CheckContext& context) {
-  if (clause.kind == WrittenStatement::Kind::kQuery) return;
+  // A weak constraint costs its weight for each value of its variables: all of them matter there.
+  if (clause.kind == WrittenStatement::Kind::kQuery ||
+      clause.kind == WrittenStatement::Kind::kWeakConstraint)
+    return;
   struct Occurrence {
     std::uint32_t node;
     std::uint32_t count;
