@@ -115,7 +115,8 @@ Found aggregate_guard(const Statement& s) {
 
 // "{a; b}", "1 {p(X) : q(X)} 2", in a head or a body.
 Found choice(const Statement& s) {
-  if (s.found().text != "{" || s.before().text == "{" || is_aggregate(s.before().text)) {
+  if (s.found().text != "{" || s.before().text == "{" || is_aggregate(s.before().text) ||
+      s.text(0) == "#template") {
     return std::nullopt;
   }
   const Token& before = s.before();

@@ -101,8 +101,9 @@ class Line {
 
   // The place of the bytes [begin, end) of the line, which may begin in front of the character.
   zarel::Place between(std::size_t begin, std::size_t end) const {
-    zarel::Position last = position(last_character(end));
-    last.column += static_cast<std::uint32_t>(end - 1 - last_character(end));
+    const std::size_t last_begin = last_character(begin, end);
+    zarel::Position last = position(last_begin);
+    last.column += static_cast<std::uint32_t>(end - 1 - last_begin);
     return {position(begin), last};
   }
   // Where the line ends, or so many bytes further on.
@@ -116,9 +117,10 @@ class Line {
   }
 
  private:
-  std::size_t last_character(std::size_t end) const {
+  // A byte that is no UTF-8 may look like the rest of a character that begins further left.
+  std::size_t last_character(std::size_t begin, std::size_t end) const {
     std::size_t last = end - 1;
-    while (last > 0 && zarel::continues_character(text_[last])) --last;
+    while (last > begin && zarel::continues_character(text_[last])) --last;
     return last;
   }
   zarel::Position position(std::size_t offset) const {

@@ -50,6 +50,14 @@ Found rule_arrow(const Statement& s) {
   };
   if (sign == "=" && s.before().text == ":" && s.touch(s.at() - 1)) {
     Message message = answer(s.at() - 1);
+    if (s.is_in_body()) {
+      return Message{"comparison-slip",
+                     message.place,
+                     "nothing is assigned",
+                     "",
+                     {},
+                     "write == to compare, and = in front of a sum or a product"};
+    }
     message.fixes = {replaced(message.place, ":-")};
     return message;
   }
@@ -58,7 +66,8 @@ Found rule_arrow(const Statement& s) {
     message.fixes = {replaced(message.place, ":-")};
     return message;
   }
-  if (sign == ">" && s.before().text == "<-" && s.touch(s.at() - 1)) {
+  const bool is_double = s.before().text == "<-" || s.before().text == "<=";
+  if (sign == ">" && is_double && s.touch(s.at() - 1)) {
     Message message = answer(s.at() - 1);
     message.text = "there is no sign for equivalence";
     message.help = "write two rules: a :- b. and b :- a.";
@@ -142,7 +151,9 @@ Found negated_comparison(const Statement& s) {
 
 // "X < Y < Z"
 Found comparison_chain(const Statement& s) {
-  if (opposite_of(s.found().text).empty()) return std::nullopt;
+  if (opposite_of(s.found().text).empty() || !opposite_of(s.before().text).empty()) {
+    return std::nullopt;
+  }
   for (std::size_t i = s.literal() + 1; i < s.at(); ++i) {
     if (opposite_of(s.text(i)).empty() || s.text(s.at() - 1) == "}") continue;
     return Message{"comparison-chain",

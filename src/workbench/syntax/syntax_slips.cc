@@ -82,17 +82,6 @@ Found unclosed_bracket(const Statement& s) {
   return unclosed(s, *bracket, s.token(s.open().back()));
 }
 
-Found unopened_bracket(const Statement& s) {
-  const Bracket* const bracket = closed_by(s.found().text);
-  if (bracket == nullptr || s.innermost() == bracket->opening) return std::nullopt;
-  return Message{"unopened-bracket",
-                 s.found().place,
-                 filled("there is no {} that this closes", {bracket->opening}),
-                 "",
-                 {},
-                 "leave it out, or open it further left"};
-}
-
 Found trailing_comma(const Statement& s) {
   if (s.before().text != ",") return std::nullopt;
   const bool is_end = ends_statement(s.found()) || closed_by(s.found().text) != nullptr;
@@ -157,6 +146,24 @@ Message missing_full_stop(const Statement& s) {
     message.notes = {{s.found().place, "the next statement begins here"}};
   }
   return message;
+}
+
+Found unopened_bracket(const Statement& s) {
+  const Bracket* const bracket = closed_by(s.found().text);
+  if (bracket == nullptr || s.innermost() == bracket->opening) return std::nullopt;
+  const bool ends_definition =
+      s.found().text == "}" && s.open().empty() && s.template_brace().kind != TokenKind::kEnd;
+  if (ends_definition && s.at() != 0 && can_end(s)) {
+    Message message = missing_full_stop(s);
+    message.notes = {{s.found().place, "the definition of the template ends here"}};
+    return message;
+  }
+  return Message{"unopened-bracket",
+                 s.found().place,
+                 filled("there is no {} that this closes", {bracket->opening}),
+                 "",
+                 {},
+                 "leave it out, or open it further left"};
 }
 
 Message comma_behind(const Statement& s) {

@@ -49,6 +49,11 @@ std::string arithmetic_help(const Statement& s, std::size_t sign) {
   if (is_equation && s.token(sign - 3).kind == TokenKind::kVariable) {
     return filled("{}write {}", {why, equation(s.text(sign - 3), text, left, right)});
   }
+  // "X + 1 = Y"
+  const bool is_turned = s.literal() + 1 == sign && s.text(sign + 2) == "=";
+  if (is_turned && s.token(sign + 3).kind == TokenKind::kVariable) {
+    return filled("{}write {}", {why, equation(s.text(sign + 3), text, left, right)});
+  }
   const std::string name = s.unused_variable();
   const bool is_second = (compared == "+" || compared == "*") && s.text(sign - 4) == "=";
   if (is_second && (text == "+" || text == "*")) {
@@ -114,7 +119,8 @@ Found negative_number(const Statement& s) {
   if (s.found().text != "-") {
     if (s.before().kind != TokenKind::kNumber || s.text(s.at() - 2) != "-") return std::nullopt;
     sign = s.at() - 2;
-    if (s.literal() != sign) return std::nullopt;
+    const bool is_value = s.innermost() == "[" && s.text(sign - 1).ends_with("->");
+    if (s.literal() != sign && !is_value && !s.text(sign - 1).ends_with("->>")) return std::nullopt;
   }
   const Token& behind = s.token(sign + 1);
   if (sign != 0 && ends_term(s.token(sign - 1))) return std::nullopt;
@@ -229,6 +235,16 @@ Found frame_arrow(const Statement& s) {
   const std::string_view sign = s.found().text;
   if ((sign != "=" && sign != ":") || s.innermost() != "[" || s.text(0) == ":~") {
     return std::nullopt;
+  }
+  const bool is_prefix = sign == ":" && s.touch(s.at() - 1) && s.touch(s.at()) &&
+                         s.behind().kind == TokenKind::kName && s.text(s.at() + 2).ends_with(">");
+  if (is_prefix) {
+    return Message{"frame-term",
+                   joined(s.before().place, s.behind().place),
+                   "an attribute has no prefix",
+                   "",
+                   {},
+                   "only values have: write the whole address in quotes"};
   }
   return Message{"frame-arrow",
                  s.found().place,
