@@ -18,6 +18,7 @@ using zarel::WrittenStatement;
 // Rules that are kept as a whole, for what is known of them when all was read.
 constexpr std::size_t kMostGrowing = 10'000;
 constexpr std::size_t kMostPairs = 1'000'000;
+constexpr std::size_t kMostSteps = 20;    // of a way round that is told rule by rule
 constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
 bool is(const WrittenNode& node, BUILTIN builtin) {
@@ -296,13 +297,20 @@ void Recursion::tell_endless(const Growing& growing, const WrittenNode& grown, c
   const std::vector<Step> back = path(to, from);
   if (to != from) way.insert(way.end(), back.begin(), back.end());
   std::uint32_t given = from;
-  for (const Step& step : way) {
-    const Rule& rule = rules_[step.rule];
-    const auto part = std::ranges::find(rule.body, step.to);
+  for (std::size_t i = 0; i < way.size(); ++i) {
+    const Rule& rule = rules_[way[i].rule];
+    const auto part = std::ranges::find(rule.body, way[i].to);
+    const zarel::Place place =
+        context_.place(rule.at[static_cast<std::size_t>(part - rule.body.begin())]);
+    if (i + 1 > kMostSteps && way.size() > i + 1) {
+      message.notes.push_back({place, name_of(given) + " is made in " +
+                                          std::to_string(way.size() - i) +
+                                          " further steps out of " + name_of(way.back().to)});
+      break;
+    }
     message.notes.push_back(
-        {context_.place(rule.at[static_cast<std::size_t>(part - rule.body.begin())]),
-         name_of(given) + " is made out of " + name_of(step.to) + " here"});
-    given = step.to;
+        {place, name_of(given) + " is made out of " + name_of(way[i].to) + " here"});
+    given = way[i].to;
   }
   if (circle != nullptr) {
     message.notes.push_back(
