@@ -135,7 +135,8 @@ void Relations::give(const WrittenStatement& clause, const WrittenNode& disjunct
     Relation& relation = at(*key);
     const std::size_t sign = disjunct.is_strongly_negated ? 1 : 0;
     relation.given[sign].add(name_span(clause, disjunct));
-    if (clause.is_fact() && clause.head().size() == 1) ++relation.facts[sign];
+    const bool is_alone = disjunct.begin == 0 && disjunct.next_sibling == zarel::kNoNode;
+    if (clause.is_fact() && is_alone) ++relation.facts[sign];
     return;
   }
   give_frames_by_variable(disjunct.second_name);
@@ -251,6 +252,31 @@ void Relations::suggest(Message& message, NameId name,
   message.fixes.push_back({Fix::Kind::kReplace, message.place, std::string(near)});
 }
 
+// The last relation of that name and arity that is given, in whatever frame space, or the first one
+// of that name. A name may be one of many frame spaces: all are gone through once.
+const Relation* Relations::given_elsewhere(const RelationKey& key, std::size_t sign) {
+  constexpr std::uint32_t kAnyArity = 0xFFFFFFFF;
+  const auto anywhere = [](RelationKey wanted, std::uint32_t arity) {
+    wanted.space = {};
+    wanted.arity = arity;
+    return wanted;
+  };
+  if (given_anywhere_[0].empty() && given_anywhere_[1].empty()) {
+    for (const Relation& relation : relations_) {
+      for (const std::size_t own : {0, 1}) {
+        if (relation.given[own].count == 0) continue;
+        given_anywhere_[own].try_emplace(anywhere(relation.key, kAnyArity), &relation);
+        given_anywhere_[own][anywhere(relation.key, relation.key.arity)] = &relation;
+      }
+    }
+  }
+  for (const std::uint32_t arity : {key.arity, kAnyArity}) {
+    const auto found = given_anywhere_[sign].find(anywhere(key, arity));
+    if (found != given_anywhere_[sign].end()) return found->second;
+  }
+  return nullptr;
+}
+
 void Relations::report_unknown(const Relation& relation, int sign, const ForeignText& foreign) {
   const auto own = static_cast<std::size_t>(sign);
   const RelationKey& key = relation.key;
@@ -262,12 +288,7 @@ void Relations::report_unknown(const Relation& relation, int sign, const Foreign
   }
   if (relation.given[own].count != 0 || used.count == 0) return;
   if (may_be_given_by_variable(key) || foreign.mentions(context_.spelling(key.name))) return;
-  const Relation* other = nullptr;
-  for (const Relation* named : by_name_[key.name]) {
-    if (named->key.scope == key.scope && named->given[own].count != 0) {
-      if (other == nullptr || named->key.arity == key.arity) other = named;
-    }
-  }
+  const Relation* const other = given_elsewhere(key, own);
   const std::string name = shown(relation, sign);
   if (other != nullptr && other->key.arity != key.arity) {
     Message& message =

@@ -91,6 +91,7 @@ class Relations {
   Relation& at(const RelationKey& key);
   void give_frames_by_variable(zarel::NameId space);
 
+  const Relation* given_elsewhere(const RelationKey& key, std::size_t sign);
   void report_unknown(const Relation& relation, int sign, const ForeignText& foreign);
   void report_unused(const Relation& relation, int sign, const ForeignText& foreign);
   void report_frames(const ForeignText& foreign);
@@ -104,6 +105,8 @@ class Relations {
   std::deque<Relation> relations_;    // in the order of the text
   std::unordered_map<RelationKey, Relation*, RelationKeyHash> by_key_;
   std::unordered_map<zarel::NameId, std::vector<const Relation*>> by_name_;
+  // By sign; without frame space, once by arity and once without. Filled when first asked for.
+  std::array<std::unordered_map<RelationKey, const Relation*, RelationKeyHash>, 2> given_anywhere_;
   std::unordered_set<std::uint64_t> given_by_variable_;    // arity, and the frame space if known
   bool spaces_vary_ = false;                               // such a head in any frame space
   Relation* last_flat_ = nullptr;
