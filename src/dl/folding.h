@@ -3,17 +3,19 @@
 //
 // Note [folded atoms]
 // A generic atom has its relation and its name space in front: a_3(link,default,X,Y). clingo takes
-// a quarter longer for facts with two arguments more. So where these two are constants in every
-// a_3 of the program, they become part of the predicate: a_3'link'default(X,Y). As no name of the
-// input holds a prime, nothing else is called so, and atoms of different constants never were the
-// same. Both forms have the same length: characters are replaced one for one, and a ")" right
-// behind the constants falls away. One atom in the wrong form would be an atom that nothing
-// derives, so all of the program is parsed before the first one is written.
+// a quarter longer for facts with two arguments more, and what holds of one relation is asked of
+// all of them. So where these two, the keys, are simple terms in every a_3 of the program, they
+// become part of the predicate: a_3'link'default(X,Y). As no name of the input holds a prime,
+// nothing else is called so, and atoms of different keys never were the same. An atom with a
+// variable among its keys is written once for each relation that it can be: see Note [instances].
+// One atom in the wrong form would be an atom that nothing derives, so all of the program is parsed
+// before the first one is written.
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,19 +23,35 @@
 
 namespace dl {
 
+inline constexpr std::uint32_t kKeys = 2;
+
+// Whether the predicate of that name is folded where it can be.
+bool is_generic(std::string_view name);
+
+using PredicateNames = std::set<std::string, std::less<>>;
+
 class Folding {    // folds nothing until it begins
  public:
-  // Looks at an atom of the program: one that cannot be folded keeps its predicate as it is.
+  // Looks at an atom of a fact: one that cannot be folded keeps its predicate as it is.
+  void see_fact(const Term& atom);
+  // Looks at any other atom: one that is not folded for itself may have instances.
   void see(const Term& atom);
-  // All atoms have been seen: from now on fold() folds.
+
+  // The predicates that are kept as they are unless their atoms have instances.
+  PredicateNames undecided() const;
+  void keep(std::string_view predicate) { kept_.emplace(predicate); }
+  bool keeps(std::string_view predicate) const { return kept_.contains(predicate); }
+  // All is decided: from now on fold() folds.
   void begin() { is_on_ = true; }
 
-  // Folds the atom, which has its sign already, if its predicate is folded.
+  // Folds the atom, which has its sign already, if its predicate is folded; an atom with a variable
+  // among its keys is marked as open.
   void fold(Statement& statement, std::uint32_t atom) const;
 
  private:
   bool is_on_ = false;
-  std::set<std::string, std::less<>> kept_;    // generic predicates that stay as they are
+  PredicateNames kept_;    // generic predicates that stay as they are
+  PredicateNames open_;
 };
 
 // The predicate under which clingo knows the atom, spelled as in the input if it is not folded;
@@ -44,7 +62,7 @@ std::string_view predicate_of(const Statement& statement, const Term& atom);
 std::string_view unfolded_predicate(std::string_view predicate);
 
 // Undoes the folding, if there was any, of the atom with which the text ends and that begins at
-// `begin`.
+// `begin`. Its names and strings are spelled as in the input.
 void unfold(std::string& text, std::size_t begin);
 
 }    // namespace dl

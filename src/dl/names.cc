@@ -5,6 +5,8 @@
 namespace dl {
 namespace {
 
+constexpr std::string_view kHexDigits = "0123456789abcdef";
+
 // Appends the string that starts at `position` without clingo's escapes; returns the position after
 // it.
 std::size_t append_string(std::string& out, std::string_view printed, std::size_t position) {
@@ -21,11 +23,29 @@ std::size_t append_string(std::string& out, std::string_view printed, std::size_
   return position + 1;
 }
 
+// Appends the string that append_name_part() wrote so.
+void append_string_part(std::string& out, std::string_view part) {
+  out += '"';
+  for (std::size_t i = 0; i < part.size(); ++i) {
+    if (part[i] != '_') {
+      out += part[i];
+      continue;
+    }
+    out += static_cast<char>(kHexDigits.find(part[i + 1]) * 16 + kHexDigits.find(part[i + 2]));
+    i += 2;
+  }
+  out += '"';
+}
+
 // Appends the word that starts at `position` without our prefix; returns the position after it.
 std::size_t append_word(std::string& out, std::string_view printed, std::size_t position) {
   std::size_t end = position;
   while (end < printed.size() && is_word(printed[end])) ++end;
   std::string_view word = printed.substr(position, end - position);
+  if (word.starts_with("_s")) {
+    append_string_part(out, word.substr(2));
+    return end;
+  }
   if (word.starts_with("_n")) {
     word.remove_prefix(2);
   } else if (word.starts_with("_t")) {
@@ -60,6 +80,24 @@ void append_clingo_string(std::string& out, std::string_view quoted) {
     out += c;
   }
   out += '"';
+}
+
+void append_name_part(std::string& out, std::string_view term) {
+  if (term.front() != '"') {
+    out += term;
+    return;
+  }
+  std::string string;
+  append_string(string, term, 0);
+  out += "_s";
+  for (const char c : std::string_view(string).substr(1, string.size() - 2)) {
+    if (is_word(c) && c != '_') {
+      out += c;
+      continue;
+    }
+    const auto code = static_cast<unsigned char>(c);
+    ((out += '_') += kHexDigits[code / 16]) += kHexDigits[code % 16];
+  }
 }
 
 void append_input_spelling(std::string& out, std::string_view printed) {

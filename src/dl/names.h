@@ -5,6 +5,8 @@
 // A name of the input never begins with an underscore, so everything that does is ours:
 //   _nNAME       a predicate or functor that clingo takes for a variable or a keyword (Node, not)
 //   _tREST       the predicate #REST, whose first character clingo keeps for its own words
+//   _sTEXT       the string TEXT in the name of a predicate; what is no letter and no digit is _XX
+//                there, its code in hexadecimal
 //   _h1, ...     pieces of a long body, and factors that are given in several ways
 //   _some1, ...  atoms of which only named variables matter
 //   _q           the answers of the query
@@ -35,6 +37,10 @@ void append_clingo_name(std::string& out, std::string_view name);
 // Appends a quoted string, given with its quotes, with backslashes and line ends escaped for
 // clingo.
 void append_clingo_string(std::string& out, std::string_view quoted);
+
+// Appends a constant, string or integer, given as clingo's term, as part of a predicate's name (see
+// the Note [folded atoms]).
+void append_name_part(std::string& out, std::string_view term);
 
 // Appends an atom or term that clingo printed as the input would spell it; it may hold strings and
 // nested names.

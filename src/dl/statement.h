@@ -40,15 +40,22 @@ enum class TermKind : std::uint8_t {
   kCompound
 };
 
+// Whether such a term is a name, string or number: different ones have different values.
+constexpr bool is_simple(TermKind kind) {
+  return kind == TermKind::kConstant || kind == TermKind::kString || kind == TermKind::kInteger;
+}
+
 struct Term {
   TermKind kind = TermKind::kConstant;
   VariableId variable = kUnnamed;
-  Slice text;                     // as clingo writes it
-  Slice uses;                     // its variables, in Statement::uses
-  std::uint32_t constants = 0;    // of a compound: how many arguments in front are constants
+  Slice text;                  // as clingo writes it
+  Slice uses;                  // its variables, in Statement::uses
+  Slice arguments;             // of an atom, in Statement::arguments, if they are listed
+  std::uint32_t simple = 0;    // of a compound: how many arguments in front are simple, see below
   std::uint32_t arity = 0;
   bool strongly_negated = false;
   bool folded = false;      // see Note [folded atoms]; text and arity are what clingo reads
+  bool open = false;        // see Note [instances]
   std::string_view name;    // as the input spells it, of constants and compounds
 };
 
@@ -152,6 +159,7 @@ struct Statement {
   const char* source = nullptr;    // the text of the file
   std::string_view written;        // the statement in it, again but of facts
   bool atoms_only = true;          // the body holds no builtin and no aggregate
+  bool is_open = false;            // has an open atom: see Note [instances]
 
   std::string_view slice(Slice s) const { return std::string_view(text).substr(s.begin, s.size()); }
   // Whether the variable stands for a "_" of the input.
@@ -185,6 +193,7 @@ struct Statement {
     line = 0;
     written = {};
     atoms_only = true;
+    is_open = false;
   }
 };
 

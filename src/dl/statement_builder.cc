@@ -254,7 +254,8 @@ void StatementBuilder::project(std::uint32_t atom) {
 
 void StatementBuilder::atom_literal(std::uint32_t atom) {
   folding_.fold(statement_, atom);
-  if (negated_ && statement_.terms[atom].strongly_negated) project(atom);
+  const Term& term = statement_.terms[atom];
+  if (negated_ && term.strongly_negated && !term.open) project(atom);
   Literal literal;
   literal.term = atom;
   literal.uses = statement_.terms[atom].uses;
@@ -569,7 +570,8 @@ std::uint32_t StatementBuilder::close_compound() {
   Term& term = statement_.terms[index];
   term.name = frame.name;
   term.arity = frame.count;
-  term.constants = frame.constants;
+  term.simple = frame.simple;
+  term.arguments = {frame.arguments_begin, arguments_size()};
   return index;
 }
 
@@ -592,26 +594,52 @@ std::uint32_t StatementBuilder::flat_compound(const Token& token) {
 
 void StatementBuilder::flat_argument(std::string_view word, std::uint32_t line) {
   separate();
+  if (lists_arguments_ && frames_.size() == 1) return list_flat_argument(word, line);
   if (is_lower(word.front())) {
-    Frame& frame = frames_.back();
-    if (frame.constants + 1 == frame.count) ++frame.constants;
+    note_simple_argument();
     append_clingo_name(statement_.text, word);
   } else if (word.front() == '_') {
     add_anonymous(word.data());
   } else if (word.front() <= '9') {
+    note_simple_argument();
     append_number(word, line);
   } else {
     add_variable(word);
   }
 }
 
+void StatementBuilder::list_flat_argument(std::string_view word, std::uint32_t line) {
+  const std::uint32_t begin = text_size();
+  const std::uint32_t uses_begin = uses_size();
+  TermKind kind = TermKind::kVariable;
+  VariableId variable = kUnnamed;
+  if (is_lower(word.front())) {
+    kind = TermKind::kConstant;
+    append_clingo_name(statement_.text, word);
+  } else if (word.front() == '_') {
+    variable = add_anonymous(word.data());
+    if (variable == kUnnamed) kind = TermKind::kAnonymous;
+  } else if (word.front() <= '9') {
+    kind = TermKind::kInteger;
+    append_number(word, line);
+  } else {
+    variable = add_variable(word);
+  }
+  const std::uint32_t term = add_term(kind, begin, uses_begin);
+  statement_.terms[term].variable = variable;
+  argument(term);
+}
+
+void StatementBuilder::note_simple_argument() {
+  Frame& frame = frames_.back();
+  if (frame.simple + 1 == frame.count) ++frame.simple;
+}
+
 // Only the arguments of the outermost parentheses are looked at one by one, so only they are
 // listed.
 void StatementBuilder::argument(std::uint32_t term) {
   if (frames_.empty()) return;
-  Frame& frame = frames_.back();
-  const bool is_constant = statement_.terms[term].kind == TermKind::kConstant;
-  if (is_constant && frame.constants + 1 == frame.count) ++frame.constants;
+  if (is_simple(statement_.terms[term].kind)) note_simple_argument();
   if (frames_.size() == 1) statement_.arguments.push_back(term);
 }
 

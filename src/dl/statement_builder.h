@@ -74,6 +74,9 @@ class StatementBuilder {
   StatementBuilder(StatementReceiver& receiver, const Folding& folding)
       : receiver_(receiver), folding_(folding) {}
 
+  // The arguments of atoms are to be listed, which takes time: see Term::arguments.
+  void list_arguments() { lists_arguments_ = true; }
+
   // Tokens come from this text from now on.
   void begin_text(const char* text) { statement_.source = line_begin_ = text; }
 
@@ -148,7 +151,7 @@ class StatementBuilder {
     std::uint32_t uses_begin;
     std::uint32_t arguments_begin;
     std::uint32_t count;
-    std::uint32_t constants;    // how many of the first arguments are constants
+    std::uint32_t simple;    // how many of the first arguments are simple
     std::string_view name;
   };
 
@@ -170,6 +173,8 @@ class StatementBuilder {
   VariableId add_anonymous(const char* written);
   void add_use(VariableId variable, const char* written);
   void flat_argument(std::string_view word, std::uint32_t line);
+  void list_flat_argument(std::string_view word, std::uint32_t line);
+  void note_simple_argument();
   void append_number(std::string_view digits, std::uint32_t line);
   void assignment(Builtin kind, std::initializer_list<std::uint32_t> terms);
   void copy_uses(Slice uses);
@@ -193,6 +198,7 @@ class StatementBuilder {
   std::uint32_t line_ = 1;
   const char* line_begin_ = nullptr;    // of that line
   std::uint32_t fresh_variables_ = 0;
+  bool lists_arguments_ = false;
   bool in_aggregate_ = false;
   bool awaits_aggregate_colon_ = false;
   bool outer_negated_ = false;

@@ -8,14 +8,8 @@ std::vector<IncludeLine> Survey::take_includes() {
   return std::exchange(includes_, {});
 }
 
-Folding Survey::folding() const {
-  Folding folding = folding_;
-  folding.begin();
-  return folding;
-}
-
 MaybeMistake Survey::fact(const Statement& statement) {
-  for (const std::uint32_t head : statement.heads) folding_.see(statement.terms[head]);
+  for (const std::uint32_t head : statement.heads) folding_.see_fact(statement.terms[head]);
   return {};
 }
 
@@ -51,6 +45,8 @@ std::string Survey::projection(const Statement&, const Term&, std::uint32_t, std
 }
 
 void Survey::see(const Statement& statement) {
+  const auto begin = static_cast<std::uint32_t>(statement.written.data() - statement.source);
+  rules_.back().push_back({begin, begin + static_cast<std::uint32_t>(statement.written.size())});
   for (const std::uint32_t head : statement.heads) folding_.see(statement.terms[head]);
   see_body(statement, statement.body);
   for (const Aggregate& aggregate : statement.aggregates) {

@@ -26,8 +26,12 @@ class Survey : public StatementReceiver {
   bool has_weak_constraints() const { return has_weak_constraints_; }
   bool has_sums() const { return has_sums_; }                     // #sum or #avg
   std::optional<std::int64_t> bound() const { return bound_; }    // the first that is given
-  // What of the program can be folded, when all of it was taken.
-  Folding folding() const;
+  // What of the program can be folded, when all of it was taken, but for what is undecided.
+  const Folding& folding() const { return folding_; }
+  // The next statements come from the next text.
+  void begin_text() { rules_.emplace_back(); }
+  // Where the statements that are no facts stand in a text.
+  const std::vector<Slice>& rules(std::uint32_t text) const { return rules_[text]; }
   std::vector<IncludeLine> take_includes();    // those found since the last call
 
   MaybeMistake fact(const Statement& statement) override;
@@ -43,6 +47,7 @@ class Survey : public StatementReceiver {
   void see_body(const Statement& statement, const std::vector<Literal>& body);
   void see(const Statement& statement);
 
+  std::vector<std::vector<Slice>> rules_;    // by text
   Folding folding_;
   std::vector<IncludeLine> includes_;
   std::optional<std::int64_t> bound_;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "dl/folding.h"
+#include "dl/instances.h"
 #include "dl/parse.h"
 #include "dl/translator.h"
 
@@ -33,6 +34,78 @@ zarel::Diagnostic at_include(Code code, std::string text, const zarel::Place& pl
   return diagnostic;
 }
 
+// Takes the statements of a reading for the instances.
+class InstanceReader : public StatementReceiver {
+ public:
+  explicit InstanceReader(Instances& instances) : instances_(instances) {}
+
+  MaybeMistake fact(const Statement& statement) override {
+    instances_.add_fact(statement);
+    return {};
+  }
+  MaybeMistake rule(const Statement& statement) override { return add(statement); }
+  MaybeMistake weak_constraint(const Statement& statement, const Piece&, const Piece&) override {
+    return add(statement);
+  }
+  MaybeMistake query(const Statement& statement) override { return add(statement); }
+  MaybeMistake integer_bound(std::int64_t, const Piece&) override { return {}; }
+  void include(std::string_view, const Piece&) override {}
+  void needs_bound(std::uint32_t, const Piece&) override {}
+  std::string projection(const Statement&, const Term&, std::uint32_t, std::uint32_t) override {
+    return {};
+  }
+
+  void read_facts_only() { has_rules_ = true; }
+
+  void read(std::string& text) {
+    const Folding unfolded;
+    StatementBuilder builder(*this, unfolded);
+    builder.list_arguments();
+    parse_text(text, builder);
+  }
+
+ private:
+  MaybeMistake add(const Statement& statement) {
+    if (!has_rules_) instances_.add_rule(statement);
+    return {};
+  }
+
+  Instances& instances_;
+  bool has_rules_ = false;
+};
+
+// What has to be known of the facts is known when all rules are. So the rules, which are few as a
+// rule, are read once more by themselves, and then everything.
+void find_instances(Instances& instances, Sources& sources, const Survey& survey) {
+  constexpr std::size_t kPiece = std::size_t{1} << 20;
+  InstanceReader reader(instances);
+  std::string piece;
+  const auto read_piece = [&] {
+    piece.append(2, '\0');
+    reader.read(piece);
+    piece.clear();
+  };
+  for (std::uint32_t file = 0; file < sources.size(); ++file) {
+    for (const Slice rule : survey.rules(file)) {
+      (piece += std::string_view(sources.text(file)).substr(rule.begin, rule.size())) += '\n';
+      if (piece.size() >= kPiece) read_piece();
+    }
+  }
+  read_piece();
+  instances.end_rules();
+  reader.read_facts_only();
+  for (std::uint32_t file = 0; file < sources.size(); ++file) reader.read(sources.text(file));
+  instances.decide();
+}
+
+void write_kept(const Instances& instances, Translation& out) {
+  for (const std::string& predicate : instances.kept()) {
+    ((out.text += "% ") += predicate) +=
+        " is not folded: which relations its variables stand for is not known, or too many";
+    out.end_line({});
+  }
+}
+
 }    // namespace
 
 zarel::Diagnostic unreadable(std::string_view name, std::string_view reason,
@@ -56,6 +129,7 @@ std::vector<Include> survey_text(Program& program, std::string name, std::string
   std::string& added = program.sources.text(file);
   program.mistake = unfit(program.sources, file, std::string_view(added).substr(0, size));
   if (program.mistake) return {};
+  program.survey.begin_text();
   const Folding unfolded;
   StatementBuilder builder(program.survey, unfolded);
   program.has_syntax_error = !parse_text(added, builder);
@@ -109,11 +183,21 @@ Translated translate(Program program, const Options& options, TextReceiver recei
   result.parts.traits = traits_of(program, options);
   Translation out;
   out.receiver = std::move(receiver);
-  const Folding folding = options.fold ? program.survey.folding() : Folding();
+  Folding folding;
+  if (options.fold) {
+    folding = program.survey.folding();
+    folding.begin();
+  }
+  Instances instances(folding);
+  const bool has_instances = options.fold && !folding.undecided().empty();
+  if (has_instances) find_instances(instances, result.sources, program.survey);
+  write_kept(instances, out);
   Translator translator(options, result.sources, result.parts, out);
+  translator.use_instances(instances);
   for (std::uint32_t file = 0; file < result.sources.size(); ++file) {
     translator.begin_file(file);
     StatementBuilder builder(translator, folding);
+    if (has_instances) builder.list_arguments();
     if (!parse_text(result.sources.text(file), builder)) {
       result.mistake = diagnostic_of(builder.mistake(), result.sources, file);
       return result;

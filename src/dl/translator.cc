@@ -83,8 +83,78 @@ MaybeMistake Translator::fact(const Statement& statement) {
   return {};
 }
 
-MaybeMistake Translator::prepare(const Statement& statement) {
+// The mistake in an open statement, which is that of the statement as it was written.
+template <typename Write>
+MaybeMistake Translator::mistake_in(const Statement& statement, Write&& write) const {
+  Translation out;
+  ProgramParts parts;
+  parts.traits = parts_.traits;
+  Translator trial(options_, sources_, parts, out);
+  trial.begin_file(file_);
+  return write(trial, statement);
+}
+
+// Writes the statement, or its instances: see Note [instances]. One that has none can never do
+// anything, and is written as it is: it may be the only weak constraint of its level.
+template <typename Write>
+MaybeMistake Translator::each_instance(const Statement& statement, VariableUse use, Write&& write) {
   if (!statement.atoms_only) uses_integers_ = true;
+  if (!statement.is_open) return write(*this, statement);
+  MaybeMistake mistake = mistake_in(statement, write);
+  if (mistake) return mistake;
+  const InstancePlan plan = instances_->plan(statement);
+  Statement common = statement;
+  for (const AtomShape& view : plan.views) {
+    replace_by_view(common, view, write_view(statement, view));
+  }
+  InstanceMaker maker(*instances_, plan, common, use);
+  bool is_written = false;
+  const auto write_one = [&](Statement& instance) {
+    is_written = true;
+    project_negations(instance);
+    if (!mistake) mistake = write(*this, instance);
+  };
+  instances_->each(plan, [&](const std::vector<Symbol>& values) { write_one(maker.make(values)); });
+  if (!is_written) write_one(common);
+  return mistake;
+}
+
+// A helper over the variables of the atom, with a rule for each of its relations.
+std::string Translator::write_view(const Statement& statement, const AtomShape& atom) {
+  std::vector<VariableId> variables;
+  for (const Use& use : statement.uses_of(statement.terms[atom.term])) {
+    variables.push_back(use.variable);
+  }
+  std::string helper = helper_atom(statement, "_some" + std::to_string(++projections_), variables);
+  for (const Relation& relation : instances_->relations_of(atom)) {
+    ((out_.text += helper) += ":-") += view_body(*instances_, statement, atom, relation);
+    out_.text += '.';
+    out_.end_line(location(statement));
+  }
+  return helper;
+}
+
+// What the builder could not do with an open atom.
+void Translator::project_negations(Statement& statement, std::vector<Literal>& body) {
+  for (const Literal& literal : body) {
+    if (literal.kind != kAtom || !literal.negated) continue;
+    Term& atom = statement.terms[literal.term];
+    const auto uses = statement.uses_of(atom);
+    if (!statement.slice(atom.text).starts_with('-')) continue;
+    if (std::ranges::find(uses, kUnnamed, &Use::variable) == uses.end()) continue;
+    const std::string helper = projection(statement, atom, statement.line, statement.column);
+    const auto begin = static_cast<std::uint32_t>(statement.text.size());
+    statement.text += helper;
+    atom.text = {begin, static_cast<std::uint32_t>(statement.text.size())};
+  }
+}
+
+void Translator::project_negations(Statement& statement) {
+  project_negations(statement, statement.body);
+  for (Aggregate& aggregate : statement.aggregates) project_negations(statement, aggregate.body);
+}
+
+MaybeMistake Translator::prepare(const Statement& statement) {
   MaybeMistake mistake = writer_.prepare(statement, place(statement), kept_);
   const VariableId ranging = writer_.ranging_variable();
   if (!mistake && ranging != kUnnamed && !bound_user_) {
@@ -97,6 +167,12 @@ MaybeMistake Translator::prepare(const Statement& statement) {
 }
 
 MaybeMistake Translator::rule(const Statement& statement) {
+  return each_instance(
+      statement, VariableUse::kWithinLiterals,
+      [](Translator& out, const Statement& instance) { return out.write_rule(instance); });
+}
+
+MaybeMistake Translator::write_rule(const Statement& statement) {
   MaybeMistake mistake = mark_heads(statement);
   if (!mistake) mistake = prepare(statement);
   if (mistake) return mistake;
@@ -114,6 +190,14 @@ void Translator::write_measure_fault(const WeakConstraint& weak, const Piece& me
 
 MaybeMistake Translator::weak_constraint(const Statement& statement, const Piece& weight,
                                          const Piece& level) {
+  const auto write = [&](Translator& out, const Statement& instance) {
+    return out.write_weak_constraint(instance, weight, level);
+  };
+  return each_instance(statement, VariableUse::kAsAnswers, write);
+}
+
+MaybeMistake Translator::write_weak_constraint(const Statement& statement, const Piece& weight,
+                                               const Piece& level) {
   WeakConstraint weak;
   weak.location = location(statement);
   weak.weight = weight.text.empty() ? "1" : weight.text;
@@ -149,6 +233,12 @@ MaybeMistake Translator::query(const Statement& statement) {
                        ", " + "line " + std::to_string(parts_.query->line),
                    statement.written, Elsewhere{parts_.query->range, "the first query"}};
   }
+  return each_instance(
+      statement, VariableUse::kAsAnswers,
+      [](Translator& out, const Statement& instance) { return out.write_query(instance); });
+}
+
+MaybeMistake Translator::write_query(const Statement& statement) {
   kept_ = outer_variables(statement);
   MaybeMistake mistake = prepare(statement);
   if (mistake) return mistake;

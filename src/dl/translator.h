@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "dl/instance_text.h"
+#include "dl/instances.h"
 #include "dl/options.h"
 #include "dl/program_parts.h"
 #include "dl/rule_text.h"
@@ -18,6 +20,9 @@ class Translator : public StatementReceiver {
  public:
   // All must outlive the translator.
   Translator(const Options& options, const Sources& sources, ProgramParts& parts, Translation& out);
+
+  // Needed where the folding marks statements as open; must outlive the translator, too.
+  void use_instances(Instances& instances) { instances_ = &instances; }
 
   void begin_file(std::uint32_t file) { file_ = file; }    // statements come from this one now
   // Writes what could not be written before. Returns the mistake that only the whole program shows.
@@ -47,6 +52,17 @@ class Translator : public StatementReceiver {
   StatementPlace place(const Statement& statement) const;
   MaybeMistake mark_heads(const Statement& statement);
   void append_heads(const Statement& statement);
+  template <typename Write>
+  MaybeMistake mistake_in(const Statement& statement, Write&& write) const;
+  template <typename Write>
+  MaybeMistake each_instance(const Statement& statement, VariableUse use, Write&& write);
+  std::string write_view(const Statement& statement, const AtomShape& atom);
+  void project_negations(Statement& statement, std::vector<Literal>& body);
+  void project_negations(Statement& statement);
+  MaybeMistake write_rule(const Statement& statement);
+  MaybeMistake write_weak_constraint(const Statement& statement, const Piece& weight,
+                                     const Piece& level);
+  MaybeMistake write_query(const Statement& statement);
   MaybeMistake prepare(const Statement& statement);
   void write_measure_fault(const WeakConstraint& weak, const Piece& measure);
   void write_weak_constraints(const zarel::SourceLocation& end);
@@ -62,6 +78,7 @@ class Translator : public StatementReceiver {
 
   std::uint32_t file_ = zarel::kNoFile;
   RuleWriter writer_;
+  Instances* instances_ = nullptr;
   std::vector<char> kept_;
   bool uses_integers_ = false;
   std::uint32_t projections_ = 0;
