@@ -8,19 +8,13 @@
 namespace dl {
 namespace {
 
-void append_keys(std::string& out, const Instances& instances,
-                 const std::array<Symbol, kKeys>& keys) {
-  for (const Symbol key : keys) {
-    out += '\'';
-    append_name_part(out, instances.text(key));
-  }
-}
-
-std::string folded_name(const Instances& instances, const Term& atom,
-                        const std::array<Symbol, kKeys>& keys) {
+std::string folded_name(const Instances& instances, const Term& atom, const Relation& relation) {
   std::string name = atom.strongly_negated ? "-" : "";
   name += atom.name;
-  append_keys(name, instances, keys);
+  for (std::uint32_t i = 0; i < instances.keys(relation.predicate); ++i) {
+    name += '\'';
+    append_name_part(name, instances.text(relation.keys[i]));
+  }
   return name;
 }
 
@@ -38,18 +32,19 @@ std::uint32_t size_of(const std::string& text) {
 std::string view_body(const Instances& instances, const Statement& statement, const AtomShape& atom,
                       const Relation& relation) {
   const Term& term = statement.terms[atom.term];
-  std::string body = folded_name(instances, term, relation.keys);
+  const std::uint32_t keys = instances.keys(relation.predicate);
+  std::string body = folded_name(instances, term, relation);
   std::string equalities;
   for (std::uint32_t i = 0; i < term.arguments.size(); ++i) {
-    const Term& argument = statement.terms[statement.arguments[term.arguments.begin + i]];
-    if (i >= kKeys) {
-      (body += i == kKeys ? '(' : ',') += statement.slice(argument.text);
+    const Term& argument = statement.listed_argument(term, written_place(i, keys));
+    if (i >= keys) {
+      (body += i == keys ? '(' : ',') += statement.slice(argument.text);
     } else if (argument.kind == TermKind::kVariable) {
       ((equalities += ',') += statement.slice(argument.text)) += '=';
       equalities += instances.text(relation.keys[i]);
     }
   }
-  if (term.arguments.size() > kKeys) body += ')';
+  if (term.arguments.size() > keys) body += ')';
   return body + equalities;
 }
 
@@ -88,16 +83,12 @@ Statement& InstanceMaker::make(const std::vector<Symbol>& values) {
 // The atoms of the plan get their relation, and the others outside aggregates the values alone.
 void InstanceMaker::write_atoms(const std::vector<Symbol>& values) {
   for (const InstancePlan::Atom& atom : plan_.atoms) {
-    std::array<Symbol, kKeys> keys;
-    for (std::uint32_t i = 0; i < kKeys; ++i) {
-      const auto& [is_slot, id] = atom.keys[i];
-      keys[i] = is_slot ? values[id] : id;
-    }
     Term& term = instance_.terms[atom.shape.term];
-    write_atom(atom.shape.term, folded_name(instances_, term, keys), kKeys);
-    term.folded = true;
+    const Relation relation = Instances::relation_of(atom, values);
+    term.keys = instances_.keys(relation.predicate);
+    term.arity -= term.keys;
     term.open = false;
-    term.arity -= kKeys;
+    write_atom(atom.shape.term, folded_name(instances_, term, relation));
   }
   for (const std::uint32_t head : instance_.heads) write_other_atom(head);
   for (const Literal& literal : instance_.body) {
@@ -112,18 +103,17 @@ void InstanceMaker::write_other_atom(std::uint32_t term) {
   });
   if (!has_values || atom.arguments.size() == 0) return;
   const std::string_view text = instance_.slice(atom.text);
-  write_atom(term, std::string(text.substr(0, text.find('('))), atom.folded ? kKeys : 0);
+  write_atom(term, std::string(text.substr(0, text.find('('))));
 }
 
 // Writes the atom anew behind all text. What is nested in its arguments stays as it is.
-void InstanceMaker::write_atom(std::uint32_t term, std::string predicate,
-                               std::uint32_t first_argument) {
+void InstanceMaker::write_atom(std::uint32_t term, std::string predicate) {
   Term& atom = instance_.terms[term];
   const auto uses_begin = static_cast<std::uint32_t>(instance_.uses.size());
   std::string text = std::move(predicate);
-  for (std::uint32_t i = first_argument; i < atom.arguments.size(); ++i) {
-    const Term& argument = instance_.terms[instance_.arguments[atom.arguments.begin + i]];
-    text += i == first_argument ? '(' : ',';
+  for (std::uint32_t i = atom.keys; i < atom.arguments.size(); ++i) {
+    const Term& argument = instance_.listed_argument(atom, written_place(i, atom.keys));
+    text += i == atom.keys ? '(' : ',';
     if (argument.kind == TermKind::kVariable && values_[argument.variable] != kNoSymbol) {
       text += instances_.text(values_[argument.variable]);
       continue;
@@ -133,7 +123,7 @@ void InstanceMaker::write_atom(std::uint32_t term, std::string predicate,
       instance_.uses.push_back(Use(instance_.uses[use]));
     }
   }
-  if (atom.arguments.size() > first_argument) text += ')';
+  if (atom.arguments.size() > atom.keys) text += ')';
   atom.text = {size_of(instance_.text), size_of(instance_.text) + size_of(text)};
   instance_.text += text;
   atom.uses = {uses_begin, static_cast<std::uint32_t>(instance_.uses.size())};

@@ -31,7 +31,7 @@ class InstanceMaker {
 
  private:
   void write_atoms(const std::vector<Symbol>& values);
-  void write_atom(std::uint32_t term, std::string predicate, std::uint32_t first_argument);
+  void write_atom(std::uint32_t term, std::string predicate);
   void write_other_atom(std::uint32_t term);
   void renew_uses(std::vector<Literal>& body);
   void note_uses(Slice uses);

@@ -43,10 +43,12 @@ std::span<const AtomShape> all_atoms(const Shapes& all, const RuleShape& rule) {
 
 }    // namespace
 
+std::span<const Argument> Instances::keys_of(const Shapes& all, const AtomShape& atom) const {
+  return arguments_of(all, atom).first(relations_.predicate(atom.predicate).keys);
+}
+
 bool Instances::has_open_keys(const Shapes& all, const AtomShape& atom) const {
-  if (!relations_.predicate(atom.predicate).has_keys) return false;
-  const auto keys = arguments_of(all, atom).first(kKeys);
-  return std::ranges::any_of(keys,
+  return std::ranges::any_of(keys_of(all, atom),
                              [](const Argument& key) { return key.kind != ArgumentKind::kSymbol; });
 }
 
@@ -56,16 +58,23 @@ bool Instances::is_open(const Shapes& all, const AtomShape& atom) const {
 
 // An open atom, as it is written, is in every relation.
 RelationId Instances::relation_of(const Shapes& all, const AtomShape& atom) {
-  if (!relations_.predicate(atom.predicate).has_keys) {
-    return relations_.number({atom.predicate, {kNoSymbol, kNoSymbol}});
-  }
   if (has_open_keys(all, atom)) return every_relation(atom.predicate);
-  const auto keys = arguments_of(all, atom);
-  return relations_.number({atom.predicate, {keys[0].id, keys[1].id}});
+  Relation relation{atom.predicate, {}};
+  std::ranges::transform(keys_of(all, atom), relation.keys.begin(), &Argument::id);
+  return relations_.number(relation);
 }
 
 RelationId Instances::every_relation(PredicateId predicate) {
-  return relations_.number({predicate, {kEachSymbol, kEachSymbol}});
+  return relations_.number({predicate, {kEachSymbol}});
+}
+
+void Instances::keep(PredicateId predicate) {
+  const auto& [name, is_generic, keys] = relations_.predicate(predicate);
+  if (keys == kMostKeys) {
+    has_failed_ = true;
+  } else {
+    keep(name);
+  }
 }
 
 void Instances::keep(std::string_view predicate) {
@@ -77,16 +86,15 @@ void Instances::keep(std::string_view predicate) {
 bool Instances::check_keys(const AtomShape& atom, bool is_head) {
   const Predicate& predicate = relations_.predicate(atom.predicate);
   if (!predicate.is_generic) return false;
-  const auto arguments = arguments_of(rules_, atom);
-  bool can_be_folded = predicate.has_keys;
+  bool can_be_folded = predicate.keys != 0;
   bool is_open = false;
-  for (const Argument& key : arguments.first(std::min<std::size_t>(kKeys, arguments.size()))) {
+  for (const Argument& key : keys_of(rules_, atom)) {
     is_open = is_open || key.kind != ArgumentKind::kSymbol;
     if (key.kind == ArgumentKind::kUnclear) can_be_folded = false;
     if (key.kind == ArgumentKind::kAnonymous && is_head) can_be_folded = false;
   }
-  if (!can_be_folded) keep(predicate.name);
-  return is_open && predicate.has_keys;
+  if (!can_be_folded) keep(atom.predicate);
+  return is_open;
 }
 
 void Instances::add_rule(const Statement& statement) {
@@ -110,7 +118,7 @@ void Instances::end_rules() {
   for (const RuleId rule : open_rules_) {
     for (const AtomShape& atom : all_atoms(rules_, rules_.rules[rule])) {
       if (!has_open_keys(rules_, atom)) continue;
-      for (const Argument& key : arguments_of(rules_, atom).first(kKeys)) {
+      for (const Argument& key : keys_of(rules_, atom)) {
         if (key.kind == ArgumentKind::kVariable) want_variable(rule, key.id);
       }
     }
@@ -121,8 +129,7 @@ void Instances::end_rules() {
     for (const AtomShape& atom : atoms_in(rules_, rules_.rules[rule].positives)) {
       const auto arguments = arguments_of(rules_, atom);
       work_ += arguments.size() + 1;
-      const bool has_keys = relations_.predicate(atom.predicate).has_keys;
-      for (std::uint32_t i = has_keys ? kKeys : 0; i < arguments.size(); ++i) {
+      for (std::uint32_t i = relations_.predicate(atom.predicate).keys; i < arguments.size(); ++i) {
         const Argument& argument = arguments[i];
         if (argument.kind == ArgumentKind::kVariable && argument.id == variable) {
           want_argument(atom, i);
@@ -168,14 +175,13 @@ bool Instances::is_wanted(RelationId relation, std::uint32_t place) const {
 void Instances::add_fact(const Statement& statement) {
   for (const std::uint32_t head : statement.heads) {
     const Term& atom = statement.terms[head];
-    std::string_view begin = statement.slice(atom.text);
-    if (atom.simple >= kKeys && is_generic(atom.name)) {
-      const Term& last_key = statement.terms[statement.arguments[atom.arguments.begin + kKeys - 1]];
-      begin = begin.substr(0, last_key.text.end - atom.text.begin);
-    } else {
-      begin = begin.substr(0, begin.find('('));
+    const std::string_view text = statement.slice(atom.text);
+    fact_begin_.assign(text.substr(0, text.find('(')));
+    const std::uint32_t keys = folding_.keys_of(statement, atom);
+    for (std::uint32_t i = 0; i < keys; ++i) {
+      (fact_begin_ += ',') +=
+          statement.slice(statement.listed_argument(atom, written_place(i, keys)).text);
     }
-    fact_begin_.assign(begin);
     (fact_begin_ += '/') += std::to_string(atom.arity);
     if (last_kind_ == nullptr || fact_begin_ != last_begin_) {
       const auto [kind, is_new] = fact_kinds_.try_emplace(fact_begin_);
@@ -184,7 +190,7 @@ void Instances::add_fact(const Statement& statement) {
       last_begin_ = fact_begin_;
     }
     for (const std::uint32_t place : last_kind_->places) {
-      const Term& term = statement.terms[statement.arguments[atom.arguments.begin + place]];
+      const Term& term = statement.listed_argument(atom, written_place(place, keys));
       add_argument(last_kind_->relation, place, relations_.argument(statement, term), {});
     }
   }
@@ -239,26 +245,35 @@ void Instances::add_head(const AtomShape& head, RelationId relation, const Domai
 }
 
 void Instances::add_open_head(const AtomShape& head, const Domains& domains) {
-  std::array<Values, kKeys> keys;
-  for (std::uint32_t i = 0; i < kKeys; ++i) {
-    const Argument& key = arguments_of(rules_, head)[i];
-    if (key.kind == ArgumentKind::kSymbol) {
-      keys[i].add(key.id, 1);
-    } else if (key.kind == ArgumentKind::kVariable) {
-      keys[i] = domains.at(key.id);
+  std::array<Values, kMostKeys> keys;
+  const auto written = keys_of(rules_, head);
+  for (std::uint32_t i = 0; i < kMostKeys; ++i) {
+    if (i >= written.size()) {
+      keys[i].add(kNoSymbol, 1);
+    } else if (written[i].kind == ArgumentKind::kSymbol) {
+      keys[i].add(written[i].id, 1);
+    } else if (written[i].kind == ArgumentKind::kVariable) {
+      keys[i] = domains.at(written[i].id);
     } else {
       keys[i].make_any();
     }
   }
-  if (keys[0].is_any() || keys[1].is_any()) {
+  if (std::ranges::any_of(keys, &Values::is_any)) {
     return add_head(head, every_relation(head.predicate), domains);
   }
-  for (const Symbol first : keys[0].list()) {
-    if (is_tired()) return;
-    for (const Symbol second : keys[1].list()) {
-      add_head(head, relations_.number({head.predicate, {first, second}}), domains);
+  std::vector<Relation> relations{{head.predicate, {}}};
+  for (std::uint32_t i = 0; i < kMostKeys; ++i) {
+    if (relations.size() * keys[i].list().size() > most()) {
+      return add_head(head, every_relation(head.predicate), domains);
+    }
+    for (const Relation& relation : std::exchange(relations, {})) {
+      for (const Symbol key : keys[i].list()) {
+        relations.push_back(relation);
+        relations.back().keys[i] = key;
+      }
     }
   }
+  for (const Relation& relation : relations) add_head(head, relations_.number(relation), domains);
 }
 
 // The variables of a rule whose values reach what has to be known.
@@ -266,11 +281,10 @@ Instances::Variables Instances::passed_on(const RuleShape& rule) const {
   Variables variables;
   for (const AtomShape& head : atoms_in(rules_, rule.heads)) {
     const auto arguments = arguments_of(rules_, head);
-    const bool has_keys = relations_.predicate(head.predicate).has_keys;
+    const std::uint32_t keys = relations_.predicate(head.predicate).keys;
     for (std::uint32_t i = 0; i < arguments.size(); ++i) {
       if (arguments[i].kind != ArgumentKind::kVariable) continue;
-      const bool is_key = has_keys && i < kKeys;
-      if (is_key || wanted_somewhere_.contains(at(head.predicate, i))) {
+      if (i < keys || wanted_somewhere_.contains(at(head.predicate, i))) {
         variables.insert(arguments[i].id);
       }
     }
@@ -354,8 +368,9 @@ bool Instances::is_tired() const {
 
 bool Instances::matches(const Shapes& all, const AtomShape& atom, RelationId relation) const {
   const auto& keys = relations_.relation(relation).keys;
-  for (std::uint32_t i = 0; i < kKeys; ++i) {
-    const Argument& key = all.arguments[atom.arguments.begin + i];
+  const auto written = keys_of(all, atom);
+  for (std::uint32_t i = 0; i < written.size(); ++i) {
+    const Argument& key = written[i];
     if (key.kind == ArgumentKind::kSymbol && key.id != keys[i]) return false;
   }
   return true;
@@ -364,19 +379,19 @@ bool Instances::matches(const Shapes& all, const AtomShape& atom, RelationId rel
 // What can be there in an atom that holds.
 Values Instances::values_at(const Shapes& all, const AtomShape& atom, std::uint32_t place) {
   Values values;
-  const bool has_keys = relations_.predicate(atom.predicate).has_keys;
-  const bool is_key = has_keys && place < kKeys;
+  const std::uint32_t keys = relations_.predicate(atom.predicate).keys;
+  const bool is_key = place < keys;
   const auto add = [&](RelationId relation) {
     const auto known = values_.find(at(relation, place));
     if (known == values_.end()) return;
     work_ += known->second.list().size();
     values.add(known->second, most());
   };
-  if (!has_keys || !has_open_keys(all, atom)) {
+  if (!has_open_keys(all, atom)) {
     const RelationId relation = relation_of(all, atom);
     if (!is_wanted(relation, place)) values.make_any();
     add(relation);
-    if (has_keys) add(every_relation(atom.predicate));
+    if (keys != 0) add(every_relation(atom.predicate));
     return values;
   }
   const bool is_known = is_key ? found(derives_any_, atom.predicate) == 0
@@ -430,7 +445,7 @@ InstancePlan Instances::plan(const Shapes& all, const RuleShape& rule) {
   Variables variables;
   for (const AtomShape& atom : all_atoms(all, rule)) {
     if (!is_open(all, atom)) continue;
-    for (const Argument& key : arguments_of(all, atom).first(kKeys)) {
+    for (const Argument& key : keys_of(all, atom)) {
       if (key.kind == ArgumentKind::kVariable) variables.insert(key.id);
     }
   }
@@ -443,8 +458,9 @@ InstancePlan Instances::plan(const Shapes& all, const RuleShape& rule) {
   };
   const auto add_atom = [&](const AtomShape& atom, bool must_exist) {
     InstancePlan::Atom written{atom, {}, must_exist};
-    for (std::uint32_t i = 0; i < kKeys; ++i) {
-      const Argument key = arguments_of(all, atom)[i];
+    const auto keys = keys_of(all, atom);
+    for (std::uint32_t i = 0; i < keys.size(); ++i) {
+      const Argument key = keys[i];
       InstancePlan::Key& out = written.keys[i];
       out = {key.kind != ArgumentKind::kSymbol, key.id};
       if (key.kind == ArgumentKind::kVariable) {
@@ -467,13 +483,22 @@ InstancePlan Instances::plan(const Shapes& all, const RuleShape& rule) {
       return key.kind == ArgumentKind::kSymbol ||
              (key.kind == ArgumentKind::kVariable && !known.at(key.id).is_any());
     };
-    if (std::ranges::all_of(arguments_of(all, atom).first(kKeys), is_known)) {
+    if (std::ranges::all_of(keys_of(all, atom), is_known)) {
       add_atom(atom, false);
     } else {
       plan.views.push_back(atom);
     }
   }
   return plan;
+}
+
+Relation Instances::relation_of(const InstancePlan::Atom& atom, const std::vector<Symbol>& values) {
+  Relation relation{atom.shape.predicate, {}};
+  for (std::uint32_t i = 0; i < kMostKeys; ++i) {
+    const auto& [is_slot, id] = atom.keys[i];
+    relation.keys[i] = is_slot ? values[id] : id;
+  }
+  return relation;
 }
 
 bool Instances::is_derived(const Relation& relation) const {
@@ -495,12 +520,7 @@ bool Instances::walk(const InstancePlan& plan, std::uint64_t most_steps, const V
   }
   std::vector<Symbol> values(plan.slots.size());
   const auto can_hold = [&](const InstancePlan::Atom* atom) {
-    Relation relation{atom->shape.predicate, {}};
-    for (std::uint32_t i = 0; i < kKeys; ++i) {
-      const auto& [is_slot, id] = atom->keys[i];
-      relation.keys[i] = is_slot ? values[id] : id;
-    }
-    return is_derived(relation);
+    return is_derived(relation_of(*atom, values));
   };
   std::vector<std::size_t> next(plan.slots.size() + 1, 0);
   std::size_t slot = 0;
@@ -562,18 +582,20 @@ bool Instances::keep_the_most_numerous() {
   }
   if (total <= most()) return false;
   for (const AtomShape& atom : all_atoms(rules_, rules_.rules[rule])) {
-    if (is_open(rules_, atom)) keep(relations_.predicate(atom.predicate).name);
+    if (is_open(rules_, atom)) keep(atom.predicate);
   }
-  return true;
+  return !has_failed_;
 }
 
 void Instances::decide() {
+  if (has_failed_) return;
   settle();
   for (PredicateId i = 0; i < derives_any_.size(); ++i) {
-    if (derives_any_[i] != 0) keep(relations_.predicate(i).name);
+    if (derives_any_[i] != 0) keep(i);
   }
-  while (!is_tired() && keep_the_most_numerous()) continue;
+  while (!has_failed_ && !is_tired() && keep_the_most_numerous()) continue;
   if (!is_tired()) return;
+  if (folding_.folds_attributes()) has_failed_ = true;
   for (const std::string& predicate : undecided_) keep(predicate);
 }
 

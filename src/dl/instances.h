@@ -20,6 +20,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -44,7 +45,7 @@ struct InstancePlan {
   };
   struct Atom {    // one that is written by its keys
     AtomShape shape;
-    std::array<Key, kKeys> keys;
+    std::array<Key, kMostKeys> keys;
     bool must_exist;    // in a relation that something derives
   };
   std::vector<Slot> slots;
@@ -55,7 +56,8 @@ struct InstancePlan {
 class Instances {
  public:
   // For the predicates that the folding, which has seen the whole program, leaves undecided.
-  explicit Instances(Folding& folding) : folding_(folding), undecided_(folding.undecided()) {}
+  explicit Instances(Folding& folding)
+      : folding_(folding), undecided_(folding.undecided()), relations_(folding) {}
 
   // First all rules, weak constraints and the query are added, then all facts, with their arguments
   // listed; then decide() has the folding keep those predicates that have to be.
@@ -63,6 +65,8 @@ class Instances {
   void end_rules();
   void add_fact(const Statement& statement);
   void decide();
+  // Whether the attributes of frames cannot be folded: then all of this is of no use.
+  bool has_failed() const { return has_failed_; }
   // The predicates that decide() has kept.
   const PredicateNames& kept() const { return kept_; }
 
@@ -71,10 +75,13 @@ class Instances {
   // Calls `visit` with the values of the plan's slots, instance by instance.
   using Visit = std::function<void(const std::vector<Symbol>&)>;
   void each(const InstancePlan& plan, const Visit& visit) const;
+  // The relation of an atom in the instance with these values.
+  static Relation relation_of(const InstancePlan::Atom& atom, const std::vector<Symbol>& values);
   // The relations of an atom of the last plan.
   std::vector<Relation> relations_of(const AtomShape& atom) const;
 
   const std::string& text(Symbol symbol) const { return relations_.text(symbol); }
+  std::uint32_t keys(PredicateId predicate) const { return relations_.predicate(predicate).keys; }
 
  private:
   using Domains = std::unordered_map<VariableId, Values>;
@@ -90,6 +97,7 @@ class Instances {
     std::vector<std::uint32_t> places;    // that have to be known
   };
 
+  std::span<const Argument> keys_of(const Shapes& all, const AtomShape& atom) const;
   bool has_open_keys(const Shapes& all, const AtomShape& atom) const;
   bool is_open(const Shapes& all, const AtomShape& atom) const;
   RelationId relation_of(const Shapes& all, const AtomShape& atom);
@@ -123,6 +131,7 @@ class Instances {
   bool walk(const InstancePlan& plan, std::uint64_t most_steps, const Visit& visit) const;
   bool is_derived(const Relation& relation) const;
   std::size_t count(const InstancePlan& plan);
+  void keep(PredicateId predicate);
   void keep(std::string_view predicate);
   bool keep_the_most_numerous();
   std::size_t most() const;
@@ -160,6 +169,7 @@ class Instances {
   std::vector<RuleId> waiting_;
   std::vector<char> waits_;    // by rule
   std::uint64_t work_ = 0;
+  bool has_failed_ = false;
 };
 
 }    // namespace dl

@@ -2,15 +2,18 @@
 
 namespace dl {
 
-Relations::Relations() {
+Relations::Relations(const Folding& folding) : folding_(folding) {
   symbol("");
   symbol("_");    // neither is the text of a simple term
 }
 
 std::size_t Relations::Hash::operator()(const Relation& relation) const {
-  const std::uint64_t keys = (std::uint64_t{relation.keys[0]} << 32) + relation.keys[1];
-  return static_cast<std::size_t>((keys * 0x9e3779b97f4a7c15u) ^ (keys >> 29)) +
-         relation.predicate * std::size_t{0x85ebca6b};
+  std::size_t hash = relation.predicate;
+  for (const Symbol key : relation.keys) {
+    hash = (hash + key) * std::size_t{0x9e3779b97f4a7c15u};
+    hash ^= hash >> 29;
+  }
+  return hash;
 }
 
 Symbol Relations::symbol(std::string_view text) {
@@ -21,15 +24,16 @@ Symbol Relations::symbol(std::string_view text) {
   return added->second;
 }
 
-PredicateId Relations::predicate(const Term& atom) {
-  const std::uint32_t arity = atom.arguments.size();    // folded or not
+// The frames of Zarel are a predicate of their own where their attributes are folded.
+PredicateId Relations::predicate(const Statement& statement, const Term& atom) {
+  const std::uint32_t keys = folding_.keys_of(statement, atom);
   key_.assign(1, atom.strongly_negated ? '-' : '+');
-  ((key_ += atom.name) += '/') += std::to_string(arity);
+  ((key_ += atom.name) += '/') += std::to_string(atom.arguments.size());
+  if (keys == kMostKeys) key_ += '/';
   const auto [found, is_new] =
       predicate_numbers_.try_emplace(key_, static_cast<PredicateId>(predicates_.size()));
   if (is_new) {
-    const bool generic = is_generic(atom.name);
-    predicates_.push_back({names_.emplace_back(atom.name), generic, generic && arity >= kKeys});
+    predicates_.push_back({names_.emplace_back(atom.name), is_generic(atom.name), keys});
   }
   return found->second;
 }
@@ -55,11 +59,13 @@ Argument Relations::argument(const Statement& statement, const Term& term) {
 
 AtomShape Relations::shape(const Statement& statement, std::uint32_t term, Shapes& out) {
   const Term& atom = statement.terms[term];
+  const PredicateId number = predicate(statement, atom);
   const auto begin = static_cast<std::uint32_t>(out.arguments.size());
-  for (std::uint32_t i = atom.arguments.begin; i < atom.arguments.end; ++i) {
-    out.arguments.push_back(argument(statement, statement.terms[statement.arguments[i]]));
+  for (std::uint32_t i = 0; i < atom.arguments.size(); ++i) {
+    const std::uint32_t place = written_place(i, predicates_[number].keys);
+    out.arguments.push_back(argument(statement, statement.listed_argument(atom, place)));
   }
-  return {predicate(atom), term, {begin, static_cast<std::uint32_t>(out.arguments.size())}};
+  return {number, term, {begin, static_cast<std::uint32_t>(out.arguments.size())}};
 }
 
 RuleShape Relations::shape(const Statement& statement, Shapes& out) {

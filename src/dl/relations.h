@@ -32,7 +32,7 @@ struct Argument {
 struct AtomShape {
   PredicateId predicate;
   std::uint32_t term;    // in the statement
-  Slice arguments;
+  Slice arguments;       // the keys before the others: see written_place()
 };
 
 struct RuleShape {
@@ -51,18 +51,18 @@ struct Shapes {
 struct Predicate {
   std::string_view name;
   bool is_generic;
-  bool has_keys;    // one with enough arguments
+  std::uint32_t keys;    // how many it has when it is folded
 };
 
 struct Relation {
   PredicateId predicate;
-  std::array<Symbol, kKeys> keys;
+  std::array<Symbol, kMostKeys> keys;
   bool operator==(const Relation&) const = default;
 };
 
 class Relations {
  public:
-  Relations();
+  explicit Relations(const Folding& folding);
 
   // The shape of a statement whose arguments are listed.
   RuleShape shape(const Statement& statement, Shapes& out);
@@ -86,10 +86,11 @@ class Relations {
     std::size_t operator()(const Relation& relation) const;
   };
   Symbol symbol(std::string_view text);
-  PredicateId predicate(const Term& atom);
+  PredicateId predicate(const Statement& statement, const Term& atom);
   void add_body(const Statement& statement, const std::vector<Literal>& body, bool positives,
                 bool others, Shapes& out);
 
+  const Folding& folding_;
   std::unordered_map<std::string, Symbol, Hash, std::equal_to<>> symbols_;
   std::vector<const std::string*> texts_;    // in symbols_
   std::unordered_map<std::string, PredicateId, Hash, std::equal_to<>> predicate_numbers_;

@@ -51,10 +51,10 @@ struct Term {
   Slice text;                  // as clingo writes it
   Slice uses;                  // its variables, in Statement::uses
   Slice arguments;             // of an atom, in Statement::arguments, if they are listed
-  std::uint32_t simple = 0;    // of a compound: how many arguments in front are simple, see below
+  std::uint32_t simple = 0;    // of a compound: a bit for each of its first arguments
   std::uint32_t arity = 0;
+  std::uint32_t keys = 0;    // see Note [folded atoms]; then text and arity are what clingo reads
   bool strongly_negated = false;
-  bool folded = false;      // see Note [folded atoms]; text and arity are what clingo reads
   bool open = false;        // see Note [instances]
   std::string_view name;    // as the input spells it, of constants and compounds
 };
@@ -176,6 +176,9 @@ struct Statement {
   std::string_view written_use(const Use& use) const {
     const bool is_named = use.variable != kUnnamed && !is_unnamed(use.variable);
     return {source + use.offset, is_named ? variables[use.variable].size() : 1};
+  }
+  const Term& listed_argument(const Term& atom, std::uint32_t place) const {
+    return terms[arguments[atom.arguments.begin + place]];
   }
   const Term& argument(const Literal& literal, std::uint32_t position) const {
     return terms[arguments[literal.arguments.begin + position]];

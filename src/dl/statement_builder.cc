@@ -632,7 +632,7 @@ void StatementBuilder::list_flat_argument(std::string_view word, std::uint32_t l
 
 void StatementBuilder::note_simple_argument() {
   Frame& frame = frames_.back();
-  if (frame.simple + 1 == frame.count) ++frame.simple;
+  if (frame.count <= 32) frame.simple |= 1U << (frame.count - 1);
 }
 
 // Only the arguments of the outermost parentheses are looked at one by one, so only they are

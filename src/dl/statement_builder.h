@@ -151,7 +151,7 @@ class StatementBuilder {
     std::uint32_t uses_begin;
     std::uint32_t arguments_begin;
     std::uint32_t count;
-    std::uint32_t simple;    // how many of the first arguments are simple
+    std::uint32_t simple;    // as in Term
     std::string_view name;
   };
 

@@ -9,7 +9,8 @@ std::vector<IncludeLine> Survey::take_includes() {
 }
 
 MaybeMistake Survey::fact(const Statement& statement) {
-  for (const std::uint32_t head : statement.heads) folding_.see_fact(statement.terms[head]);
+  for (const std::uint32_t head : statement.heads)
+    folding_.see_fact(statement, statement.terms[head]);
   return {};
 }
 
@@ -47,7 +48,7 @@ std::string Survey::projection(const Statement&, const Term&, std::uint32_t, std
 void Survey::see(const Statement& statement) {
   const auto begin = static_cast<std::uint32_t>(statement.written.data() - statement.source);
   rules_.back().push_back({begin, begin + static_cast<std::uint32_t>(statement.written.size())});
-  for (const std::uint32_t head : statement.heads) folding_.see(statement.terms[head]);
+  for (const std::uint32_t head : statement.heads) folding_.see(statement, statement.terms[head]);
   see_body(statement, statement.body);
   for (const Aggregate& aggregate : statement.aggregates) {
     if (aggregate.function == kSumUp || aggregate.function == kAverage) has_sums_ = true;
@@ -57,7 +58,7 @@ void Survey::see(const Statement& statement) {
 
 void Survey::see_body(const Statement& statement, const std::vector<Literal>& body) {
   for (const Literal& literal : body) {
-    if (literal.kind == kAtom) folding_.see(statement.terms[literal.term]);
+    if (literal.kind == kAtom) folding_.see(statement, statement.terms[literal.term]);
   }
 }
 

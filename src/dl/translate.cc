@@ -1,6 +1,7 @@
 #include "dl/translate.h"
 
 #include <deque>
+#include <memory>
 #include <set>
 #include <utility>
 
@@ -76,7 +77,7 @@ class InstanceReader : public StatementReceiver {
 
 // What has to be known of the facts is known when all rules are. So the rules, which are few as a
 // rule, are read once more by themselves, and then everything.
-void find_instances(Instances& instances, Sources& sources, const Survey& survey) {
+void read_for(Instances& instances, Sources& sources, const Survey& survey) {
   constexpr std::size_t kPiece = std::size_t{1} << 20;
   InstanceReader reader(instances);
   std::string piece;
@@ -98,8 +99,28 @@ void find_instances(Instances& instances, Sources& sources, const Survey& survey
   instances.decide();
 }
 
-void write_kept(const Instances& instances, Translation& out) {
-  for (const std::string& predicate : instances.kept()) {
+// Decides what of the program is folded. Nothing is returned where no atom has a variable among its
+// keys.
+std::unique_ptr<Instances> find_instances(Folding& folding, Sources& sources,
+                                          const Survey& survey) {
+  const Folding surveyed = folding;
+  while (!folding.undecided().empty()) {
+    auto instances = std::make_unique<Instances>(folding);
+    read_for(*instances, sources, survey);
+    if (!instances->has_failed()) return instances;
+    folding = surveyed;
+    folding.keep_attributes();
+  }
+  return nullptr;
+}
+
+void write_kept(const Folding& folding, const Instances* instances, Translation& out) {
+  if (folding.has_open_attributes() && !folding.folds_attributes()) {
+    out.text += "% frames are not folded: what their variables stand for is not known, or too much";
+    out.end_line({});
+  }
+  if (instances == nullptr) return;
+  for (const std::string& predicate : instances->kept()) {
     ((out.text += "% ") += predicate) +=
         " is not folded: which relations its variables stand for is not known, or too many";
     out.end_line({});
@@ -184,20 +205,19 @@ Translated translate(Program program, const Options& options, TextReceiver recei
   Translation out;
   out.receiver = std::move(receiver);
   Folding folding;
+  std::unique_ptr<Instances> instances;
   if (options.fold) {
     folding = program.survey.folding();
+    instances = find_instances(folding, result.sources, program.survey);
     folding.begin();
   }
-  Instances instances(folding);
-  const bool has_instances = options.fold && !folding.undecided().empty();
-  if (has_instances) find_instances(instances, result.sources, program.survey);
-  write_kept(instances, out);
   Translator translator(options, result.sources, result.parts, out);
-  translator.use_instances(instances);
+  if (options.fold) write_kept(folding, instances.get(), out);
+  if (instances) translator.use_instances(*instances);
   for (std::uint32_t file = 0; file < result.sources.size(); ++file) {
     translator.begin_file(file);
     StatementBuilder builder(translator, folding);
-    if (has_instances) builder.list_arguments();
+    if (instances) builder.list_arguments();
     if (!parse_text(result.sources.text(file), builder)) {
       result.mistake = diagnostic_of(builder.mistake(), result.sources, file);
       return result;
