@@ -56,8 +56,6 @@ class InstanceReader : public StatementReceiver {
     return {};
   }
 
-  void read_facts_only() { has_rules_ = true; }
-
   void read(std::string& text) {
     const Folding unfolded;
     StatementBuilder builder(*this, unfolded);
@@ -67,35 +65,60 @@ class InstanceReader : public StatementReceiver {
 
  private:
   MaybeMistake add(const Statement& statement) {
-    if (!has_rules_) instances_.add_rule(statement);
+    instances_.add_rule(statement);
     return {};
   }
 
   Instances& instances_;
-  bool has_rules_ = false;
 };
 
-// What has to be known of the facts is known when all rules are. So the rules, which are few as a
-// rule, are read once more by themselves, and then everything.
-void read_for(Instances& instances, Sources& sources, const Survey& survey) {
-  constexpr std::size_t kPiece = std::size_t{1} << 20;
-  InstanceReader reader(instances);
-  std::string piece;
-  const auto read_piece = [&] {
-    piece.append(2, '\0');
-    reader.read(piece);
-    piece.clear();
-  };
-  for (std::uint32_t file = 0; file < sources.size(); ++file) {
-    for (const Slice rule : survey.rules(file)) {
-      (piece += std::string_view(sources.text(file)).substr(rule.begin, rule.size())) += '\n';
-      if (piece.size() >= kPiece) read_piece();
-    }
+// Reads stretches of texts, many at a time.
+class StretchReader {
+ public:
+  explicit StretchReader(Instances& instances) : reader_(instances) {}
+
+  void add(std::string_view stretch) {
+    (piece_ += stretch) += '\n';
+    if (piece_.size() >= kPiece) end();
   }
-  read_piece();
+  // No more stretches follow.
+  void end() {
+    piece_.append(2, '\0');
+    reader_.read(piece_);
+    piece_.clear();
+  }
+
+ private:
+  static constexpr std::size_t kPiece = std::size_t{1} << 20;
+  InstanceReader reader_;
+  std::string piece_;
+};
+
+// The rules are read once more by themselves, and the facts when all rules are known.
+void read_for(Instances& instances, Sources& sources, const Survey& survey) {
+  const auto files = static_cast<std::uint32_t>(sources.size());
+  StretchReader rules(instances);
+  for (std::uint32_t file = 0; file < files; ++file) {
+    const std::string_view text = sources.text(file);
+    for (const Slice rule : survey.rules(file)) rules.add(text.substr(rule.begin, rule.size()));
+  }
+  rules.end();
   instances.end_rules();
-  reader.read_facts_only();
-  for (std::uint32_t file = 0; file < sources.size(); ++file) reader.read(sources.text(file));
+  for (std::uint32_t file = 0; file < files; ++file) {
+    if (survey.rules(file).empty()) {
+      InstanceReader(instances).read(sources.text(file));    // without a copy
+      continue;
+    }
+    const std::string_view text = sources.text(file);
+    StretchReader facts(instances);
+    std::uint32_t begin = 0;
+    for (const Slice rule : survey.rules(file)) {
+      if (rule.begin != begin) facts.add(text.substr(begin, rule.begin - begin));
+      begin = rule.end;
+    }
+    facts.add(text.substr(begin, text.find('\0', begin) - begin));
+    facts.end();
+  }
   instances.decide();
 }
 

@@ -1,5 +1,6 @@
 // instances_test.cc - variables in the place of relations: the rules that are written for them, and
 // that answers do not tell.
+#include <algorithm>
 #include <cstdlib>
 #include <random>
 #include <vector>
@@ -197,7 +198,7 @@ class RandomProgram {
 
   std::string body() {
     std::string text = one_of({"b(R), b(S), ", "a_2(m,d,R), b(S), ", "a_2(m,d,R), a_2(R,d,S), ",
-                               "a_2(R,d,S), ", "a_2(R,S,X), ", "a_3(m,d,S,R), "});
+                               "a_2(R,d,S), ", "a_2(R,S,X), ", "a_3(m,d,S,R), ", "a_3(_,d,S,R), "});
     if (below(9) == 0) text += "#function_builtin(F,f,R), ";
     if (below(30) != 0) text += one_of({"a_2(q,d,X), ", "b(X), ", "a_2(S,d,X), "});
     if (below(30) != 0) text += one_of({"b(Y), ", "a_2(q,d,Y), "});
@@ -225,6 +226,9 @@ TEST(RandomInstances, ChangeNoAnswerOfRandomPrograms) {
   for (unsigned seed = first; seed < first + seeds; ++seed) {
     RandomProgram program(seed);
     std::string texts[2] = {"#maxint = 3. b(p). b(q). b(d). a_2(m,d,q). a_2(q,d,1).\n", ""};
+    // Relations of a_3 that nobody knows, and so what is in them.
+    if (program.below(3) == 0)
+      texts[1] = "a_3(U,d,X,V) :- c(f(U,X,V)). c(f(m,p,q)). c(f(m,d,m)).\n";
     for (int i = program.below(6) + 3; i > 0; --i) {
       texts[program.below(2)] += program.statement() + "\n";
     }
@@ -236,18 +240,20 @@ TEST(RandomInstances, ChangeNoAnswerOfRandomPrograms) {
     const std::string command =
         std::string("dl p q -n=300 ") + (program.below(2) == 0 ? "-brave " : "");
     Outcome unfolded = folder.run(command + "-nofold");
-    if (unfolded.status == 1) unfolded.errors = unfolded.errors.substr(0, 200);
     Outcome answers = folder.run(command);
     unfolded.output = sorted(unfolded.output);
     answers.output = sorted(answers.output);
+    const auto answer_sets = std::ranges::count(unfolded.output, '{');
+    if (answer_sets == 300 && std::ranges::count(answers.output, '{') == 300) continue;
     EXPECT_EQ(answers, unfolded) << "seed " << seed << "\n" << texts[0] << "--- q\n" << texts[1];
     if (HasFailure() && seeds > 1000) return;
     answered += unfolded.output.size() > 5 ? 1 : 0;
     const std::string text = folder.run("dl p q -translate").output;
-    with_instances += text.find("is not folded") == std::string::npos ? 1 : 0;
+    const bool is_folded = text.find("not folded") == std::string::npos;
+    with_instances += is_folded && text.find('\'') != std::string::npos ? 1 : 0;
   }
   EXPECT_GT(answered, seeds / 4);
-  EXPECT_GT(with_instances, seeds / 2);
+  EXPECT_GT(with_instances, seeds / 3);
 }
 
 }    // namespace
