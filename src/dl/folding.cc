@@ -39,10 +39,13 @@ std::size_t end_of_string(std::string_view text, std::size_t begin, Escapes esca
   return end + 1;
 }
 
-// The end of the part of a name that begins there, as the input spells it.
-std::size_t end_of_key(std::string_view text, std::size_t begin, std::string_view separators) {
-  return text[begin] == '"' ? end_of_string(text, begin, Escapes::kNone)
-                            : std::min(text.find_first_of(separators, begin), text.size());
+// The end of the part of a name that begins there, as the input spells it: at a prime, or where the
+// arguments begin.
+std::size_t end_of_key(std::string_view text, std::size_t begin) {
+  if (text[begin] == '"') return end_of_string(text, begin, Escapes::kNone);
+  std::size_t end = begin;
+  while (end < text.size() && text[end] != '\'' && text[end] != '(') ++end;
+  return end;
 }
 
 // The end of the term that begins there, behind which a comma or parenthesis stands.
@@ -93,8 +96,8 @@ void append_folded(Statement& statement, Term& term) {
 
 // What begins there is an attribute, an arrow, and the object and value in parentheses.
 void unfold_frame(std::string& text, std::size_t begin) {
-  const std::size_t prime = end_of_key(text, begin, "'");
-  const std::size_t open = end_of_key(text, prime + 1, "(");
+  const std::size_t prime = end_of_key(text, begin);
+  const std::size_t open = end_of_key(text, prime + 1);
   const std::size_t comma = end_of_term(text, open + 1, Escapes::kNone);
   const std::string written = text.substr(begin);
   const auto piece = [&](std::size_t from, std::size_t to) {
@@ -190,10 +193,10 @@ std::string_view unfolded_predicate(std::string_view predicate) {
 }
 
 void unfold(std::string& text, std::size_t begin) {
-  const std::size_t first = text.find_first_of("('", begin);
-  if (first == std::string::npos || text[first] == '(') return;
-  const std::size_t second = end_of_key(text, first + 1, "'");
-  const std::size_t end = end_of_key(text, second + 1, "'(");
+  const std::size_t first = end_of_key(text, begin);
+  if (first == text.size() || text[first] == '(') return;
+  const std::size_t second = end_of_key(text, first + 1);
+  const std::size_t end = end_of_key(text, second + 1);
   text[first] = '(';
   text[second] = ',';
   if (end == text.size()) {
