@@ -11,6 +11,7 @@ namespace {
 // A program has at most so many instances, or ten for each of its rules.
 constexpr std::size_t kFewInstances = 10'000;
 constexpr std::size_t kInstancesPerRule = 10;
+constexpr std::size_t kLiteralsOfARule = 10;    // a longer one counts as several
 // After so many steps, some seconds, the program is taken for one of which nothing can be told.
 constexpr std::uint64_t kMostWork = 30'000'000;
 
@@ -573,7 +574,9 @@ bool Instances::keep_the_most_numerous() {
   for (const RuleId open : open_rules_) {
     const InstancePlan made = plan(rules_, rules_.rules[open]);
     if (made.atoms.empty() && made.views.empty()) continue;
-    const std::size_t number = count(made);
+    const std::size_t literals = rules_.rules[open].literals;
+    std::size_t number = count(made);
+    if (number > 1) number *= std::max<std::size_t>(1, literals / kLiteralsOfARule);
     total += number;
     if (number > greatest) {
       greatest = number;

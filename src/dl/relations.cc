@@ -79,7 +79,9 @@ RuleShape Relations::shape(const Statement& statement, Shapes& out) {
   add_body(statement, statement.body, true, false, out);
   rule.positives.end = rule.others.begin = end();
   add_body(statement, statement.body, false, true, out);
+  rule.literals = statement.body.size();
   for (const Aggregate& aggregate : statement.aggregates) {
+    rule.literals += aggregate.body.size();
     add_body(statement, aggregate.body, true, true, out);
   }
   rule.others.end = end();

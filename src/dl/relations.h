@@ -39,6 +39,7 @@ struct RuleShape {
   Slice heads;
   Slice positives;    // the positive atoms outside aggregates
   Slice others;       // the negated ones, and all inside aggregates
+  std::size_t literals = 0;
 };
 
 // The shapes of rules, one behind the other.

@@ -89,6 +89,9 @@ TEST(TooManyInstances, AreNotWritten) {
   EXPECT_EQ(all.find("% a_1 is not folded: "), 0);
   EXPECT_NE(all.find("\na_2'r1'd(r1):-a_1(r1,d),c(r1).\n"), std::string::npos);
   EXPECT_EQ(translation(facts + "d(R) :- a_1(R,d), c(R).").substr(0, 9), "a_1'r0'd.");
+  const std::string rule = "b :- a_1(R,d)" + numbered(20'000, ", c(N)") + ". a_1(p,d). ";
+  EXPECT_EQ(translation(rule + numbered(6, "a_1(rN,d). ")).substr(0, 8), "% a_1 is");
+  EXPECT_EQ(translation(rule).substr(0, 12), "_h1:-a_1'p'd");
 }
 
 // Random programs in which variables stand for relations and name spaces, wherever they may.
