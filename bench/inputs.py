@@ -68,6 +68,110 @@ def equal_invocations(size, _):
         yield f"reach{i}(X) :- start{i}(Y), closure{{edge(*,*)}}(Y,X).\n"
 
 
+# Programs with variables for relations and attributes, and as clingo gets them from somebody who
+# writes the rule for each relation.
+
+def symmetric_relations(names):
+    """The rule that any relation may be symmetric, with a variable or for these relations."""
+    if names is None:
+        yield "R(Y,X) :- symmetric(R), R(X,Y).\n"
+    for name in names or ():
+        yield f"{name}(Y,X) :- symmetric({name}), {name}(X,Y).\n"
+
+
+def places(size, _, names=None):
+    """Some relations among places, the closure of one of them, and what it leaves apart."""
+    for i in range(size):
+        yield f"place(p{i}). rail(p{i},p{i * 7 % size}). ferry(p{i},p{i * 11 % size}).\n"
+        yield f"path(p{i},p{i * 3 % size}). border(p{i},p{i * 5 % size}). sight(p{i},p{(i + 2) % size}).\n"
+        if i % 100:
+            yield f"road(p{i - 1},p{i}).\n"
+    yield "symmetric(road).\n"
+    yield "reach(X,Y) :- road(X,Y).\n"
+    yield "reach(X,Z) :- reach(X,Y), road(Y,Z).\n"
+    yield "apart(X,Y) :- place(X), place(Y), not reach(X,Y).\n"
+    yield from symmetric_relations(names)
+
+
+def places_for_clingo(size, random):
+    names = ("road", "rail", "ferry", "path", "border", "sight", "reach", "apart")
+    return places(size, random, names)
+
+
+def twenty_relations(size, random, names=None):
+    """Five of them transitive, and four rules with negation on top."""
+    relations = [f"rel{i}" for i in range(20)]
+    for i in range(size):
+        for name in relations:
+            yield f"{name}(n{i},n{i // 2}).\n" if i else ""
+    for name in relations[:5]:
+        yield f"transitive({name}).\n"
+    if names is None:
+        yield "R(X,Z) :- transitive(R), R(X,Y), R(Y,Z).\n"
+    for name in names or ():
+        yield f"{name}(X,Z) :- transitive({name}), {name}(X,Y), {name}(Y,Z).\n"
+    yield "lone0(X,Y) :- rel0(X,Y), not rel5(X,Y).\n"
+    yield "lone1(X,Y) :- rel1(X,Y), not rel6(X,Y), not lone0(Y,X).\n"
+    yield "lone2(X,Y) :- rel2(X,Y), not rel7(X,Y), not lone1(Y,X).\n"
+    yield "lone3(X,Y) :- rel3(X,Y), not lone2(X,Y).\n"
+
+
+def twenty_relations_for_clingo(size, random):
+    names = [f"rel{i}" for i in range(20)] + [f"lone{i}" for i in range(4)]
+    return twenty_relations(size, random, names)
+
+
+def colouring(size, random, names=None, disjunction=" v "):
+    """Four colours for a graph, beside a rule that has nothing to do with it."""
+    for i in range(size):
+        yield f"node(n{i}). e(n{i},n{(i + 1) % size}). e(n{i},n{(7 * i + 1) % size}).\n"
+    yield disjunction.join(f"c(X,{c})" for c in ("red", "green", "blue", "grey")) + " :- node(X).\n"
+    yield ":- e(X,Y), c(X,C), c(Y,C), X != Y.\n"
+    yield "same(X,Y) :- e(X,Y), c(X,C), c(Y,C).\n"
+    yield "symmetric(married). married(ann,bob).\n"
+    yield from symmetric_relations(names)
+
+
+def colouring_for_clingo(size, random):
+    return colouring(size, random, ("e", "c", "same", "married"), " ; ")
+
+
+CLASSES = 2000
+ATTRIBUTES = [f"attribute{i}" for i in range(20)]
+
+
+def ontology_facts(size, random, member, subclass, given, owned):
+    for i in range(1, CLASSES):
+        yield subclass(f"c{i}", f"c{i // 10}")
+    for i in range(CLASSES):
+        yield given(f"c{i}", ATTRIBUTES[below(random, 20)], f"v{below(random, 100)}")
+    for i in range(size):
+        yield member(f"o{i}", f"c{below(random, CLASSES)}")
+        yield owned(f"o{i}", "likes", f"v{below(random, 100)}")
+
+
+def ontology(size, random):
+    """Values that objects have from their classes, unless a class in between gives another."""
+    yield from ontology_facts(size, random,
+                              lambda o, c: f"{o} : {c}.\n", lambda c, d: f"{c} :: {d}.\n",
+                              lambda c, a, v: f"{c}[{a} *-> {v}].\n", lambda o, a, v: f"{o}[{a} -> {v}].\n")
+    yield "C :: E :- C :: D, D :: E.\n"
+    yield "X : D :- X : C, C :: D.\n"
+    yield "X[A -> V] :- X : C, C[A *-> V], not hidden(X,A,C).\n"
+    yield "hidden(X,A,C) :- X : D, D :: C, D[A *-> V], C[A *-> W].\n"
+
+
+def ontology_for_clingo(size, random):
+    yield from ontology_facts(size, random,
+                              lambda o, c: f"instance_of({o},{c}).\n", lambda c, d: f"subclass_of({c},{d}).\n",
+                              lambda c, a, v: f"{a}_given({c},{v}).\n", lambda o, a, v: f"{a}({o},{v}).\n")
+    yield "subclass_of(C,E) :- subclass_of(C,D), subclass_of(D,E).\n"
+    yield "instance_of(X,D) :- instance_of(X,C), subclass_of(C,D).\n"
+    for a in ATTRIBUTES:
+        yield f"{a}(X,V) :- instance_of(X,C), {a}_given(C,V), not hidden(X,{a},C).\n"
+        yield f"hidden(X,{a},C) :- instance_of(X,D), subclass_of(D,C), {a}_given(D,V), {a}_given(C,W).\n"
+
+
 # Programs that Zarel, dl and clingo read alike, or nearly.
 
 def links(size, random):

@@ -65,9 +65,9 @@ def gringo(path):
     return Command(["gringo", "--text", path])
 
 
-def clingo(*words):
+def clingo(path, answer_sets="0"):
     # Satisfiable, unsatisfiable, and satisfiable with everything enumerated.
-    return Command(["clingo", "0", "--verbose=0", *words], good_statuses=(0, 10, 20, 30))
+    return Command(["clingo", answer_sets, "--verbose=0", path], good_statuses=(0, 10, 20, 30))
 
 
 def written(path, lines):
@@ -109,13 +109,21 @@ def namespaces_read_back(size, random, folder):
     return Trial(zarel(folder, "-solver=./solver", "in.zrl"), None, count)
 
 
-def whole_run(zarel_lines, clingo_lines, front_end=zarel):
+def by_zarel(folder, answer_sets):
+    return zarel(folder, "-solverparams={-n=%d}" % answer_sets, "in.zrl")
+
+
+def by_zrl(folder, answer_sets):
+    return zrl(folder, "-n", str(answer_sets), "in.zrl")
+
+
+def whole_run(zarel_lines, clingo_lines, answer_sets=0, front_end=by_zarel):
     def make(size, random, folder):
         state = random.getstate()
         count = written("in.zrl", zarel_lines(size, random))
         random.setstate(state)    # the peer gets the same program
         written("in.lp", clingo_lines(size, random))
-        return Trial(front_end(folder, "in.zrl"), clingo("in.lp"), count)
+        return Trial(front_end(folder, answer_sets), clingo("in.lp", str(answer_sets)), count)
     return make
 
 
@@ -207,12 +215,26 @@ ROWS = [
         whole_run(inputs.pigeons, inputs.pigeons_for_clingo), times_of_peer(1.05),
         quick_size=9),
     Row("zrl-facts", 500_000, "the same, solved by zrl",
-        whole_run(inputs.links, inputs.links, zrl), times_of_peer(1.1)),
+        whole_run(inputs.links, inputs.links, front_end=by_zrl), times_of_peer(1.1)),
     Row("zrl-search", 11, "the same pigeons, searched by zrl",
-        whole_run(inputs.pigeons, inputs.pigeons_for_clingo, zrl), times_of_peer(1.02),
+        whole_run(inputs.pigeons, inputs.pigeons_for_clingo, front_end=by_zrl), times_of_peer(1.02),
         quick_size=9),
     Row("zrl-start", 1, "fact, solved by zrl",
-        whole_run(inputs.links, inputs.links, zrl), NEARLY_AS_FAST_A_START, quick_size=1),
+        whole_run(inputs.links, inputs.links, front_end=by_zrl), NEARLY_AS_FAST_A_START, quick_size=1),
+    Row("relations-300", 300, "places, related by a rule for any relation, solved",
+        whole_run(inputs.places, inputs.places_for_clingo), times_of_peer_and_memory(1.15),
+        quick_size=100),
+    Row("relations-600", 600, "the same, more of them",
+        whole_run(inputs.places, inputs.places_for_clingo), times_of_peer_and_memory(1.15),
+        quick_size=200),
+    Row("relations-20", 2_000, "pairs of each of twenty relations, some transitive, solved",
+        whole_run(inputs.twenty_relations, inputs.twenty_relations_for_clingo),
+        times_of_peer_and_memory(1.15)),
+    Row("colouring", 10_000, "nodes with four colours beside a rule for any relation, solved once",
+        whole_run(inputs.colouring, inputs.colouring_for_clingo, answer_sets=1),
+        times_of_peer_and_memory(1.15)),
+    Row("ontology", 50_000, "objects with the values of their classes, in frames, solved",
+        whole_run(inputs.ontology, inputs.ontology_for_clingo), times_of_peer_and_memory(1.15)),
     Row("start", 1, "fact, rewritten", rewriting(inputs.facts, peer=gringo), FAST_START, quick_size=1),
     Row("dl-translation", 1_000_000, "facts and rules in the solver's language, translated",
         solver_run(inputs.solver_program, "-translate", has_peer=False), mb_per_second(40)),
