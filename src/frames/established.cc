@@ -113,11 +113,12 @@ void FRAME_RULE::print(std::ostream& out) const {
 
 std::vector<CLAUSET> FRAME_RULE::standardize(const FrameContext& context) const {
   std::optional<Body> body;
-  if (head_ && !body_) return frame_rule_clauses(*head_, nullptr, context);
-  if (body_) body = body_->standardize(context);
-  if (head_) return frame_rule_clauses(*head_, &*body, context);
   std::vector<CLAUSET> clauses;
-  if (body) clauses.emplace_back(Constraint(*body), frame_source());
+  if (body_) body = body_->standardize(context);
+  if (!head_ && body) clauses.emplace_back(Constraint(*body), frame_source());
+  if (!head_) return clauses;
+  for (const FRAME& frame : head_->getFrames())
+    add_frame_rule(frame, body ? &*body : nullptr, context, clauses);
   return clauses;
 }
 

@@ -76,6 +76,9 @@ FRAME::FRAME(const FrameTerm& subject, std::span<const ATTRIBUTE> attributes, bo
       subject_(subject),
       attributes_(program_storage().store(attributes)) {}
 
+FRAME::FRAME(const FrameTerm& subject, StoredList<ATTRIBUTE> attributes, NameId framespace)
+    : is_negated_(false), framespace_(framespace), subject_(subject), attributes_(attributes) {}
+
 std::span<const ATTRIBUTE> FRAME::getAttributes() const {
   return attributes_.elements();
 }

@@ -64,6 +64,8 @@ class FRAME {
   FRAME(const FrameTerm& subject, bool is_negated, NameId framespace);
   FRAME(const FrameTerm& subject, std::span<const ATTRIBUTE> attributes, bool is_negated,
         NameId framespace);
+  FRAME(const FrameTerm& subject, StoredList<ATTRIBUTE> attributes,
+        NameId framespace);    // takes the list as it is
 
   const FrameTerm& subject() const { return subject_; }
   std::string_view getSubject() const { return subject_.spelling(); }

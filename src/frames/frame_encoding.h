@@ -4,7 +4,6 @@
 // model/generic_encoding.h.
 
 #include <optional>
-#include <string_view>
 
 #include "frames/frame.h"
 #include "model/clause.h"
@@ -17,9 +16,9 @@ bool OptionFramelogic();
 // A statement as the encodings take it; subject and name may have "-" in front.
 struct FrameStatement {
   bool is_negated;    // under "not"
-  std::string_view subject;
-  std::string_view name;
-  std::optional<std::string_view> value;
+  NameId subject;
+  NameId name;
+  std::optional<NameId> value;
   ARROW arrow;
   NameId framespace;
 };
@@ -39,7 +38,8 @@ Literal relationToTemplateLiteral(const FrameStatement& statement);
 //   arrow 7       a_3(subClassOf, fFlogic, subject, name)
 // A "-" before subject or name is dropped there and negates the atom strongly; a subclass statement
 // looks at the name's only and keeps the subject's. Arrow 8, and every arrow without frame logic,
-// gives a_2(name, f, subject) or a_3(name, f, subject, value).
+// gives a_2(name, f, subject) or a_3(name, f, subject, value). The predicate, less a leading "-", is
+// recorded with addedAtom.
 Literal relationToHigherOrder(const FrameStatement& statement);
 
 }    // namespace zarel

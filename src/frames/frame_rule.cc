@@ -13,13 +13,12 @@ std::vector<Head> FRAME_HEAD::standardize(const FrameContext& context) const {
   return heads;
 }
 
-std::vector<CLAUSET> frame_rule_clauses(const FRAME_HEAD& head, const Body* body,
-                                        const FrameContext& context) {
-  std::vector<CLAUSET> clauses;
-  for (const Head& statement : head.standardize(context)) {
-    clauses.emplace_back(rule_of(&statement, body), frame_source());
+void add_frame_rule(const FRAME& head, const Body* body, const FrameContext& context,
+                    std::vector<CLAUSET>& clauses) {
+  const ClauseSource source = frame_source();
+  for (const Literal& literal : toLiterals(head, context)) {
+    clauses.emplace_back(Rule({&literal.atom, 1}, body), source);
   }
-  return clauses;
 }
 
 }    // namespace zarel

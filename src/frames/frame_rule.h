@@ -22,8 +22,9 @@ class FRAME_HEAD {
   std::vector<FRAME> frames_;
 };
 
-// The clauses of a rule whose head is this one frame, each with a copy of the body (null: facts).
-std::vector<CLAUSET> frame_rule_clauses(const FRAME_HEAD& head, const Body* body,
-                                        const FrameContext& context);
+// Adds the clauses of a rule whose head is this one frame, one for each statement of it, each with a
+// copy of the body (null: facts).
+void add_frame_rule(const FRAME& head, const Body* body, const FrameContext& context,
+                    std::vector<CLAUSET>& clauses);
 
 }    // namespace zarel

@@ -34,8 +34,8 @@ Body body_of(const std::vector<Literal>& literals) {
 
 Literal encoded(const FrameStatement& statement, const FrameContext& context) {
   if (context.is_in_template) return relationToTemplateLiteral(statement);
-  const Literal literal =
-      context.is_higher_order ? relationToHigherOrder(statement) : relationToLITERALT(statement);
+  if (context.is_higher_order) return relationToHigherOrder(statement);
+  const Literal literal = relationToLITERALT(statement);
   addedAtom(without_minus(literal.atom.name()));
   return literal;
 }
@@ -46,7 +46,10 @@ Literal encoded(const FrameStatement& statement, const FrameContext& context) {
 class CollectLiterals {
  public:
   CollectLiterals(NameId framespace, const FrameContext& context)
-      : framespace_(framespace), context_(context) {}
+      : framespace_(framespace), context_(context) {
+    constexpr std::size_t kUsual = 8;    // statements
+    lists_.front().literals.reserve(kUsual);
+  }
 
   void enter_attribute(const FRAME& frame, const ATTRIBUTE& attribute) {
     if (attribute.isSimple()) {
@@ -58,7 +61,7 @@ class CollectLiterals {
   }
 
   void value(const FRAME& frame, const ATTRIBUTE& attribute, const FRAME& value) {
-    add(frame, attribute, false, value.getSubject());
+    add(frame, attribute, false, value.subject().text);
     add_variables(variables_, value.subject());
   }
 
@@ -86,10 +89,10 @@ class CollectLiterals {
   };
 
   void add(const FRAME& frame, const ATTRIBUTE& attribute, bool is_negated,
-           std::optional<std::string_view> value) {
-    lists_.back().literals.push_back(encoded(
-        {is_negated, frame.getSubject(), attribute.getName(), value, attribute.arrow, framespace_},
-        context_));
+           std::optional<NameId> value) {
+    const FrameStatement statement{is_negated, frame.subject().text, attribute.name.text,
+                                   value,      attribute.arrow,      framespace_};
+    lists_.back().literals.push_back(encoded(statement, context_));
   }
 
   NameId framespace_;

@@ -51,13 +51,17 @@ template <class Atom, class Literal>
 class TRULE {
  public:
   TRULE() = default;
+  // With copies of the given head and body; null: no body.
+  TRULE(std::span<const Atom> head, const TCONJUNCTION<Literal>* body)
+      : head_(program_storage().store(head)) {
+    if (body != nullptr) body_ = OwnList<Literal>(store(*body));
+  }
 
   // Holds copies of the given head and body; null leaves that part out.
   void init(const TDISJUNCTION<Atom>* head, const TCONJUNCTION<Literal>* body) {
     const std::span<const Atom> atoms =
         head == nullptr ? std::span<const Atom>{} : std::span<const Atom>(head->atoms());
-    head_ = OwnList<Atom>(program_storage().store(atoms));
-    body_ = body == nullptr ? OwnList<Literal>() : OwnList<Literal>(store(*body));
+    *this = TRULE(atoms, body);
   }
 
   std::span<const Atom> head() const { return head_.elements(); }

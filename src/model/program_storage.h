@@ -2,6 +2,7 @@
 // program_storage.h - the memory in which the program's clauses live.
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <memory_resource>
@@ -39,6 +40,12 @@ class StoredList {
 
 class ProgramStorage {
  public:
+  ProgramStorage() = default;
+  // Stores in that memory first, which has to last as long. For what is not kept: see clear().
+  explicit ProgramStorage(std::span<std::byte> memory) : blocks_(memory.data(), memory.size()) {}
+
+  void clear() { blocks_.release(); }    // gives back all that was stored
+
   // A copy of the elements; the empty handle for none.
   template <class T>
   StoredList<std::remove_const_t<T>> store(std::span<T> elements) {

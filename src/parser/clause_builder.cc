@@ -112,15 +112,11 @@ void ClauseBuilder::add_rule(Body* body) {
     rewriteFunctions(&head_, *body);
   }
   if (head_frame_) return frame_rule(body);
-  Rule rule;
-  rule.init(&head_, body);
-  definition_.clauses().emplace_back(std::move(rule), work_.source());
+  definition_.clauses().emplace_back(Rule(head_.atoms(), body), work_.source());
 }
 
 void ClauseBuilder::frame_rule(const Body* body) {
-  const FRAME_HEAD head({*head_frame_});
-  for (CLAUSET& clause : frame_rule_clauses(head, body, definition_.frame_context()))
-    definition_.clauses().push_back(std::move(clause));
+  add_frame_rule(*head_frame_, body, definition_.frame_context(), definition_.clauses());
 }
 
 void ClauseBuilder::range_fact(WrittenName name, const TERMT& first, const TERMT& last) {

@@ -22,10 +22,6 @@ ATTRIBUTE saying(const ATTRIBUTE& label, ARROW arrow, StoredList<FRAME> values) 
   return {label.is_negated, arrow, label.name, values};
 }
 
-FRAME frame_of(const FrameTerm& object, const ATTRIBUTE& attribute) {
-  return {object, std::span<const ATTRIBUTE>(&attribute, 1), false, NameId{}};
-}
-
 bool begins_before(const SourceRange& a, const SourceRange& b) {
   return std::tie(a.first_line, a.first_column) < std::tie(b.first_line, b.first_column);
 }
@@ -79,11 +75,11 @@ ATTRIBUTE FrameBuilder::with_value(const ATTRIBUTE& label, ARROW arrow, const FR
   if (tree_.is_open()) tell_attribute(label, 1, arrow);
   const std::span<const FRAME> values(&value, 1);
   report_negated_values(values, "You cannot have a negated frame for the value of an attribute");
-  return saying(label, arrow, program_storage().store(values));
+  return saying(label, arrow, lists_.store(values));
 }
 
 ATTRIBUTE FrameBuilder::with_values(const ATTRIBUTE& label, ARROW arrow, ValuesMark values) {
-  const StoredList<FRAME> list = program_storage().store(values_.take(values));
+  const StoredList<FRAME> list = lists_.store(values_.take(values));
   if (tree_.is_open()) tell_attribute(label, list.size(), arrow);
   report_negated_values(list.elements(),
                         "You cannot a negated frame for the value of an attribute");
@@ -92,6 +88,7 @@ ATTRIBUTE FrameBuilder::with_values(const ATTRIBUTE& label, ARROW arrow, ValuesM
 
 // The values of inner attributes were seen to before: those of this one are the last noted.
 void FrameBuilder::report_negated_values(std::span<const FRAME> values, std::string_view text) {
+  if (negated_values_.empty()) return;
   const auto count = std::count_if(values.begin(), values.end(), is_negated_frame);
   const auto first = negated_values_.end() - count;
   for (auto place = first; place != negated_values_.end(); ++place) {
@@ -102,7 +99,11 @@ void FrameBuilder::report_negated_values(std::span<const FRAME> values, std::str
 }
 
 FRAME FrameBuilder::frame(const FrameTerm& object, AttributesMark attributes) {
-  return {object, attributes_.take(attributes), false, NameId{}};
+  return {object, lists_.store(attributes_.take(attributes)), NameId{}};
+}
+
+FRAME FrameBuilder::frame_of(const FrameTerm& object, const ATTRIBUTE& attribute) {
+  return {object, lists_.store(std::span<const ATTRIBUTE>(&attribute, 1)), NameId{}};
 }
 
 FRAME FrameBuilder::nested(const FrameTerm& object, AttributesMark attributes) {
@@ -150,7 +151,7 @@ FRAME FrameBuilder::membership(const Membership& membership, AttributesMark clas
     tree_.node(WrittenKind::kMembership, parts);
   }
   const FRAME class_frame = frame(class_term, class_attributes);
-  const StoredList<FRAME> values = program_storage().store(std::span<const FRAME>(&class_frame, 1));
+  const StoredList<FRAME> values = lists_.store(std::span<const FRAME>(&class_frame, 1));
   return checked(frame_of(object, {false, ARROW::kInstance, class_term, values}));
 }
 
@@ -178,7 +179,7 @@ FRAME FrameBuilder::in_space(FRAME molecule, WrittenName frame_space) {
 }
 
 FRAME FrameBuilder::in_head(const FRAME& frame, const SourceRange& place) {
-  if (frame.has_nested_negation()) {
+  if (!negated_labels_.empty() && frame.has_nested_negation()) {
     const auto label =
         std::lower_bound(negated_labels_.begin(), negated_labels_.end(), place, begins_before);
     const ReadingScope at_label(work(), label == negated_labels_.end() ? &place : &*label);

@@ -2,6 +2,8 @@
 // frame_builder.h - what the grammar's actions on frames call: objects, attributes, values, and
 // what is wrong in them.
 
+#include <array>
+#include <cstddef>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -68,11 +70,13 @@ class FrameBuilder {
   void clear() {    // drops what no frame has taken
     attributes_.clear();
     values_.clear();
+    lists_.clear();
     if (has_notes_) clear_notes();
   }
 
  private:
   FRAME frame(const FrameTerm& object, AttributesMark attributes);
+  FRAME frame_of(const FrameTerm& object, const ATTRIBUTE& attribute);
   FRAME checked(const FRAME& frame);
   void note(std::vector<SourceRange>& places);
   void report_negated_values(std::span<const FRAME> values, std::string_view text);
@@ -83,6 +87,10 @@ class FrameBuilder {
   WrittenTree& tree_;
   ListStack<ATTRIBUTE> attributes_;
   ListStack<FRAME> values_;
+  // The lists of whole frames. No frame outlives its statement, and most statements need no more
+  // than this.
+  std::array<std::byte, 8192> usual_lists_;
+  ProgramStorage lists_{usual_lists_};
   // Where these stand in the statement, in the order of reading, for what may be wrong with them.
   std::vector<SourceRange> negations_;         // "-" in front
   std::vector<SourceRange> negated_labels_;    // "not" in front

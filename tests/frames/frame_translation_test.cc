@@ -35,7 +35,10 @@ constexpr EncodingCase kEncodings[] = {
 
 TEST_F(FramesTest, EncodesByHigherOrderNamesWithAndWithoutFrameLogic) {
   for (const EncodingCase& test : kEncodings) {
-    const FrameStatement statement{false, test.subject, test.name, test.value, test.arrow, space()};
+    const std::optional<NameId> value =
+        test.value ? std::optional(names().intern(*test.value)) : std::nullopt;
+    const FrameStatement statement{
+        false, names().intern(test.subject), names().intern(test.name), value, test.arrow, space()};
     current_run().options.OptionFramelogic = true;
     EXPECT_EQ(text({relationToHigherOrder(statement)}), test.with_frame_logic);
     current_run().options.OptionFramelogic = false;
@@ -45,8 +48,9 @@ TEST_F(FramesTest, EncodesByHigherOrderNamesWithAndWithoutFrameLogic) {
 
 TEST_F(FramesTest, EncodesNotVariablesAndMissingValuesInEachOfThem) {
   cont() = 7;
-  const FrameStatement full{true, "X", "A", "v", kSingle, space()};
-  const FrameStatement valueless{false, "o", "a", {}, kNone, space()};
+  const auto name = [](std::string_view text) { return names().intern(text); };
+  const FrameStatement full{true, name("X"), name("A"), name("v"), kSingle, space()};
+  const FrameStatement valueless{false, name("o"), name("a"), {}, kNone, space()};
   const Literal literal = relationToHigherOrder(full);
   EXPECT_EQ(text({literal, relationToLITERALT(full), relationToTemplateLiteral(full)}),
             "not a_5(valueOf,fFlogic,X,A,v,\"->\"); not A(f,X,v); not #7A(X,f,v)");
