@@ -3,6 +3,7 @@
 
 #include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -23,7 +24,7 @@ class Text {
   }
   Text& operator+=(std::string_view piece) {
     if (piece.empty()) return *this;
-    std::memcpy(room_for(piece.size()), piece.data(), piece.size());
+    copy(room_for(piece.size()), piece);
     size_ += piece.size();
     return *this;
   }
@@ -40,6 +41,30 @@ class Text {
   void clear() { size_ = 0; }
 
  private:
+  // Of up to sixteen bytes, the first and the last words cover all: a call would take longer.
+  static void copy(char* to, std::string_view piece) {
+    const std::size_t size = piece.size();
+    if (size > 16) {
+      std::memcpy(to, piece.data(), size);
+    } else if (size >= 8) {
+      copy_ends<std::uint64_t>(to, piece);
+    } else if (size >= 4) {
+      copy_ends<std::uint32_t>(to, piece);
+    } else {
+      for (const char character : piece) *to++ = character;
+    }
+  }
+
+  template <class Word>
+  static void copy_ends(char* to, std::string_view piece) {
+    const std::size_t last = piece.size() - sizeof(Word);
+    Word word;
+    std::memcpy(&word, piece.data(), sizeof(word));
+    std::memcpy(to, &word, sizeof(word));
+    std::memcpy(&word, piece.data() + last, sizeof(word));
+    std::memcpy(to + last, &word, sizeof(word));
+  }
+
   // The end of the text, with room for that many bytes behind it.
   char* room_for(std::size_t size) {
     if (memory_.size() - size_ < size) memory_.resize(2 * (size_ + size));
