@@ -1,5 +1,7 @@
 #include "model/name_table.h"
 
+#include <array>
+#include <bit>
 #include <functional>
 
 namespace zarel {
@@ -12,35 +14,49 @@ std::uint64_t word_at(const char* text) {
   return word;
 }
 
-// The first and the last bytes of a short text cover it all, so that two words are mixed, by the
-// steps of the finalizer of MurmurHash3 (Appleby). A longer one is left to the library.
-std::uint32_t hash_of(std::string_view spelling) {
+// A short name as it stands in its entry, its length and its text: two words, which are compared
+// and mixed without a loop.
+using ShortName = std::array<std::uint64_t, 2>;
+
+ShortName short_name(std::string_view spelling) {
   const char* const text = spelling.data();
   const std::size_t size = spelling.size();
-  std::uint64_t first = 0;
-  std::uint64_t last = 0;
-  if (size > 16) {
-    first = std::hash<std::string_view>{}(spelling);
-  } else if (size >= 8) {
-    first = word_at<std::uint64_t>(text);
-    last = word_at<std::uint64_t>(text + size - 8);
-  } else if (size >= 4) {
-    first = word_at<std::uint32_t>(text);
-    last = word_at<std::uint32_t>(text + size - 4);
+  static_assert(std::endian::native == std::endian::little, "the first bytes are the low ones");
+  constexpr std::size_t kInFirst = 4;    // bytes of the text beside the length
+  std::uint64_t begin = 0;
+  std::uint64_t rest = 0;
+  if (size >= 8) {
+    begin = word_at<std::uint32_t>(text);
+    rest = word_at<std::uint64_t>(text + size - 8) >> 8 * (8 + kInFirst - size);
+  } else if (size >= kInFirst) {
+    begin = word_at<std::uint32_t>(text);
+    rest = word_at<std::uint32_t>(text + size - 4) >> 8 * (4 + kInFirst - size);
   } else {
-    for (const char character : spelling)
-      first = first << 8U | static_cast<unsigned char>(character);
+    for (std::size_t i = size; i-- != 0;) begin = begin << 8U | static_cast<unsigned char>(text[i]);
   }
-  std::uint64_t hash = (first ^ size) * 0xff51afd7ed558ccdU;
+  return {size | begin << 32U, rest};
+}
+
+// The steps of the finalizer of MurmurHash3 (Appleby).
+std::uint32_t mixed(std::uint64_t first, std::uint64_t last) {
+  std::uint64_t hash = first * 0xff51afd7ed558ccdU;
   hash = (hash ^ hash >> 33U ^ last) * 0xc4ceb9fe1a85ec53U;
   return static_cast<std::uint32_t>(hash ^ hash >> 33U);
+}
+
+std::uint32_t hash_of(const ShortName& name) {
+  return mixed(name[0], name[1]);
+}
+
+std::uint32_t hash_of(std::string_view spelling) {
+  return mixed(std::hash<std::string_view>{}(spelling), spelling.size());
 }
 
 }    // namespace
 
 NameId NameTable::intern(std::string_view spelling) {
   if (4 * (std::size_t{size_} + 1) > 3 * slots_.size()) grow();
-  const std::uint32_t hash = hash_of(spelling);
+  std::uint32_t hash = 0;
   Slot& slot = slots_[slot_of(spelling, hash)];
   if (slot.entry == 0) {
     add(spelling);
@@ -51,35 +67,51 @@ NameId NameTable::intern(std::string_view spelling) {
 
 std::optional<NameId> NameTable::find(std::string_view spelling) const {
   if (slots_.empty()) return std::nullopt;
-  const std::uint32_t entry = slots_[slot_of(spelling, hash_of(spelling))].entry;
+  std::uint32_t hash = 0;
+  const std::uint32_t entry = slots_[slot_of(spelling, hash)].entry;
   if (entry == 0) return std::nullopt;
   return NameId{entry - 1};
 }
 
-// The slot that holds the spelling, or the free one where it belongs.
-std::size_t NameTable::slot_of(std::string_view spelling, std::uint32_t hash) const {
+// The slot that holds the name, or the free one where it belongs.
+template <class IsEqual>
+std::size_t NameTable::slot_of(std::uint32_t hash, IsEqual is_equal) const {
   const std::size_t mask = slots_.size() - 1;
   for (std::size_t position = hash & mask;; position = (position + 1) & mask) {
     const Slot& slot = slots_[position];
     if (slot.entry == 0) return position;
-    if (slot.hash == hash && name(slot.entry - 1).spelling() == spelling) return position;
+    if (slot.hash == hash && is_equal(name(slot.entry - 1))) return position;
   }
+}
+
+// The same for the spelling, whose hash it sets.
+std::size_t NameTable::slot_of(std::string_view spelling, std::uint32_t& hash) const {
+  if (spelling.size() > Name::kLongestInside) {
+    hash = hash_of(spelling);
+    return slot_of(hash, [&](const Name& name) { return name.spelling() == spelling; });
+  }
+  const ShortName wanted = short_name(spelling);
+  hash = hash_of(wanted);
+  return slot_of(hash, [&](const Name& name) {
+    ShortName entry;
+    std::memcpy(entry.data(), &name, sizeof(entry));
+    return entry == wanted;
+  });
 }
 
 void NameTable::add(std::string_view spelling) {
   if (size_ % kChunk == 0) chunks_.emplace_back().reserve(kChunk);
-  const char* const text =
-      spelling.size() <= Name::kLongestInside ? spelling.data() : kept_apart(spelling);
-  chunks_.back().emplace_back(text, spelling.size());
+  chunks_.back().emplace_back(spelling.size() <= Name::kLongestInside ? spelling
+                                                                      : kept_apart(spelling));
   ++size_;
 }
 
 // A copy of the text, with a NUL behind it.
-const char* NameTable::kept_apart(std::string_view spelling) {
+std::string_view NameTable::kept_apart(std::string_view spelling) {
   char* const text = static_cast<char*>(texts_.allocate(spelling.size() + 1, 1));
   std::memcpy(text, spelling.data(), spelling.size());
   text[spelling.size()] = '\0';
-  return text;
+  return {text, spelling.size()};
 }
 
 void NameTable::grow() {

@@ -35,11 +35,12 @@ class NameTable {
    public:
     static constexpr std::size_t kLongestInside = 11;    // bytes, without the NUL
 
-    Name(const char* text, std::size_t length) : length_(static_cast<std::uint32_t>(length)) {
+    explicit Name(std::string_view text) : length_(static_cast<std::uint32_t>(text.size())) {
       if (is_inside()) {
-        std::memcpy(inside_, text, length);
+        std::memcpy(inside_, text.data(), text.size());
       } else {
-        std::memcpy(inside_, &text, sizeof(text));
+        const char* const begin = text.data();
+        std::memcpy(inside_, &begin, sizeof(begin));
       }
     }
     std::string_view spelling() const {
@@ -64,8 +65,10 @@ class NameTable {
 
   static constexpr std::size_t kChunk = 4096;    // names
   const Name& name(std::uint32_t index) const { return chunks_[index / kChunk][index % kChunk]; }
-  std::size_t slot_of(std::string_view spelling, std::uint32_t hash) const;
-  const char* kept_apart(std::string_view spelling);
+  template <class IsEqual>
+  std::size_t slot_of(std::uint32_t hash, IsEqual is_equal) const;
+  std::size_t slot_of(std::string_view spelling, std::uint32_t& hash) const;
+  std::string_view kept_apart(std::string_view spelling);
   void add(std::string_view spelling);
   void grow();
 
