@@ -1,9 +1,11 @@
 #include "functions/function_terms.h"
 
 #include <algorithm>
+#include <array>
 #include <vector>
 
 #include "model/printer.h"
+#include "model/run.h"
 
 namespace zarel {
 namespace {
@@ -12,20 +14,54 @@ bool is_placeholder(const TERMT& term) {
   return term.kind == TermKind::kFunctionTerm;
 }
 
-// The atom with variables for its placeholders; the builtin atom of each is added to `found`.
-ATOMT without_placeholders(const ATOMT& atom, std::vector<ATOMT>& found) {
-  const std::span<const TERMT> terms = atom.terms();
-  if (std::none_of(terms.begin(), terms.end(), is_placeholder)) return atom;
-  const StoredList<TERMT> rewritten = program_storage().store(terms);
-  for (TERMT& term : rewritten.elements()) {
-    if (!is_placeholder(term)) continue;
-    found.push_back(buildFunctionAtom(term));
-    term.kind = TermKind::kVariable;
+// The names of placeholders that were made last: most rules have some in common.
+class PlaceholderNames {
+ public:
+  NameId get(NameId functor, std::uint32_t number) {
+    Entry& entry = entries_[(to_index(functor) * 8 + number) % kEntries];
+    if (entry.functor != functor || entry.number != number || !entry.is_made)
+      entry = {functor, number, true, names().intern(spelling(functor, number))};
+    return entry.name;
   }
-  return atom.with_terms(rewritten, atom.asterisk_count());
+
+  NameId builtin() const { return builtin_; }
+
+ private:
+  struct Entry {
+    NameId functor;
+    std::uint32_t number;
+    bool is_made;
+    NameId name;
+  };
+  static constexpr std::size_t kEntries = 4096;
+
+  static std::string spelling(NameId functor, std::uint32_t number) {
+    std::string name = "F_";
+    return name.append(names().spelling(functor)).append("_").append(std::to_string(number));
+  }
+
+  std::vector<Entry> entries_{kEntries, Entry{}};
+  NameId builtin_ = names().intern(kFunctionBuiltin);
+};
+
+PlaceholderNames& placeholder_names() {
+  return current_run().parts.get<PlaceholderNames>();
 }
 
-const FTERM& function_of(const TERMT& placeholder) {
+// Makes the placeholders of an atom variables; what they stand for is added to `found`.
+void take_placeholders(std::span<TERMT> terms, std::vector<TERMT>& found) {
+  for (TERMT& term : terms) {
+    if (!is_placeholder(term)) continue;
+    found.push_back(term);
+    term.kind = TermKind::kVariable;
+  }
+}
+
+void take_placeholders(ATOMT& atom, std::vector<TERMT>& found) {
+  if (atom.payload() == ATOMT::Payload::kTerms) take_placeholders(atom.own_terms(), found);
+}
+
+FTERM function_of(const TERMT& placeholder) {
   return *FTermTable().find(placeholder.index());
 }
 
@@ -36,42 +72,43 @@ bool hasFunctionTerm() {
 }
 
 TERMT newFTERM(NameId functor, std::span<const TERMT> arguments) {
-  std::string name = "F_";
-  name.append(names().spelling(functor)).append("_").append(std::to_string(FTermTable().count()));
-  TERMT term = newTERMT(name);
+  TERMT term = newTERMT(placeholder_names().get(functor, FTermTable().count()));
   term.kind = TermKind::kFunctionTerm;
-  FTermTable().enter(term.index(), {functor, {arguments.begin(), arguments.end()}});
+  FTermTable().enter(term.index(), {functor, arguments});
   return term;
 }
 
 ATOMT buildFunctionAtom(const TERMT& placeholder) {
-  const FTERM& function = function_of(placeholder);
-  std::vector<TERMT> terms = {TERMT::variable(placeholder.index()),
-                              TERMT::constant(function.functor)};
-  terms.insert(terms.end(), function.arguments.begin(), function.arguments.end());
-  return {kFunctionBuiltin, terms, PREDICATE_NAMETS::TYPE::kBuiltin};
+  const FTERM function = function_of(placeholder);
+  const std::size_t size = function.arguments.size() + 2;
+  const StoredList<TERMT> list = program_storage().make_list<TERMT>(size);
+  const std::span<TERMT> terms = list.elements();
+  terms[0] = TERMT::variable(placeholder.index());
+  terms[1] = TERMT::constant(function.functor);
+  std::copy(function.arguments.begin(), function.arguments.end(), terms.begin() + 2);
+  return {placeholder_names().builtin(), list, PREDICATE_NAMETS::TYPE::kBuiltin};
 }
 
 void rewriteFunctionsInHead(Head& head, Body& body) {
-  std::vector<ATOMT> found;
-  for (ATOMT& atom : head.atoms()) atom = without_placeholders(atom, found);
-  for (const ATOMT& atom : found) body.add({atom, false});
+  std::vector<TERMT> found;
+  for (ATOMT& atom : head.atoms()) take_placeholders(atom, found);
+  for (const TERMT& placeholder : found) body.add({buildFunctionAtom(placeholder), false});
 }
 
-// The atoms that a pass adds may hold inner placeholders: the next pass looks at them alone, until
-// none are left.
+// The atoms that are added may hold inner placeholders, whose atoms stand behind all of the outer
+// ones.
 void rewriteFunctionsInBody(Body& body) {
-  std::vector<ATOMT> found;
-  for (std::size_t i = 0; i < body.size(); ++i)
-    body[i].atom = without_placeholders(body[i].atom, found);
-  while (!found.empty()) {
-    std::vector<ATOMT> inner;
-    for (const ATOMT& atom : found) body.add({without_placeholders(atom, inner), false});
-    found.swap(inner);
+  std::vector<TERMT> found;
+  for (std::size_t i = 0; i < body.size(); ++i) take_placeholders(body[i].atom, found);
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    ATOMT atom = buildFunctionAtom(found[i]);
+    take_placeholders(atom, found);
+    body.add({atom, false});
   }
 }
 
 void rewriteFunctions(Head* head, Body& body) {
+  if (!hasFunctionTerm()) return;
   if (head != nullptr) rewriteFunctionsInHead(*head, body);
   rewriteFunctionsInBody(body);
   FTermTable().clear();
@@ -80,25 +117,25 @@ void rewriteFunctions(Head* head, Body& body) {
 // A loop with a stack of its own: terms may be nested deeper than the call stack stands.
 std::string fromFunctionToString(const TERMT& placeholder) {
   struct Open {
-    const FTERM* function;
+    FTERM function;
     std::size_t next;
   };
   Text text(names().spelling(function_of(placeholder).functor));
   text += '(';
-  std::vector<Open> open{{&function_of(placeholder), 0}};
+  std::vector<Open> open{{function_of(placeholder), 0}};
   while (!open.empty()) {
     auto& [function, next] = open.back();
-    if (next == function->arguments.size()) {
+    if (next == function.arguments.size()) {
       text += ')';
       open.pop_back();
       continue;
     }
     if (next != 0) text += ',';
-    const TERMT& argument = function->arguments[next++];
+    const TERMT& argument = function.arguments[next++];
     if (is_placeholder(argument)) {
       text += names().spelling(function_of(argument).functor);
       text += '(';
-      open.push_back({&function_of(argument), 0});
+      open.push_back({function_of(argument), 0});
     } else {
       append_text(text, argument);
     }

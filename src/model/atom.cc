@@ -58,7 +58,7 @@ ATOMT ATOMT::external(std::string_view name, std::span<const TERMT> bracketed,
   return atom;
 }
 
-std::span<const TERMT> ATOMT::terms() const {
+std::span<const TERMT> ATOMT::terms_of_payload() const {
   switch (payload()) {
     case Payload::kTerms:
       return of_.terms.elements();

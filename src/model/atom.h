@@ -55,7 +55,12 @@ class ATOMT {
 
   // The argument list: an invocation's output terms, an external atom's second list; none for an
   // aggregate.
-  std::span<const TERMT> terms() const;
+  std::span<const TERMT> terms() const {
+    return payload() == Payload::kTerms ? of_.terms.elements() : terms_of_payload();
+  }
+  // The same, to be changed: only of an atom with plain terms that was just made, since its copies
+  // share them.
+  std::span<TERMT> own_terms() { return of_.terms.elements(); }
   const AGGREGATEPREDT& aggregate() const { return *of_.aggregate; }         // only for aggregates
   const InvocationPayload& invocation() const { return *of_.invocation; }    // only for invocations
   const EXTERNAL_ATOM& external_atom() const {
@@ -73,6 +78,8 @@ class ATOMT {
 
   ATOMT(std::uint32_t predicate, Payload payload)
       : predicate_(predicate), asterisks_(0), payload_(static_cast<std::uint32_t>(payload) & 3U) {}
+
+  std::span<const TERMT> terms_of_payload() const;
 
   union Content {
     StoredList<TERMT> terms;

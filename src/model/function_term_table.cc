@@ -1,22 +1,24 @@
 #include "model/function_term_table.h"
 
-#include <utility>
-
 namespace zarel {
 
-void FunctionTermTable::enter(std::uint32_t variable, FTERM term) {
+void FunctionTermTable::enter(std::uint32_t variable, const FTERM& term) {
   ++count_;
-  terms_.insert_or_assign(variable, std::move(term));
+  if (variable >= terms_.size()) terms_.resize(std::size_t{variable} + 1, Entry{});
+  terms_[variable] = {epoch_, term.functor, arguments_.size(), term.arguments.size()};
+  arguments_.insert(arguments_.end(), term.arguments.begin(), term.arguments.end());
 }
 
-const FTERM* FunctionTermTable::find(std::uint32_t variable) const {
-  const auto found = terms_.find(variable);
-  return found == terms_.end() ? nullptr : &found->second;
+std::optional<FTERM> FunctionTermTable::find(std::uint32_t variable) const {
+  if (variable >= terms_.size() || terms_[variable].epoch != epoch_) return std::nullopt;
+  const Entry& entry = terms_[variable];
+  return FTERM{entry.functor, std::span(arguments_).subspan(entry.begin, entry.size)};
 }
 
 void FunctionTermTable::clear() {
   count_ = 0;
-  terms_.clear();
+  ++epoch_;
+  arguments_.clear();
 }
 
 }    // namespace zarel

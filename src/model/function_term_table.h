@@ -2,32 +2,43 @@
 // function_term_table.h - what each function-term placeholder of the rule being read stands for.
 
 #include <cstdint>
-#include <unordered_map>
+#include <optional>
+#include <span>
 #include <vector>
 
 #include "model/term.h"
 
 namespace zarel {
 
-// One function term: functor(arguments); an argument may be a placeholder again.
+// One function term: functor(arguments); an argument may be a placeholder again. The table's own
+// ones are valid until it is changed.
 struct FTERM {
   NameId functor;
-  std::vector<TERMT> arguments;
+  std::span<const TERMT> arguments;
 };
 
 class FunctionTermTable {
  public:
   // Records what the placeholder variable of this number stands for.
-  void enter(std::uint32_t variable, FTERM term);
-  const FTERM* find(std::uint32_t variable) const;    // null when there is none
+  void enter(std::uint32_t variable, const FTERM& term);
+  std::optional<FTERM> find(std::uint32_t variable) const;
   std::uint32_t count() const {
     return count_;
   }    // function terms created for the rule being read
   void clear();
 
  private:
+  struct Entry {
+    std::uint32_t epoch;
+    NameId functor;
+    std::size_t begin;    // of the arguments
+    std::size_t size;
+  };
+
   std::uint32_t count_ = 0;
-  std::unordered_map<std::uint32_t, FTERM> terms_;
+  std::uint32_t epoch_ = 1;     // so that clearing costs nothing, however many variables there are
+  std::vector<Entry> terms_;    // by variable; valid only when of the current epoch
+  std::vector<TERMT> arguments_;    // of all of them
 };
 
 FunctionTermTable& FTermTable();

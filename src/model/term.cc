@@ -90,9 +90,8 @@ void variablesInFunctionTerm(std::vector<TERMT>& out, const TERMT& f) {
     open.pop_back();
     if (term.is_variable()) out.push_back(term);
     if (term.kind != TermKind::kFunctionTerm) continue;
-    const FTERM* const function = FTermTable().find(term.index());
-    if (function != nullptr)
-      open.insert(open.end(), function->arguments.rbegin(), function->arguments.rend());
+    const std::optional<FTERM> function = FTermTable().find(term.index());
+    if (function) open.insert(open.end(), function->arguments.rbegin(), function->arguments.rend());
   }
 }
 
