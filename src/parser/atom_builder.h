@@ -22,6 +22,8 @@ class AtomBuilder {
   ATOMT atom(WrittenName name, TermsMark list, NameId frame_space,
              Negation negation = Negation::kNone);
   ATOMT atom(WrittenName name, NameId frame_space, Negation negation = Negation::kNone);
+  // A flat one, which is what is read; never in a template body.
+  ATOMT flat_atom(const FlatAtom& flat, NameId frame_space);
   // Under the name as written; in a template body under the labelled name.
   ATOMT plain_atom(WrittenName name, std::span<const TERMT> terms, Negation negation) const;
   // Whether a frame space may be named behind an atom here: not in a template body, where it is
@@ -53,6 +55,11 @@ inline ATOMT AtomBuilder::atom(WrittenName name, TermsMark list, NameId frame_sp
   if (tree_.is_open()) tell(name, terms.size(), frame_space, negation);
   if (definition_.is_open()) return plain_atom(name, terms, negation);
   return encoded_atom(name.id, frame_space, terms, negation);
+}
+
+inline ATOMT AtomBuilder::flat_atom(const FlatAtom& flat, NameId frame_space) {
+  const NameId name = names().intern(flat.name());
+  return encoded_atom(name, frame_space, terms_.take(terms_.flat_arguments(flat)), Negation::kNone);
 }
 
 }    // namespace zarel

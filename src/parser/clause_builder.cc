@@ -1,12 +1,10 @@
 #include "parser/clause_builder.h"
 
-#include <charconv>
+#include <algorithm>
 
-#include "base/characters.h"
 #include "frames/frame_rule.h"
 #include "functions/function_terms.h"
 #include "model/names.h"
-#include "parser/flat_fact.h"
 #include "parser/reading_scope.h"
 
 namespace zarel {
@@ -26,72 +24,51 @@ void ClauseBuilder::close_head() {
   if (head_.size() != 0) next_disjunct();
 }
 
-SourceRange ClauseBuilder::place_in(const TokenText& fact, std::string_view part) const {
-  const SourceRange whole = work_.where().range;
-  const auto begin = static_cast<std::uint32_t>(part.data() - fact.begin) + whole.first_column;
-  const auto length = static_cast<std::uint32_t>(part.size());
-  return {whole.first_line, begin, whole.first_line, begin + length - 1};
-}
-
-// An integer may be reported: it stands where it is in the fact, not where that is.
-TERMT ClauseBuilder::flat_integer(std::string_view digits, const TokenText& fact) {
-  std::uint32_t value = 0;
-  std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  const SourceRange own = place_in(fact, digits);
-  const ReadingScope at_own(work_, &own);
-  return terms_.bounds().integer(value);
-}
-
-TERMT ClauseBuilder::flat_term(std::string_view text, const TokenText& fact) {
-  if (is_digit(text[0])) return flat_integer(text, fact);
-  const NameId name = names().intern(text);
-  return is_upper_case(text[0]) ? terms_.variable(name) : terms_.constant(name);
-}
-
 // As a tree. See Note [written statements].
-void ClauseBuilder::tell_whole_fact(const TokenText& text, NameId name) {
-  FlatFact parts({text.begin, text.length});
-  const SourceRange name_place = place_in(text, parts.next());
-  std::size_t arity = 0;
-  for (std::string_view term = parts.next(); !term.empty(); term = parts.next(), ++arity) {
-    const SourceRange own = place_in(text, term);
+void ClauseBuilder::tell_whole_fact(const FlatAtom& fact, NameId name) {
+  const auto name_length = static_cast<std::uint32_t>(fact.name().size());
+  const SourceRange name_place = place_in_flat_atom(work_, {{}, 0, name_length, 0});
+  for (const FlatPart& part : fact.parts()) {
+    const SourceRange own = place_in_flat_atom(work_, part);
     const ReadingScope at_own(work_, &own);
-    if (is_digit(term[0])) {
-      std::uint32_t value = 0;
-      std::from_chars(term.data(), term.data() + term.size(), value);
-      tree_.leaf(WrittenKind::kInteger, {}, value);
+    if (part.kind == FlatPart::Kind::kInteger) {
+      tree_.leaf(WrittenKind::kInteger, {}, part.value);
     } else {
-      const bool is_variable = is_upper_case(term[0]);
+      const bool is_variable = part.kind == FlatPart::Kind::kVariable;
       tree_.leaf(is_variable ? WrittenKind::kVariable : WrittenKind::kConstant,
-                 names().intern(term));
+                 names().intern(fact.text(part)));
     }
   }
-  WrittenNode& atom = tree_.named(WrittenKind::kAtom, arity, name, &name_place);
+  WrittenNode& atom = tree_.named(WrittenKind::kAtom, fact.parts().size(), name, &name_place);
   atom.second_name = spaces_.current();
   tree_.head_element();
   tree_.statement(WrittenStatement::Kind::kRule);
 }
 
-void ClauseBuilder::flat_fact(const TokenText& text) {
-  const bool is_told = tree_.is_open();
-  if (is_told) tree_.pause();
-  bool has_variable = false;
-  std::uint32_t arity = 0;
-  FlatFact parts({text.begin, text.length});
-  const NameId name = names().intern(parts.next());
-  TermsMark list = terms_.empty_list();
-  for (std::string_view term = parts.next(); !term.empty(); term = parts.next()) {
-    const TERMT made = flat_term(term, text);
-    has_variable = has_variable || made.is_variable();
-    ++arity;
-    list = terms_.next(list, made);
-  }
-  if (is_told && (has_variable || definition_.is_open())) {
-    tell_whole_fact(text, name);
-  } else if (is_told) {
+// A simple one: the scanner takes no other for an observer.
+void ClauseBuilder::tell_flat_fact(const FlatAtom& fact, NameId name) {
+  const auto is_variable = [](const FlatPart& part) {
+    return part.kind == FlatPart::Kind::kVariable;
+  };
+  tree_.pause();
+  if (definition_.is_open() || std::ranges::any_of(fact.parts(), is_variable)) {
+    tell_whole_fact(fact, name);
+  } else {
+    const auto arity = static_cast<std::uint32_t>(fact.parts().size());
     tree_.flat_fact(name, arity, spaces_.current());
   }
-  head_.add(atoms_.atom({name, work_.reading}, list, spaces_.current()));
+}
+
+void ClauseBuilder::flat_fact(const FlatAtom& fact) {
+  const NameId name = names().intern(fact.name());
+  const TermsMark list = terms_.flat_arguments(fact);
+  if (tree_.is_open()) tell_flat_fact(fact, name);
+  SourceRange place = *work_.reading;
+  if (!fact.is_simple()) --place.last_column;    // the atom, without its full stop
+  {
+    const ReadingScope at_atom(work_, &place);
+    head_.add(atoms_.atom({name, &place}, list, spaces_.current()));
+  }
   add_rule(nullptr);
 }
 

@@ -38,7 +38,7 @@ class ClauseBuilder {
   void next_disjunct();
   void close_head();
 
-  void flat_fact(const TokenText& text);
+  void flat_fact(const FlatAtom& fact);
   void fact();              // of the disjuncts read; closes the head
   void rule(Body* body);    // of the closed head
   void range_fact(WrittenName name, const TERMT& first, const TERMT& last);
@@ -51,10 +51,8 @@ class ClauseBuilder {
   }
 
  private:
-  TERMT flat_term(std::string_view text, const TokenText& fact);
-  TERMT flat_integer(std::string_view digits, const TokenText& fact);
-  SourceRange place_in(const TokenText& fact, std::string_view part) const;
-  void tell_whole_fact(const TokenText& text, NameId name);
+  void tell_flat_fact(const FlatAtom& fact, NameId name);
+  void tell_whole_fact(const FlatAtom& fact, NameId name);
   void add_rule(Body* body);    // null: no body
   void frame_rule(const Body* body);
 

@@ -48,7 +48,7 @@ constexpr zarel::Negation kStrong = zarel::Negation::kStrong;
 }
 
 %union {
-  zarel::TokenText text;
+  const zarel::FlatAtom* flat;
   zarel::NameId name;
   zarel::Number number;
   zarel::TERMT term;
@@ -76,8 +76,8 @@ constexpr zarel::Negation kStrong = zarel::Negation::kStrong;
 %token <name> ID 259 VARIABLE 318
 %token <number> NUMBER 260
 %token <name> HASH_ID 261
-/* A whole fact. See Note [flat facts]. */
-%token <text> FLAT_FACT 319
+/* A whole fact, and a whole atom without a frame space. See Note [flat facts]. */
+%token <flat> FLAT_FACT 319 FLAT_ATOM 320
 %token NEWLINE 263 STAR 264 ANONYMOUS 265 DOLLAR 266 AMPERSAND 267 AT 268
 %token SET_ARROW 269 ARROW 270 SIG_ARROW 271 SIG_SET_ARROW 272 NEG_SIG_ARROW 273
 %token INH_ARROW 274 INH_SET_ARROW 275 SUBCLASS 276
@@ -136,7 +136,7 @@ statement
   ;
 
 clause
-  : FLAT_FACT                           { build.clauses().flat_fact($FLAT_FACT); }
+  : FLAT_FACT                           { build.clauses().flat_fact(*$FLAT_FACT); }
   | head DOT                            { build.clauses().fact(); }
   | closed_head body DOT                { build.clauses().rule($body); }
   | called_name[name] LPAREN integer_term[first] DOT DOT integer_term[last] RPAREN DOT
@@ -327,7 +327,10 @@ arithmetic
 /* Atoms */
 
 atom
-  : called_name[name] LPAREN arguments[list] RPAREN atom_space[space]
+  : FLAT_ATOM          {
+                         $$ = build.atoms().flat_atom(*$FLAT_ATOM, build.frame_spaces().current());
+                       }
+  | called_name[name] LPAREN arguments[list] RPAREN atom_space[space]
                        { $$ = build.atoms().atom({$name, &@name}, $list, $space); }
   | MINUS called_name[name] LPAREN arguments[list] RPAREN atom_space[space]
                        { $$ = build.atoms().atom({$name, &@name}, $list, $space, kStrong); }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "base/characters.h"
 #include "model/run.h"
 #include "parser/text_range.h"
 
@@ -13,7 +14,8 @@ ScannerActions::ScannerActions(const ScannerInput& input, std::uint32_t file,
       verbatim_(verbatim),
       file_(file),
       wide_(current_run().files[file].wide),
-      verbatim_lines_(current_run().verbatim_lines) {}
+      verbatim_lines_(current_run().verbatim_lines),
+      is_observed_(current_run().statement_observer != nullptr) {}
 
 void ScannerActions::pass(std::string_view text) {
   const std::size_t last_line = text.rfind('\n');
@@ -62,6 +64,28 @@ std::optional<Number> ScannerActions::number(std::string_view digits) {
   std::uint32_t value = 0;
   for (const char digit : digits) value = 10 * value + static_cast<std::uint32_t>(digit - '0');
   return Number{value, static_cast<std::uint32_t>(digits.size())};
+}
+
+// Whether what stands in front of that text is a whole literal, or a whole head, and no beginning
+// of something else.
+bool ScannerActions::is_atom_before(std::string_view behind) const {
+  if (place_ == FlatAtomPlace::kLiteral) return behind.starts_with(',') || behind.starts_with('.');
+  if (behind.starts_with(' ')) behind.remove_prefix(1);
+  return behind.starts_with(":-") || behind.starts_with("<-");
+}
+
+FlatText ScannerActions::flat_text(std::string_view text, std::size_t word_length) {
+  const FlatText word{word_length};
+  const std::size_t length = flat_atom_.read(text, word_length);
+  if (length == 0) return word;
+  // An observer is told of the parts by the grammar's actions, but for those of a simple fact.
+  const bool is_told_in_parts = is_observed_ && !flat_atom_.is_simple();
+  const bool is_fact = place_ == FlatAtomPlace::kStatement && has_at(text, length, '.');
+  if (is_fact && (flat_atom_.is_simple() || (!is_told_in_parts && depth_ == 0)))
+    return {length + 1, &flat_atom_, true};
+  if (is_observed_ || !is_outside() || !is_atom_before(text.substr(length))) return word;
+  place_ = FlatAtomPlace::kNone;
+  return {length, &flat_atom_, false};
 }
 
 void ScannerActions::underscore_identifier(std::string_view spelling) {

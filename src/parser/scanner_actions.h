@@ -12,6 +12,7 @@
 #include "base/line_map.h"
 #include "base/place.h"
 #include "model/name_table.h"
+#include "parser/flat_atom.h"
 #include "parser/scanner_input.h"
 #include "parser/token_values.h"
 
@@ -19,6 +20,16 @@ namespace zarel {
 
 inline constexpr std::size_t kLongestIdentifier = 1001;    // characters; more are cut off
 inline constexpr std::size_t kLongestNumber = 9;           // digits; more are an error
+
+// What a flat atom could be behind the last token. See Note [flat facts].
+enum class FlatAtomPlace : std::uint8_t { kNone, kStatement, kLiteral };
+
+// A word, or the flat atom that it begins, perhaps with the full stop of a fact.
+struct FlatText {
+  std::size_t length;
+  const FlatAtom* atom = nullptr;    // valid until the next one is read
+  bool is_fact = false;
+};
 
 // Of one scanner, at one file or text.
 class ScannerActions {
@@ -47,10 +58,21 @@ class ScannerActions {
   }
   void line_end();    // one that messages count
 
-  // Whether the next token may be a flat fact: a statement begins there, and the file has been
-  // right so far. Behind a mistake the parser counts tokens before it reports another.
-  bool takes_flat_fact() const { return is_at_statement_ && !has_mistake_; }
-  void set_at_statement(bool is_at_statement) { is_at_statement_ = is_at_statement; }
+  // Whether the next token may be a flat atom: a statement or a literal begins there, and the file
+  // has been right so far. Behind a mistake the parser counts tokens before it reports another.
+  bool takes_flat_atom() const { return place_ != FlatAtomPlace::kNone && !has_mistake_; }
+  void expect(FlatAtomPlace place) { place_ = place; }
+  FlatText flat_text(std::string_view text, std::size_t word_length);
+
+  // What is known of where the tokens stand: inside how many parentheses and brackets, and whether
+  // in a body; and so what a comma or "not" is followed by.
+  void open_parenthesis() { ++depth_; }
+  void close_parenthesis() { depth_ -= depth_ == 0 ? 0 : 1; }
+  void enter_body() { is_in_body_ = true; }
+  void leave_body() { is_in_body_ = false; }
+  FlatAtomPlace place_in_body() const {
+    return is_in_body_ && is_outside() ? FlatAtomPlace::kLiteral : FlatAtomPlace::kNone;
+  }
   void found_mistake() { has_mistake_ = true; }
 
   // The value of an identifier or quoted string. A spelling over 1001 characters is cut and counted
@@ -102,6 +124,8 @@ class ScannerActions {
   SourceLocation here() const { return {line_, column_, file_}; }
   Place place_of_next(std::string_view text) const;
   void end_verbatim_line(const SourceLocation& next);
+  bool is_outside() const { return depth_ == 0 && brace_depth_ == 0; }
+  bool is_atom_before(std::string_view behind) const;
 
   ScannerInput input_;
   std::ostream& verbatim_;
@@ -118,7 +142,11 @@ class ScannerActions {
   int brace_depth_ = 0;
   bool is_silent_ = false;
   bool has_open_string_ = false;
-  bool is_at_statement_ = true;
+  FlatAtom flat_atom_;
+  FlatAtomPlace place_ = FlatAtomPlace::kStatement;
+  int depth_ = 0;
+  bool is_in_body_ = false;
+  bool is_observed_;    // statements are told as they are written
   bool has_mistake_ = false;
 };
 

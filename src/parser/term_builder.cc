@@ -71,6 +71,66 @@ TERMT TermBuilder::function(WrittenName functor, TermsMark arguments) {
   return newFTERM(functor.id, terms);
 }
 
+SourceRange place_in_flat_atom(const Work& work, const FlatPart& part) {
+  const SourceRange whole = work.where().range;
+  const std::uint32_t begin = whole.first_column + part.begin;
+  return {whole.first_line, begin, whole.first_line, begin + part.length - 1};
+}
+
+// An integer may be reported: it stands where it is in the atom, not where that is.
+TERMT TermBuilder::flat_integer(const FlatPart& part) {
+  const SourceRange own = place_in_flat_atom(work(), part);
+  const ReadingScope at_own(work(), &own);
+  return bounds_.integer(part.value);
+}
+
+TERMT TermBuilder::flat_qualified(const FlatAtom& atom, const FlatPart& prefix,
+                                  const FlatPart& local) {
+  const NameId first = names().intern(atom.text(prefix));
+  const SourceRange own =
+      joined(place_in_flat_atom(work(), prefix), place_in_flat_atom(work(), local));
+  const ReadingScope at_own(work(), &own);
+  return qualified({first, names().intern(atom.text(local))});
+}
+
+TermsMark TermBuilder::flat_arguments(const FlatAtom& atom) {
+  TermsMark list = empty_list();
+  const FlatPart* before = nullptr;
+  for (const FlatPart& part : atom.parts()) {
+    switch (part.kind) {
+      case FlatPart::Kind::kConstant:
+        list = next(list, TERMT::constant(names().intern(atom.text(part))));
+        break;
+      case FlatPart::Kind::kVariable:
+        list = next(list, newTERMT(names().intern(atom.text(part))));
+        break;
+      case FlatPart::Kind::kInteger:
+        list = next(list, flat_integer(part));
+        break;
+      case FlatPart::Kind::kAnonymous:
+        list = next(list, TERMT::anonymous());
+        break;
+      case FlatPart::Kind::kFunctor:
+        open_functions_.push_back({names().intern(atom.text(part)), list});
+        list = empty_list();
+        break;
+      case FlatPart::Kind::kFunctionEnd: {
+        const auto [functor, around] = open_functions_.back();
+        open_functions_.pop_back();
+        list = next(around, newFTERM(functor, take(list)));
+        break;
+      }
+      case FlatPart::Kind::kPrefix:
+        break;
+      case FlatPart::Kind::kLocal:
+        list = next(list, flat_qualified(atom, *before, part));
+        break;
+    }
+    before = &part;
+  }
+  return list;
+}
+
 TERMT TermBuilder::level(Number number) {
   if (tree_.is_open()) tree_.leaf(WrittenKind::kInteger, {}, number.value);
   return TERMT::integer(static_cast<std::int32_t>(number.value));

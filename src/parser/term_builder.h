@@ -2,8 +2,11 @@
 // term_builder.h - what the grammar's actions on terms call, and the lists of terms.
 
 #include <span>
+#include <vector>
 
+#include "model/report.h"
 #include "model/term.h"
+#include "parser/flat_atom.h"
 #include "parser/integer_bounds.h"
 #include "parser/list_stack.h"
 #include "parser/qualified_constants.h"
@@ -58,6 +61,9 @@ class TermBuilder {
   TERMT weight(Number whole, Number fraction);
   TERMT level(Number number);
 
+  // The arguments of a flat atom, which is what is read, as the parts one by one would be.
+  TermsMark flat_arguments(const FlatAtom& atom);
+
   // Lists of terms while they are read.
   TermsMark empty_list() const { return lists_.empty_list(); }
   TermsMark first(const TERMT& term) { return lists_.first(term); }
@@ -69,10 +75,22 @@ class TermBuilder {
   void clear() { lists_.clear(); }    // drops the lists that nothing has taken
 
  private:
+  TERMT flat_integer(const FlatPart& part);
+  TERMT flat_qualified(const FlatAtom& atom, const FlatPart& prefix, const FlatPart& local);
+
   WrittenTree& tree_;
   IntegerBounds bounds_;
   QualifiedConstants qualified_constants_;
   ListStack<TERMT> lists_;
+
+  struct OpenFunction {
+    NameId functor;
+    TermsMark around;    // the list that it stands in
+  };
+  std::vector<OpenFunction> open_functions_;    // of a flat atom
 };
+
+// Where a part of the flat atom stands that the work is at.
+SourceRange place_in_flat_atom(const Work& work, const FlatPart& part);
 
 }    // namespace zarel

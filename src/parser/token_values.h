@@ -1,19 +1,12 @@
 #pragma once
 // token_values.h - the values of tokens, as the grammar hands them to the builders.
 
-#include <cstddef>
 #include <cstdint>
 
 #include "base/place.h"
 #include "model/name_table.h"
 
 namespace zarel {
-
-// The text of a token, where it stands in the scanner's buffer: valid until the next token is read.
-struct TokenText {
-  const char* begin;
-  std::size_t length;
-};
 
 // The value of a NUMBER token: nine digits at most.
 struct Number {
