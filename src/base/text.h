@@ -67,9 +67,12 @@ class Text {
 
   // The end of the text, with room for that many bytes behind it.
   char* room_for(std::size_t size) {
-    if (memory_.size() - size_ < size) memory_.resize(2 * (size_ + size));
+    if (memory_.size() - size_ < size) [[unlikely]]
+      grow(size);
     return memory_.data() + size_;
   }
+
+  [[gnu::noinline]] void grow(std::size_t size) { memory_.resize(2 * (size_ + size)); }
 
   std::string memory_;    // the text, and room behind it
   std::size_t size_ = 0;
