@@ -20,12 +20,13 @@ TERMT TERMT::anonymous() {
   return {TermKind::kAnonymous, static_cast<std::int32_t>(LocalVariables().fresh_number())};
 }
 
-std::uint32_t VariableNumbering::number_of(NameId name) {
+VariableNumbering::Entry VariableNumbering::enter(NameId name) {
   const std::uint32_t index = to_index(name);
   if (index >= slots_.size()) slots_.resize(std::size_t{index} + 1, {0, 0});
   Slot& slot = slots_[index];
-  if (slot.epoch != epoch_) slot = {epoch_, next_++};
-  return slot.number;
+  if (slot.epoch == epoch_) return {slot.number, false};
+  slot = {epoch_, next_++};
+  return {slot.number, true};
 }
 
 void VariableNumbering::reset() {
@@ -56,8 +57,8 @@ TERMT newTERMT(std::string_view text) {
 
 TERMT newTERMT(NameId name) {
   if (!begins_variable(names().spelling(name))) return TERMT::constant(name);
-  const std::uint32_t number = LocalVariables().number_of(name);
-  Variables().enter(name, number);
+  const auto [number, is_new] = LocalVariables().enter(name);
+  if (is_new) Variables().enter(name, number);
   return TERMT::variable(number);
 }
 

@@ -58,7 +58,11 @@ inline bool operator==(const TERMT& a, const TERMT& b) {
 // older clauses keep the numbers that they were built with (see getVariableName).
 class VariableNumbering {
  public:
-  std::uint32_t number_of(NameId name);               // a new name takes the next number
+  struct Entry {
+    std::uint32_t number;
+    bool is_new;
+  };
+  Entry enter(NameId name);                           // a new name takes the next number
   std::uint32_t fresh_number() { return next_++; }    // a number that no name has
   void reset();
   // A number that nothing had before, in this numbering or before any reset of it.
