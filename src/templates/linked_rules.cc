@@ -1,6 +1,8 @@
 // linked_rules.cc - what templates mean with "-linktemplates". See Note [linked templates].
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <numeric>
 #include <unordered_map>
 
@@ -35,7 +37,11 @@ std::string_view linked_stem(std::string_view name) {
 }
 
 void append_number(std::string& key, std::uint64_t number) {
-  key.append(std::to_string(number)).append(",");
+  constexpr std::size_t kMostDigits = 20;
+  std::array<char, kMostDigits + 1> text;
+  char* const end = std::to_chars(text.data(), text.data() + kMostDigits, number).ptr;
+  *end = ',';
+  key.append(text.data(), end + 1);
 }
 
 std::string linked_key(const INVOCATIONATOM& invocation) {
