@@ -21,4 +21,13 @@ void add_frame_rule(const FRAME& head, const Body* body, const FrameContext& con
   }
 }
 
+void add_frame_facts(std::span<const FrameStatement> statements, const FrameContext& context,
+                     std::vector<CLAUSET>& clauses) {
+  const ClauseSource source = frame_source();
+  for (const FrameStatement& statement : statements) {
+    const ATOMT atom = encoded(statement, context).atom;
+    clauses.emplace_back(Rule({&atom, 1}, nullptr), source);
+  }
+}
+
 }    // namespace zarel

@@ -1,9 +1,11 @@
 #pragma once
 // frame_rule.h - rules whose head is frames alone.
 
+#include <span>
 #include <string>
 #include <vector>
 
+#include "frames/frame_encoding.h"
 #include "frames/frame_translation.h"
 
 namespace zarel {
@@ -26,5 +28,9 @@ class FRAME_HEAD {
 // copy of the body (null: facts).
 void add_frame_rule(const FRAME& head, const Body* body, const FrameContext& context,
                     std::vector<CLAUSET>& clauses);
+
+// The same of statements alone.
+void add_frame_facts(std::span<const FrameStatement> statements, const FrameContext& context,
+                     std::vector<CLAUSET>& clauses);
 
 }    // namespace zarel

@@ -32,14 +32,6 @@ Body body_of(const std::vector<Literal>& literals) {
   return body;
 }
 
-Literal encoded(const FrameStatement& statement, const FrameContext& context) {
-  if (context.is_in_template) return relationToTemplateLiteral(statement);
-  if (context.is_higher_order) return relationToHigherOrder(statement);
-  const Literal literal = relationToLITERALT(statement);
-  addedAtom(without_minus(literal.atom.name()));
-  return literal;
-}
-
 // Collects literals along the walk. A negated attribute with values opens a list of its own, which
 // becomes the body of its auxiliary rule when the attribute is left. So are the variables
 // collected, once for all attributes around them.
@@ -108,6 +100,14 @@ std::vector<TERMT> variables_of(const FRAME& frame) {
 }
 
 }    // namespace
+
+Literal encoded(const FrameStatement& statement, const FrameContext& context) {
+  if (context.is_in_template) return relationToTemplateLiteral(statement);
+  if (context.is_higher_order) return relationToHigherOrder(statement);
+  const Literal literal = relationToLITERALT(statement);
+  addedAtom(without_minus(literal.atom.name()));
+  return literal;
+}
 
 std::vector<Literal> toLiterals(const FRAME& frame, const FrameContext& context) {
   CollectLiterals collected(frame.getFramespace(), context);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "frames/frame.h"
+#include "frames/frame_encoding.h"
 #include "model/clause.h"
 
 namespace zarel {
@@ -17,6 +18,9 @@ struct FrameContext {
 };
 
 enum class FramePosition { kHead = 0, kBody = 1 };
+
+// The literal of one statement, in the encoding for the context.
+Literal encoded(const FrameStatement& statement, const FrameContext& context);
 
 // The literals of a frame's statements in order; its own "not" is not looked at. A negated
 // attribute with values gives "not aaaN" and the rule aaaN :- its statements.

@@ -72,6 +72,10 @@ void ClauseBuilder::flat_fact(const FlatAtom& fact) {
   add_rule(nullptr);
 }
 
+void ClauseBuilder::frame_fact(std::span<const FrameStatement> statements) {
+  add_frame_facts(statements, definition_.frame_context(), definition_.clauses());
+}
+
 void ClauseBuilder::fact() {
   if (tree_.is_open()) tree_.statement(WrittenStatement::Kind::kRule);
   close_head();

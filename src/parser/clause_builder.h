@@ -39,6 +39,7 @@ class ClauseBuilder {
   void close_head();
 
   void flat_fact(const FlatAtom& fact);
+  void frame_fact(std::span<const FrameStatement> statements);
   void fact();              // of the disjuncts read; closes the head
   void rule(Body* body);    // of the closed head
   void range_fact(WrittenName name, const TERMT& first, const TERMT& last);

@@ -1,37 +1,10 @@
 #include "parser/flat_atom.h"
 
-#include <algorithm>
-#include <array>
-
 #include "base/characters.h"
+#include "parser/flat_words.h"
 #include "parser/scanner_actions.h"
 
 namespace zarel {
-namespace {
-
-// Words that are no names, or not only.
-bool is_keyword(std::string_view word) {
-  constexpr std::array<std::string_view, 4> kKeywords = {"v", "not", "non", "GLOBAL"};
-  return std::find(kKeywords.begin(), kKeywords.end(), word) != kKeywords.end();
-}
-
-// The length of the plain string, of one line, that the text begins with; 0 without one.
-std::size_t length_of_string(std::string_view text) {
-  const std::size_t end = text.find_first_of(std::string_view("\"\n\0", 3), 1);
-  if (end == std::string_view::npos || text[end] != '"' || end >= kLongestIdentifier) return 0;
-  return end + 1;
-}
-
-// The same of a word or a string that is a name.
-std::size_t length_of_name(std::string_view text) {
-  if (text.empty() || text[0] == '_' || is_digit(text[0])) return 0;
-  if (text[0] == '"') return length_of_string(text);
-  std::size_t length = 0;
-  while (length < text.size() && is_in_word(text[length])) ++length;
-  return length <= kLongestIdentifier && !is_keyword(text.substr(0, length)) ? length : 0;
-}
-
-}    // namespace
 
 // The place behind the term that begins there, or behind the parenthesis of a function term; 0
 // without one.
@@ -47,13 +20,10 @@ std::size_t FlatAtom::read_term(std::size_t begin) {
 }
 
 std::size_t FlatAtom::read_integer(std::size_t begin) {
-  std::uint32_t value = 0;
-  std::size_t end = begin;
-  for (; end < text_.size() && is_digit(text_[end]); ++end)
-    value = 10 * value + static_cast<std::uint32_t>(text_[end] - '0');
-  if (end - begin > kLongestNumber) return 0;
-  add(FlatPart::Kind::kInteger, begin, end - begin, value);
-  return end;
+  const auto [length, value] = flat_integer(text_.substr(begin));
+  if (length == 0) return 0;
+  add(FlatPart::Kind::kInteger, begin, length, value);
+  return begin + length;
 }
 
 std::size_t FlatAtom::read_name(std::size_t begin) {

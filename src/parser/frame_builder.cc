@@ -28,6 +28,12 @@ bool begins_before(const SourceRange& a, const SourceRange& b) {
 
 }    // namespace
 
+template <class T>
+StoredList<T> FrameBuilder::stored(std::span<const T> elements) {
+  has_lists_ = true;
+  return lists_.store(elements);
+}
+
 FrameTerm FrameBuilder::name(NameId name) {
   if (tree_.is_open()) {
     const bool is_variable = is_upper_case(names().spelling(name)[0]);
@@ -75,11 +81,11 @@ ATTRIBUTE FrameBuilder::with_value(const ATTRIBUTE& label, ARROW arrow, const FR
   if (tree_.is_open()) tell_attribute(label, 1, arrow);
   const std::span<const FRAME> values(&value, 1);
   report_negated_values(values, "You cannot have a negated frame for the value of an attribute");
-  return saying(label, arrow, lists_.store(values));
+  return saying(label, arrow, stored(values));
 }
 
 ATTRIBUTE FrameBuilder::with_values(const ATTRIBUTE& label, ARROW arrow, ValuesMark values) {
-  const StoredList<FRAME> list = lists_.store(values_.take(values));
+  const StoredList<FRAME> list = stored(values_.take(values));
   if (tree_.is_open()) tell_attribute(label, list.size(), arrow);
   report_negated_values(list.elements(),
                         "You cannot a negated frame for the value of an attribute");
@@ -99,11 +105,11 @@ void FrameBuilder::report_negated_values(std::span<const FRAME> values, std::str
 }
 
 FRAME FrameBuilder::frame(const FrameTerm& object, AttributesMark attributes) {
-  return {object, lists_.store(attributes_.take(attributes)), NameId{}};
+  return {object, stored(attributes_.take(attributes)), NameId{}};
 }
 
 FRAME FrameBuilder::frame_of(const FrameTerm& object, const ATTRIBUTE& attribute) {
-  return {object, lists_.store(std::span<const ATTRIBUTE>(&attribute, 1)), NameId{}};
+  return {object, stored(std::span<const ATTRIBUTE>(&attribute, 1)), NameId{}};
 }
 
 FRAME FrameBuilder::nested(const FrameTerm& object, AttributesMark attributes) {
@@ -151,7 +157,7 @@ FRAME FrameBuilder::membership(const Membership& membership, AttributesMark clas
     tree_.node(WrittenKind::kMembership, parts);
   }
   const FRAME class_frame = frame(class_term, class_attributes);
-  const StoredList<FRAME> values = lists_.store(std::span<const FRAME>(&class_frame, 1));
+  const StoredList<FRAME> values = stored(std::span<const FRAME>(&class_frame, 1));
   return checked(frame_of(object, {false, ARROW::kInstance, class_term, values}));
 }
 
@@ -166,13 +172,63 @@ FRAME FrameBuilder::negated(FRAME frame) {
   return frame;
 }
 
-FRAME FrameBuilder::in_space(FRAME molecule, WrittenName frame_space) {
+void FrameBuilder::check_space(WrittenName frame_space) {
   const std::string_view space = names().spelling(frame_space.id);
-  if (space.starts_with('"')) {
-    const ReadingScope at_space(work(), frame_space.place);
-    std::string message = "the frame space of a frame must be a name without quotes, not ";
-    report(Code::kQuotedFrameSpace, message.append(space));
+  if (!space.starts_with('"')) return;
+  const ReadingScope at_space(work(), frame_space.place);
+  std::string message = "the frame space of a frame must be a name without quotes, not ";
+  report(Code::kQuotedFrameSpace, message.append(space));
+}
+
+// An integer is written as the solver reads it: without leading zeros.
+NameId FrameBuilder::flat_integer(const FlatFramePart& part) {
+  const SourceRange whole = work().where().range;
+  const std::uint32_t begin = whole.first_column + part.begin;
+  const SourceRange own{whole.first_line, begin, whole.first_line, begin + part.length - 1};
+  const ReadingScope at_own(work(), &own);
+  return term(bounds_.integer(part.value)).text;
+}
+
+std::span<const FrameStatement> FrameBuilder::flat_frame(const FlatFrame& frame,
+                                                         NameId frame_space) {
+  statements_.clear();
+  open_.clear();
+  const auto add = [this](std::optional<NameId> value) {
+    statements_.push_back(open_.back());
+    statements_.back().value = value;
+  };
+  for (const FlatFramePart& part : frame.parts()) {
+    switch (part.kind) {
+      case FlatFramePart::Kind::kObject: {
+        const NameId object = names().intern(frame.text(part));
+        if (!open_.empty()) add(object);
+        open_.push_back({false, object, {}, {}, ARROW::kNone, frame_space});
+        break;
+      }
+      case FlatFramePart::Kind::kAttribute:
+        open_.back().name = names().intern(frame.text(part));
+        open_.back().arrow = part.arrow;
+        if (part.arrow == ARROW::kNone) add(std::nullopt);
+        break;
+      case FlatFramePart::Kind::kName:
+        add(names().intern(frame.text(part)));
+        break;
+      case FlatFramePart::Kind::kInteger:
+        add(flat_integer(part));
+        break;
+      case FlatFramePart::Kind::kObjectEnd:
+        open_.pop_back();
+        break;
+    }
   }
+  SourceRange place = work().where().range;
+  --place.last_column;    // the frame, without its full stop
+  check_space({frame_space, &place});
+  return statements_;
+}
+
+FRAME FrameBuilder::in_space(FRAME molecule, WrittenName frame_space) {
+  check_space(frame_space);
   if (tree_.is_open()) tree_.set_space(frame_space.id);
   molecule.set_framespace(frame_space.id);
   return molecule;
@@ -202,6 +258,11 @@ FRAME FrameBuilder::checked(const FRAME& frame) {
 void FrameBuilder::note(std::vector<SourceRange>& places) {
   has_notes_ = true;
   places.push_back(work().where().range);
+}
+
+void FrameBuilder::clear_lists() {
+  has_lists_ = false;
+  lists_.clear();
 }
 
 void FrameBuilder::clear_notes() {

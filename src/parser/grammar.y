@@ -49,6 +49,7 @@ constexpr zarel::Negation kStrong = zarel::Negation::kStrong;
 
 %union {
   const zarel::FlatAtom* flat;
+  const zarel::FlatFrame* flat_frame;
   zarel::NameId name;
   zarel::Number number;
   zarel::TERMT term;
@@ -78,6 +79,8 @@ constexpr zarel::Negation kStrong = zarel::Negation::kStrong;
 %token <name> HASH_ID 261
 /* A whole fact, and a whole atom without a frame space. See Note [flat facts]. */
 %token <flat> FLAT_FACT 319 FLAT_ATOM 320
+/* A whole fact of one frame. */
+%token <flat_frame> FLAT_FRAME 321
 %token NEWLINE 263 STAR 264 ANONYMOUS 265 DOLLAR 266 AMPERSAND 267 AT 268
 %token SET_ARROW 269 ARROW 270 SIG_ARROW 271 SIG_SET_ARROW 272 NEG_SIG_ARROW 273
 %token INH_ARROW 274 INH_SET_ARROW 275 SUBCLASS 276
@@ -137,6 +140,8 @@ statement
 
 clause
   : FLAT_FACT                           { build.clauses().flat_fact(*$FLAT_FACT); }
+  | FLAT_FRAME[fact]                    { build.clauses().frame_fact(build.frames().flat_frame(
+                                              *$fact, build.frame_spaces().current())); }
   | head DOT                            { build.clauses().fact(); }
   | closed_head body DOT                { build.clauses().rule($body); }
   | called_name[name] LPAREN integer_term[first] DOT DOT integer_term[last] RPAREN DOT

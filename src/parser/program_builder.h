@@ -84,7 +84,7 @@ class ProgramBuilder {
   WrittenTree tree_;
   FrameSpaces frame_spaces_{tree_};
   TermBuilder terms_{tree_};
-  FrameBuilder frames_{tree_};
+  FrameBuilder frames_{tree_, terms_.bounds()};
   TemplateBuilder templates_{frame_spaces_, tree_};
   AtomBuilder atoms_{terms_, templates_, tree_};
   AggregateBuilder aggregates_{terms_, tree_};

@@ -76,6 +76,12 @@ bool ScannerActions::is_atom_before(std::string_view behind) const {
 
 FlatText ScannerActions::flat_text(std::string_view text, std::size_t word_length) {
   const FlatText word{word_length};
+  if (has_at(text, word_length, '[')) {
+    if (place_ != FlatAtomPlace::kStatement || is_observed_ || depth_ != 0) return word;
+    const std::size_t length = flat_frame_.read(text, word_length);
+    const bool is_fact = length != 0 && has_at(text, length, '.');
+    return is_fact ? FlatText{length + 1, nullptr, true, &flat_frame_} : word;
+  }
   const std::size_t length = flat_atom_.read(text, word_length);
   if (length == 0) return word;
   // An observer is told of the parts by the grammar's actions, but for those of a simple fact.

@@ -13,6 +13,7 @@
 #include "base/place.h"
 #include "model/name_table.h"
 #include "parser/flat_atom.h"
+#include "parser/flat_frame.h"
 #include "parser/scanner_input.h"
 #include "parser/token_values.h"
 
@@ -24,11 +25,13 @@ inline constexpr std::size_t kLongestNumber = 9;           // digits; more are a
 // What a flat atom could be behind the last token. See Note [flat facts].
 enum class FlatAtomPlace : std::uint8_t { kNone, kStatement, kLiteral };
 
-// A word, or the flat atom that it begins, perhaps with the full stop of a fact.
+// A word, or what it begins, with the full stop when that is a fact: the atom or the frame is valid
+// until the next one is read.
 struct FlatText {
   std::size_t length;
-  const FlatAtom* atom = nullptr;    // valid until the next one is read
+  const FlatAtom* atom = nullptr;
   bool is_fact = false;
+  const FlatFrame* frame = nullptr;
 };
 
 // Of one scanner, at one file or text.
@@ -143,6 +146,7 @@ class ScannerActions {
   bool is_silent_ = false;
   bool has_open_string_ = false;
   FlatAtom flat_atom_;
+  FlatFrame flat_frame_;
   FlatAtomPlace place_ = FlatAtomPlace::kStatement;
   int depth_ = 0;
   bool is_in_body_ = false;

@@ -10,6 +10,7 @@
 #include "model/printer.h"
 #include "model/program.h"
 #include "parser/program_builder.h"
+#include "parser/written_statement.h"
 #include "support/caught_findings.h"
 #include "support/fresh_run.h"
 #include "support/text_file.h"
@@ -99,6 +100,42 @@ TEST_F(ParseTest, ReadsTheSameFromMemoryAsFromAFile) {
             "a_2(p,default,a).\na_1(q,default).\na_1(last,default).\n0:1:1\n0:2:2\n1:1:1\n"
             "% ASITIS's Body is herein written verbatim\nr.\n% End of ASITIS's Section\n\n"
             "line 2: identifier starts with an underscore.\nline 2: syntax error.\n3 errors\n");
+}
+
+struct NoObserver : StatementObserver {
+  void statement(const WrittenStatement& /*statement*/) override {}
+  void flat_fact(const WrittenFlatFact& /*fact*/) override {}
+};
+
+// Where an observer is told, all but simple facts are read token by token.
+TEST_F(ParseTest, ReadsWhatIsOneTokenAsItReadsItsPieces) {
+  NoObserver observer;
+  const auto read_with = [this](std::string_view text, StatementObserver* told) {
+    return read(text, [this, told](std::string_view part, ProgramBuilder& builder) {
+      current_run().options.OptionArityCheck = true;
+      current_run().statement_observer = told;
+      current_run().findings.sink = [this](const Diagnostic& finding) {
+        const auto& [first, last] = finding.place;
+        said_ << first.line << ':' << first.column << '-' << last.column << finding.text << '\n';
+      };
+      parse_text(part, current_run().files.add(""), builder, verbatim_);
+    });
+  };
+  for (
+      const std::string text : {
+          R"(#namespace(e,"u#") p(f(X,g(Y)),_) :- q(e:a, "s"), not h(k(007)), r( X,Y ). p(Y,e:"b").)",
+          "#maxint=5. @\"s\". p(f(9)) :- q(7), r(x:y,g(8)). p(x:y). o[a->9,b->>{c,d[e->8]}]. @s. "
+          "p.",
+          "o[a->b,c=>007,d,e *->>{f,\"g\"[h->1,i]},j->k[l->>{m}]]. o[a->v]. o[a->b]@s. @S. "
+          "o[a->b].",
+          "p(f(X)) :- q(f(X)) = Y. p(v(X)) :- q(_x). q(X) :- r(X)@s, s(X):c, t(X)[a->b], u(X).",
+          "p(a,f(b)). p(a,b,f(c)).",
+          "p(X) :- q(X), r(X,Y) r(X). s(Y) :- t(Y).",
+          "#template t{f(1)}(1) { t(f(X)) :- f(X), g(h(X)). t(f(a)). o[a->b]. } p(X) :- "
+          "t{q(*)}(X).",
+          "p(X) :- #count{Y : q(X,f(Y)), r(Y)} > 1, s(X). q(X), r(f(X))? :~ p(X), q(f(X)). [1:2]",
+      })
+    EXPECT_EQ(read_with(text, nullptr), read_with(text, &observer)) << text;
 }
 
 // Reads a program of its own whenever a piece of a verbatim section is written to it.
