@@ -303,7 +303,7 @@ void Relations::report_unknown(const Relation& relation, int sign, const Foreign
   std::string text = name + " is used, but no fact and no rule gives it";
   if (other != nullptr) {
     text = name + " is used in the frame space " + context_.text(key.space) + ", and given in " +
-           context_.text(other->key.space) + " only";
+           context_.text(other->key.space);
   } else if (key.scope != 0) {
     text = name + " is used in the template " + context_.text(template_names_[key.scope]) +
            ", but no rule there gives it";
