@@ -3,7 +3,11 @@
 // order they come.
 
 #include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
 
+#include "base/diagnostic.h"
 #include "base/place.h"
 #include "model/term.h"
 
@@ -30,6 +34,9 @@ class IntegerBounds {
  private:
   static constexpr std::int64_t kNone = -1;
 
+  std::vector<Note> definition(std::string text) const;    // its place, where there was one
+
+  std::optional<Place> definition_;    // of the bound
   std::int64_t MaxInteger_ = kNone;
   std::int64_t MaxIntegerSeen_ = kNone;
 };

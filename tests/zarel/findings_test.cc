@@ -80,9 +80,11 @@ constexpr Case kCases[] = {
     {"weight_range", ":~ p. [4294968:1]", "1:8-14 weight-range"},
     {"weight_precision", ":~ p. [1.2345:1]", "1:8-13 weight-precision"},
     {"number_above_maxint", "#maxint=3. p(a,4). q(X) :- r(5).",
-     "1:16 maxint-exceeded; 1:30 maxint-exceeded"},
+     "1:16 maxint-exceeded, 1:1-10 the bound on integers; "
+     "1:30 maxint-exceeded, 1:1-10 the bound on integers"},
     {"maxint_unknown", "p(X) :- X == #maxint.", "1:14-20 maxint-unknown"},
-    {"maxint_redefined", "#maxint=3. #maxint=4.", "1:12-21 maxint-redefined"},
+    {"maxint_redefined", "#maxint=3. #maxint=4.",
+     "1:12-21 maxint-redefined, 1:1-10 the one that holds"},
     {"maxint_no_integer", "#maxint=a.", "1:9 maxint-no-integer"},
     {"maxint_too_small", "p(4). #maxint=3.", "1:15 maxint-too-small"},
     {"replaced_query", "a?\n b?", "2:2-3 replaced-query, 1:1 the query that it replaces"},

@@ -263,7 +263,7 @@ const Relation* Relations::given_elsewhere(const RelationKey& key, std::size_t s
   };
   if (given_anywhere_[0].empty() && given_anywhere_[1].empty()) {
     for (const Relation& relation : relations_) {
-      for (const std::size_t own : {0, 1}) {
+      for (const std::size_t own : {std::size_t{0}, std::size_t{1}}) {
         if (relation.given[own].count == 0) continue;
         given_anywhere_[own].try_emplace(anywhere(relation.key, kAnyArity), &relation);
         given_anywhere_[own][anywhere(relation.key, relation.key.arity)] = &relation;
