@@ -53,8 +53,7 @@ def zarel(folder, *words, stdin=os.devnull):
 
 
 def zrl(folder, *words):
-    return Command([os.path.join(folder, "zrl"), "run", "--quiet", *words],
-                   good_statuses=(0, 10), is_silent=True)
+    return Command([os.path.join(folder, "zrl"), "run", *words], good_statuses=(0, 10))
 
 
 def dl(folder, *words):
