@@ -2,26 +2,26 @@
 
 #include <unistd.h>
 
-#include "workbench/session.h"
+#include "workbench/checked_program.h"
 
 namespace workbench {
 
 ExitStatus run(const CommandLine& line) {
   watch_the_run(line.search.seconds, line.messages);
-  Session session(line);
-  std::optional<ExitStatus> status = session.prepare();
-  if (!status) status = solve(session.program(), line.search, session.reporter(), STDOUT_FILENO);
-  session.reporter().finish();
+  CheckedProgram checked(line);
+  std::optional<ExitStatus> status = checked.prepare();
+  if (!status) status = solve(checked.program(), line.search, checked.reporter(), STDOUT_FILENO);
+  checked.reporter().finish();
   return *status;
 }
 
 ExitStatus check(const CommandLine& line) {
-  Session session(line);
-  std::optional<ExitStatus> status = session.prepare(zarel::PlainFacts::kLeftOut);
-  if (!status) status = check_translation(session.program(), line.search, session.reporter());
-  session.reporter().finish();
+  CheckedProgram checked(line);
+  std::optional<ExitStatus> status = checked.prepare(zarel::PlainFacts::kLeftOut);
+  if (!status) status = check_translation(checked.program(), line.search, checked.reporter());
+  checked.reporter().finish();
   if (*status != ExitStatus::kFound) return *status;
-  return session.reporter().errors() == 0 ? ExitStatus::kFound : ExitStatus::kProgramErrors;
+  return checked.reporter().errors() == 0 ? ExitStatus::kFound : ExitStatus::kProgramErrors;
 }
 
 }    // namespace workbench

@@ -2,8 +2,8 @@
 #include <iostream>
 #include <string>
 
+#include "workbench/checked_program.h"
 #include "workbench/commands.h"
-#include "workbench/session.h"
 
 namespace workbench {
 namespace {
@@ -68,14 +68,14 @@ void print_with_origins(const zarel::Program& program, SourceTexts& texts, std::
 }    // namespace
 
 ExitStatus expand(const CommandLine& line) {
-  Session session(line);
-  const std::optional<ExitStatus> status = session.prepare();
-  session.reporter().finish();
+  CheckedProgram checked(line);
+  const std::optional<ExitStatus> status = checked.prepare();
+  checked.reporter().finish();
   if (status) return *status;
   if (line.shows_origins) {
-    print_with_origins(session.program(), session.texts(), std::cout);
+    print_with_origins(checked.program(), checked.texts(), std::cout);
   } else {
-    std::cout << session.program().text();
+    std::cout << checked.program().text();
   }
   return std::cout.flush() ? ExitStatus::kFound : ExitStatus::kOutputFailed;
 }

@@ -2,10 +2,10 @@
 #include <sstream>
 #include <string>
 
+#include "workbench/checked_program.h"
 #include "workbench/commands.h"
 #include "workbench/messages/catalogue.h"
 #include "workbench/messages/page_text.h"
-#include "workbench/session.h"
 
 namespace workbench {
 namespace {
@@ -75,10 +75,10 @@ std::string said_of(const Page& page) {
   CommandLine line;
   line.messages.on.emplace(page.code);
   std::ostringstream out;
-  Session session(line, out);
-  session.program().read_text(page.wrong, "example.zrl");
-  if (!session.prepare(zarel::PlainFacts::kLeftOut)) {
-    check_translation(session.program(), line.search, session.reporter());
+  CheckedProgram checked(line, out);
+  checked.program().read_text(page.wrong, "example.zrl");
+  if (!checked.prepare(zarel::PlainFacts::kLeftOut)) {
+    check_translation(checked.program(), line.search, checked.reporter());
   }
   return std::move(out).str();
 }

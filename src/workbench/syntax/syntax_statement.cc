@@ -243,21 +243,6 @@ std::string Statement::unused_variable() const {
   return "Value";
 }
 
-bool ends_term(const Token& token) {
-  switch (token.kind) {
-    case TokenKind::kName:
-      return token.text != "not" && token.text != "non" && token.text != "v";
-    case TokenKind::kVariable:
-    case TokenKind::kNumber:
-    case TokenKind::kQuoted:
-      return true;
-    case TokenKind::kDirective:
-      return token.text == "#maxint";
-    default:
-      return token.text == ")" || token.text == "_" || token.text == "]" || token.text == "}";
-  }
-}
-
 bool begins_term(const Token& token) {
   switch (token.kind) {
     case TokenKind::kName:
@@ -271,6 +256,10 @@ bool begins_term(const Token& token) {
     default:
       return token.text == "_";
   }
+}
+
+bool ends_term(const Token& token) {
+  return begins_term(token) || token.text == ")" || token.text == "]" || token.text == "}";
 }
 
 bool is_neck(std::string_view text) {

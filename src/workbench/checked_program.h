@@ -1,5 +1,5 @@
 #pragma once
-// session.h - a program with all that looks at it: what the commands have in common.
+// checked_program.h - a program with all that looks at it: what the commands have in common.
 
 #include <iostream>
 
@@ -13,10 +13,10 @@
 
 namespace workbench {
 
-class Session {
+class CheckedProgram {
  public:
   // Messages are written to `messages`.
-  explicit Session(const CommandLine& line, std::ostream& messages = std::cerr);
+  explicit CheckedProgram(const CommandLine& line, std::ostream& messages = std::cerr);
 
   // Reads, checks and rewrites. Without a status all went well: there is a program to be solved, or
   // to be looked at.

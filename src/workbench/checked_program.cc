@@ -1,4 +1,4 @@
-#include "workbench/session.h"
+#include "workbench/checked_program.h"
 
 #include "workbench/messages/findings.h"
 
@@ -11,14 +11,14 @@ zarel::RunOptions run_options(const CommandLine& line) {
 
 }    // namespace
 
-Session::Session(const CommandLine& line, std::ostream& messages)
+CheckedProgram::CheckedProgram(const CommandLine& line, std::ostream& messages)
     : line_(line),
       program_(run_options(line), [this](const zarel::Diagnostic& finding) { take(finding); }),
       texts_(program_.files()),
       reporter_(line.messages, texts_, messages),
       checks_(program_, {line.search.filters, line.search.maxint.has_value()}) {}
 
-void Session::take(const zarel::Diagnostic& finding) {
+void CheckedProgram::take(const zarel::Diagnostic& finding) {
   if (finding.code == zarel::Code::kUnreadableFile) has_unreadable_file_ = true;
   if (!SyntaxMessages::is_about(finding.code)) {
     return reporter_.report(program_message(finding, texts_));
@@ -26,7 +26,7 @@ void Session::take(const zarel::Diagnostic& finding) {
   if (const auto message = syntax_.message(finding)) reporter_.report(*message);
 }
 
-std::optional<ExitStatus> Session::prepare(zarel::PlainFacts facts) {
+std::optional<ExitStatus> CheckedProgram::prepare(zarel::PlainFacts facts) {
   load(program_, line_.files, line_.folders, loaded_);
   if (has_unreadable_file_) return ExitStatus::kUsage;
   if (reporter_.errors() == 0) {
