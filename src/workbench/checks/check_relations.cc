@@ -291,10 +291,9 @@ void Relations::report_unknown(const Relation& relation, int sign, const Foreign
   const Relation* const other = given_elsewhere(key, own);
   const std::string name = shown(relation, sign);
   if (other != nullptr && other->key.arity != key.arity) {
-    Message& message =
-        context_.tell("other-arity", context_.place(used.first),
-                      name + " is used " + with_arguments(key.arity) + ", and given " +
-                          with_arguments(other->key.arity) + " only");
+    Message& message = context_.tell("other-arity", context_.place(used.first),
+                                     name + " is used " + with_arguments(key.arity) +
+                                         ", and given " + with_arguments(other->key.arity));
     message.label = and_more("used " + with_arguments(key.arity), used.count - 1, "place");
     message.notes.push_back({context_.place(other->given[own].first), "given here"});
     message.help = "give every " + name + " the same number of arguments";
@@ -345,7 +344,7 @@ void Relations::report_attribute(NameId name, const Attribute& attribute,
     if (other) {
       std::string text = context_.text(name);
       text.append(" is used ").append(with_arrow(arrow)).append(", and given ");
-      text.append(with_arrow(*other)).append(" only");
+      text.append(with_arrow(*other));
       Message& message = context_.tell("other-arrow", context_.place(read.first), text);
       message.label = label;
       message.notes.push_back({context_.place(attribute.given[*other].first), "given here"});
