@@ -32,6 +32,7 @@ class AnswerTerm {
   std::string_view name() const;
   std::string_view prefix() const;    // of a qualified constant; else nothing
   AnswerTerms arguments() const;      // of a function; else none
+  const NamespaceTable* namespaces() const { return namespaces_; }
 
  private:
   std::string_view text_;

@@ -16,7 +16,7 @@ CheckedProgram::CheckedProgram(const CommandLine& line, std::ostream& messages)
       program_(run_options(line), [this](const zarel::Diagnostic& finding) { take(finding); }),
       texts_(program_.files()),
       reporter_(line.messages, texts_, messages),
-      checks_(program_, {line.search.filters, line.search.maxint.has_value()}) {}
+      checks_(program_, {line.answers.filters, line.search.maxint.has_value()}) {}
 
 void CheckedProgram::take(const zarel::Diagnostic& finding) {
   if (finding.code == zarel::Code::kUnreadableFile) has_unreadable_file_ = true;

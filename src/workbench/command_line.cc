@@ -11,6 +11,7 @@
 #include <string_view>
 #include <unistd.h>
 
+#include "workbench/answers/forms.h"
 #include "workbench/messages/catalogue.h"
 #include "workbench/messages/nearest.h"
 
@@ -70,12 +71,16 @@ CLI::Validator seconds() {
   return CLI::Validator(check, "");
 }
 
+std::string listed(const std::vector<std::string>& words) {
+  std::string list;
+  for (const std::string& word : words) (list += list.empty() ? "" : ", ") += word;
+  return list;
+}
+
 CLI::Validator one_of(std::vector<std::string> words) {
   const auto check = [words = std::move(words)](const std::string& text) {
     if (std::ranges::find(words, text) != words.end()) return std::string();
-    std::string wanted;
-    for (const std::string& word : words) (wanted += wanted.empty() ? "" : ", ") += word;
-    return "one of " + wanted + " is needed, not " + text;
+    return "one of " + listed(words) + " is needed, not " + text;
   };
   return CLI::Validator(check, "");
 }
@@ -117,11 +122,19 @@ void add_bound_option(CLI::App& app, SearchOptions& search) {
       ->group("Search");
 }
 
-void add_filter_option(CLI::App& app, SearchOptions& search) {
-  app.add_option("--filter", search.filters, "Show the atoms of these predicates only")
+void add_filter_option(CLI::App& app, AnswerOptions& answers) {
+  app.add_option("--filter", answers.filters, "Show the atoms of these predicates only")
       ->type_name("NAME,...")
       ->delimiter(',')
       ->allow_extra_args(false)
+      ->group("Answers");
+}
+
+void add_answer_options(CLI::App& app, AnswerOptions& answers) {
+  add_filter_option(app, answers);
+  app.add_option("--format", answers.form, "Form of the answers: " + listed(form_names()))
+      ->check(one_of(form_names()))
+      ->type_name("FORM")
       ->group("Answers");
 }
 
@@ -133,7 +146,6 @@ void add_search_options(CLI::App& app, SearchOptions& search, RawOptions& raw) {
       ->check(whole_number(0, kGreatestCount))
       ->type_name("K")
       ->group("Answers");
-  add_filter_option(app, search);
   app.add_flag("--no-facts", search.leaves_out_facts, "Leave out what the program states as facts")
       ->group("Answers");
   auto* const cautious = app.add_flag("--cautious", raw.is_cautious,
@@ -239,7 +251,7 @@ void finish(CommandLine& line, const RawOptions& raw) {
   line.messages.as_json = raw.format == "json";
   line.messages.in_colour = wants_colour(raw.colour);
   if (raw.is_brave) line.search.consequences = Consequences::kBrave;
-  std::erase(line.search.filters, "");
+  std::erase(line.answers.filters, "");
 }
 
 void look_at_files(CommandLine& line) {
@@ -254,6 +266,7 @@ void look_at_files(CommandLine& line) {
 void define_run(CLI::App& app, CommandLine& line, RawOptions& raw) {
   line.command = Command::kRun;
   add_reading_options(app, line);
+  add_answer_options(app, line.answers);
   add_search_options(app, line.search, raw);
   add_message_options(app, line, raw);
 }
@@ -262,7 +275,7 @@ void define_check(CLI::App& app, CommandLine& line, RawOptions& raw) {
   line.command = Command::kCheck;
   add_reading_options(app, line);
   add_bound_option(app, line.search);
-  add_filter_option(app, line.search);
+  add_filter_option(app, line.answers);
   add_message_options(app, line, raw);
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "workbench/answers/answer_options.h"
 #include "workbench/messages/exit_status.h"
 #include "workbench/messages/reporter.h"
 #include "workbench/search/solving.h"
@@ -24,6 +25,7 @@ struct CommandLine {
   bool writes_whole_catalogue = false;    // of `explain`
   MessageOptions messages;
   SearchOptions search;
+  AnswerOptions answers;
 };
 
 // What became of the arguments: a command line; or, when help or the version was printed, or what

@@ -10,7 +10,9 @@ ExitStatus run(const CommandLine& line) {
   watch_the_run(line.search.seconds, line.messages);
   CheckedProgram checked(line);
   std::optional<ExitStatus> status = checked.prepare();
-  if (!status) status = solve(checked.program(), line.search, checked.reporter(), STDOUT_FILENO);
+  if (!status) {
+    status = solve(checked.program(), line.search, line.answers, checked.reporter(), STDOUT_FILENO);
+  }
   checked.reporter().finish();
   return *status;
 }

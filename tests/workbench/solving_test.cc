@@ -5,6 +5,7 @@
 #include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -180,6 +181,12 @@ std::multiset<std::string> lines_of(const std::string& text) {
   return lines;
 }
 
+// zarel leaves the addresses in frames as they are.
+std::string with_prefixes(const std::string& text) {
+  static const std::regex address("\"http://(?:example.org/(geo|kind)|(ex).org/a)#(\\w+)\"");
+  return std::regex_replace(text, address, "$1$2:$3");
+}
+
 // What zarel finds wrong with these it says on standard output.
 const std::set<std::string> kWithFindings = {"echo", "replaced", "replaced_query"};
 
@@ -194,7 +201,8 @@ bool expect_same_answers(const fs::path& files, const std::string& names, bool l
   const Outcome outcome = folder.run("cd files; zrl run -q " +
                                      std::string(links ? "" : "--literal-templates ") + names);
   if (outcome.status == 0 || outcome.status == 10) {
-    EXPECT_EQ(lines_of(outcome.output), lines_of(established.output)) << files << names;
+    EXPECT_EQ(lines_of(outcome.output), lines_of(with_prefixes(established.output)))
+        << files << names;
     return true;
   }
   EXPECT_TRUE(outcome.status == 1 || outcome.status == 2) << files << names;

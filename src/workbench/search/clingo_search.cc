@@ -91,7 +91,7 @@ void ClingoSearch::translate() {
 }
 
 bool ClingoSearch::print(dl::AnswerReader& answers) {
-  const bool goes_on = printer_.print(answers.text());
+  const bool goes_on = printer_.print(answers.text()) && printer_.settle();
   answers.text().clear();
   return goes_on;
 }
@@ -100,6 +100,7 @@ void ClingoSearch::read_answers() {
   const dl::ProgramParts& parts = translated_.parts;
   result_.asked.has_query = parts.query.has_value();
   result_.asked.is_ground = parts.query && parts.query->variables.empty();
+  if (parts.query) printer_.expect_query(parts.query->variables);
   result_.asked.is_brave = options_.reasoning == dl::Reasoning::kBrave;
   result_.asked.has_weak_constraints = !parts.weak_constraints.empty();
   constexpr std::size_t kPiece = std::size_t{1} << 16;

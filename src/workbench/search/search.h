@@ -9,10 +9,14 @@
 #include <string_view>
 #include <vector>
 
+#include "workbench/answers/answer_counter.h"
+#include "workbench/answers/answer_filter.h"
+#include "workbench/answers/answer_options.h"
+#include "workbench/answers/answer_text_reader.h"
+#include "workbench/answers/forms.h"
 #include "workbench/messages/exit_status.h"
 #include "workbench/messages/reporter.h"
 #include "workbench/search/answer_output.h"
-#include "workbench/search/found.h"
 #include "workbench/search/kept_stages.h"
 #include "workbench/search/solving.h"
 #include "zarel/program.h"
@@ -25,28 +29,44 @@ struct SearchFailure {
   std::vector<Message> further = {};
 };
 
-// Reads answers and prints them, in the user's words.
+// Reads answers and hands them to the form that the user chose.
 class AnswerPrinter {
  public:
-  // The program and the descriptor must outlive the printer; the filters are names of predicates.
-  AnswerPrinter(zarel::Program& program, const std::vector<std::string>& filters, int output);
+  // The program must outlive the printer; answers go to the descriptor.
+  AnswerPrinter(zarel::Program& program, const AnswerOptions& options, int output);
 
-  // Takes whole answers. Returns false when these cannot be read, or not be written: then there is
-  // no use in a further search.
+  // Tells before the first answer what the query's rows are values of; nothing for one without
+  // variables.
+  void expect_query(std::vector<std::string> variables);
+
+  // Takes more of the solver's answers. Returns false when these cannot be read, or not be written:
+  // then there is no use in a further search.
   bool print(std::string_view answers);
+  // Nothing follows for the moment.
+  bool settle();
+  // More may follow, but not at once: what is whole goes out.
+  bool flush();
+  // Nothing follows; false where the last answer is not whole, too.
+  bool end();
+  // How the run ended, for forms that tell.
+  void finish(const RunEnding& ending) { counter_.finish(ending); }
 
   void note_closed() { output_.note_closed(); }    // nobody reads what is printed
-  bool has_unreadable_answers() const { return has_unreadable_answers_; }
+  const std::string& reading_error() const { return reader_.error(); }    // nothing for none
   int error() const { return output_.error(); }    // as errno has it, 0 for none
   int descriptor() const { return output_.descriptor(); }
-  const Found& found() const { return sink_.found(); }
+  const Found& found() const { return counter_.found(); }
 
  private:
-  zarel::Program& program_;
+  bool is_fine() const { return error() == 0 && reading_error().empty(); }
+
   AnswerOutput output_;
   std::ostream stream_;
-  CountingSink sink_;
-  bool has_unreadable_answers_ = false;
+  FormSettings settings_;
+  std::unique_ptr<AnswerConsumer> form_;
+  AnswerFilter filter_;
+  AnswerCounter counter_;
+  AnswerTextReader reader_;
 };
 
 // How a search ended that did not fail.

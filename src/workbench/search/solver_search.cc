@@ -75,31 +75,21 @@ std::vector<std::string> arguments(const zarel::Run& run, const SearchOptions& o
   return words;
 }
 
-// Finds the ends of answers in the solver's lines: only whole answers can be read. A best model's
-// costs and the rows of a query have no mark at their end, so they wait for that of the output.
-class AnswerEnds {
- public:
-  // Whether an answer set, and all in front of it, ends with this line.
-  bool is_behind(std::string_view line) {
-    for (const char character : line) {
-      if (character == '"') in_string_ = !in_string_;
-      if (in_string_ || character == ' ' || character == '\t') continue;
-      if (is_at_begin_) is_answer_set_ = character == '{';
-      is_at_begin_ = false;
-      if (character == '{') ++depth_;
-      if (character == '}') --depth_;
+// The variables whose values answer the query, as far as they stand outside of aggregates.
+std::vector<std::string> named_variables(const zarel::Body& query) {
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < query.size(); ++i) {
+    if (query[i].atom.is_aggregate()) continue;
+    for (const zarel::TERMT& term : query[i].atom.terms()) {
+      if (!term.is_variable()) continue;
+      std::string name(zarel::getVariableName(term.index()));
+      if (name != "_" && std::ranges::find(names, name) == names.end()) {
+        names.push_back(std::move(name));
+      }
     }
-    if (in_string_ || depth_ != 0) return false;
-    is_at_begin_ = true;
-    return std::exchange(is_answer_set_, false);
   }
-
- private:
-  int depth_ = 0;
-  bool in_string_ = false;
-  bool is_at_begin_ = true;    // of what may be an answer
-  bool is_answer_set_ = false;
-};
+  return names;
+}
 
 class SolverSearch {
  public:
@@ -137,6 +127,7 @@ class SolverSearch {
 
 void SolverSearch::start() {
   has_query_ = !program_.run().queries.empty();
+  if (has_query_) printer_.expect_query(named_variables(program_.run().queries.back()));
   const std::string text = program_.take_text();
   kept_.add(Stage::kRewritten, text);
   const std::string file = folder_.write("program.dl", text);
@@ -148,28 +139,24 @@ void SolverSearch::start() {
 }
 
 void SolverSearch::read_answers() {
-  std::string waiting;    // for its end
-  AnswerEnds ends;
   dl::LineReader lines(dl::output_of(solver_));
   std::string_view line;
   for (bool has_more = true; has_more;) {
     while (lines.next(line)) {
       kept_.add(Stage::kAnswers, line);
       kept_.add(Stage::kAnswers, "\n");
-      (waiting += line) += '\n';
-      if (!ends.is_behind(line)) continue;
-      if (!printer_.print(waiting)) return;
-      waiting.clear();
+      if (!printer_.print(line) || !printer_.print("\n")) return;
     }
+    if (!printer_.flush()) return;
     if (!solver_.wait_for_output(printer_.descriptor())) return printer_.note_closed();
     has_more = lines.wait();
   }
   has_whole_lines_ = !lines.has_rest();
-  if (has_whole_lines_ || dl::interruption() == dl::Interruption::kNone) printer_.print(waiting);
+  if (has_whole_lines_ || dl::interruption() == dl::Interruption::kNone) printer_.end();
 }
 
 void SolverSearch::judge() {
-  if (printer_.error() != 0 || printer_.has_unreadable_answers()) return;
+  if (printer_.error() != 0 || !printer_.reading_error().empty()) return;
   const bool is_cut = dl::interruption() != dl::Interruption::kNone;
   if (solver_.is_running()) {
     const dl::ProcessEnd end = solver_.end();

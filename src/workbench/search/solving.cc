@@ -10,8 +10,6 @@
 #include "base/file_table.h"
 #include "dl/interruption.h"
 #include "model/run.h"
-#include "output/display_settings.h"
-#include "output/sinks.h"
 #include "workbench/search/search.h"
 #include "workbench/search/solver_message.h"
 
@@ -40,10 +38,9 @@ std::string noted(const MessageOptions& options, std::string_view text) {
   return std::move(line).str();
 }
 
-const std::vector<std::string>& shown_alone(zarel::Program& program,
-                                            const std::vector<std::string>& filters) {
-  program.run().parts.get<zarel::DisplaySettings>().set_filters(filters, {});
-  return filters;
+// Prefixes that the program does not use are not shown.
+const zarel::NamespaceTable* shown_namespaces(const zarel::Run& run) {
+  return run.prefix_was_used ? &run.namespaces : nullptr;
 }
 
 ExitStatus status_of(const Found& found, const SearchResult& result) {
@@ -76,11 +73,16 @@ ExitStatus run_search(zarel::Program& program, const SearchOptions& options, Kep
   const SearchResult result = options.solver.empty()
                                   ? search_with_clingo(program, options, kept, printer)
                                   : search_with_solver(program, options, kept, printer);
-  if (printer.has_unreadable_answers()) return ExitStatus::kSolverFailed;
+  if (!printer.reading_error().empty()) {
+    std::string text("the solver's answer cannot be read: ");
+    reporter.report({"answer-syntax", {}, text += printer.reading_error()});
+    return ExitStatus::kSolverFailed;
+  }
   if (printer.error() != 0) {
     if (const std::optional<Message> failure = output_failure(printer)) reporter.report(*failure);
     return ExitStatus::kOutputFailed;
   }
+  printer.finish({printer.found(), result.asked, result.judgement});
   tell(printer.found(), result, reporter);
   return status_of(printer.found(), result);
 }
@@ -93,19 +95,38 @@ ExitStatus report_failure(const SearchFailure& failure, Reporter& reporter) {
 
 }    // namespace
 
-AnswerPrinter::AnswerPrinter(zarel::Program& program, const std::vector<std::string>& filters,
-                             int output)
-    : program_(program),
-      output_(output),
+AnswerPrinter::AnswerPrinter(zarel::Program& program, const AnswerOptions& options, int output)
+    : output_(output),
       stream_(&output_),
-      sink_((shown_alone(program, filters), zarel::make_sink("text", stream_, program.run()))) {}
+      settings_{shown_namespaces(program.run())},
+      form_(make_form(options.form, stream_, settings_)),
+      filter_(*form_, options.filters),
+      counter_(filter_),
+      reader_(counter_, settings_.namespaces) {}
+
+void AnswerPrinter::expect_query(std::vector<std::string> variables) {
+  reader_.expect_truth_value(variables.empty());
+  settings_.query_variables = std::move(variables);
+}
 
 bool AnswerPrinter::print(std::string_view answers) {
-  if (answers.empty()) return error() == 0;
-  const int status = program_.read_answers(answers, sink_);
-  if (error() != 0) return false;
-  has_unreadable_answers_ = has_unreadable_answers_ || status != 0;
-  return !has_unreadable_answers_;
+  reader_.read(answers);
+  return is_fine();
+}
+
+bool AnswerPrinter::settle() {
+  reader_.settle();
+  return flush();
+}
+
+bool AnswerPrinter::flush() {
+  counter_.flush();
+  return is_fine();
+}
+
+bool AnswerPrinter::end() {
+  reader_.finish();
+  return flush();
 }
 
 void watch_the_run(double seconds, const MessageOptions& messages) {
@@ -125,10 +146,10 @@ void watch_the_run(double seconds, const MessageOptions& messages) {
   dl::watch_interruptions(std::move(plan));
 }
 
-ExitStatus solve(zarel::Program& program, const SearchOptions& options, Reporter& reporter,
-                 int output) {
+ExitStatus solve(zarel::Program& program, const SearchOptions& options,
+                 const AnswerOptions& answers, Reporter& reporter, int output) {
   KeptStages kept(options.keep_folder);
-  AnswerPrinter printer(program, options.filters, output);
+  AnswerPrinter printer(program, answers, output);
   ExitStatus status = ExitStatus::kSolverFailed;
   try {
     if (!kept.has_failed()) status = run_search(program, options, kept, printer, reporter);

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
 
+#include "workbench/answers/answer_options.h"
 #include "workbench/messages/exit_status.h"
 #include "workbench/messages/reporter.h"
 #include "zarel/program.h"
@@ -22,7 +22,6 @@ struct SearchOptions {
   unsigned threads = 1;
   std::optional<std::int64_t> maxint;
   std::optional<std::uint32_t> seed;
-  std::vector<std::string> filters;    // names of predicates; all are shown when there are none
   bool leaves_out_facts = false;
   std::string solver;    // another solver of the same language; empty: clingo, by translation
   std::string clingo = "clingo";
@@ -36,8 +35,8 @@ void watch_the_run(double seconds, const MessageOptions& messages);
 // Solves the program, which was rewritten and gives its text away, and prints its answers to the
 // descriptor as they come. What is to be said of them goes to the reporter. When nobody reads the
 // answers any more, it ends without a word, and with ExitStatus::kOutputFailed.
-ExitStatus solve(zarel::Program& program, const SearchOptions& options, Reporter& reporter,
-                 int output);
+ExitStatus solve(zarel::Program& program, const SearchOptions& options,
+                 const AnswerOptions& answers, Reporter& reporter, int output);
 
 // Tells what the translation finds wrong with the program, which was rewritten and gives its text
 // away, without solving it. ExitStatus::kFound when that is nothing.

@@ -1,4 +1,4 @@
-#include "workbench/search/found.h"
+#include "workbench/answers/found.h"
 
 #include "workbench/messages/words.h"
 
@@ -51,27 +51,6 @@ std::string words_of_best(const Found& found, const Judgement& judgement) {
 }
 
 }    // namespace
-
-void CountingSink::begin_answer_set(const zarel::AnswerSetStart& start) {
-  ++found_.answer_sets;
-  shown_->begin_answer_set(start);
-}
-
-void CountingSink::cost(const zarel::AnswerCost& cost) {
-  if (cost.is_first()) found_.costs.clear();
-  found_.costs.emplace_back(cost.weight, cost.level);
-  shown_->cost(cost);
-}
-
-void CountingSink::query_row(const zarel::AnswerTerms& values) {
-  ++found_.rows;
-  shown_->query_row(values);
-}
-
-void CountingSink::truth_value(bool holds) {
-  found_.truth = holds;
-  shown_->truth_value(holds);
-}
 
 std::string in_words(const Found& found, const Asked& asked, const Judgement& judgement) {
   std::string text = asked.has_query              ? words_of_query(found, asked, judgement)

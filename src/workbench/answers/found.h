@@ -2,14 +2,11 @@
 // found.h - what a search has found, in numbers and in words.
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
-
-#include "output/answer_sink.h"
 
 namespace workbench {
 
@@ -18,36 +15,6 @@ struct Found {
   std::vector<std::pair<std::string, std::string>> costs;    // weight and level of the last one
   std::uint64_t rows = 0;                                    // of a query
   std::optional<bool> truth;                                 // of a query without variables
-};
-
-// Counts the answers on their way to the sink that shows them.
-class CountingSink : public zarel::AnswerSink {
- public:
-  explicit CountingSink(std::unique_ptr<zarel::AnswerSink> shown) : shown_(std::move(shown)) {}
-
-  const Found& found() const { return found_; }
-
-  void begin_answer_set(const zarel::AnswerSetStart& start) override;
-  void cost(const zarel::AnswerCost& cost) override;
-  void query_row(const zarel::AnswerTerms& values) override;
-  void truth_value(bool holds) override;
-
-  void atom(const zarel::AnswerAtom& atom) override { shown_->atom(atom); }
-  void foreign_frame_atom(const zarel::AnswerAtom& atom) override {
-    shown_->foreign_frame_atom(atom);
-  }
-  void membership(const zarel::ClassStatement& statement) override {
-    shown_->membership(statement);
-  }
-  void subclass(const zarel::ClassStatement& statement) override { shown_->subclass(statement); }
-  void object(const zarel::AnswerObject& object) override { shown_->object(object); }
-  void objects(const zarel::FrameMap& frames) override { shown_->objects(frames); }
-  void end_answer_set() override { shown_->end_answer_set(); }
-  bool flush() override { return shown_->flush(); }
-
- private:
-  std::unique_ptr<zarel::AnswerSink> shown_;
-  Found found_;
 };
 
 // What was asked, as far as the words depend on it.

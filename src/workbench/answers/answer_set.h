@@ -1,0 +1,107 @@
+#pragma once
+// answer_set.h - one answer set in memory, as the forms of answers take it.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "output/answer_sink.h"
+
+namespace workbench {
+
+enum class ItemKind : std::uint8_t {
+  kAtom,          // relation(arguments)
+  kMembership,    // object : class
+  kSubclass,      // class :: class
+  kValue,         // object[attribute -> value]
+  kAttribute,     // object[attribute]
+};
+
+// A statement of an answer set, as the parts of its encoding relation(arguments)@space, which stand
+// in the set's text: the relation from `begin` on, the space and the arguments behind it, with one
+// character between.
+struct Item {
+  std::size_t begin = 0;
+  std::uint32_t relation_size = 0;
+  std::uint32_t space_size = 0;
+  std::uint32_t arguments_size = 0;
+  ItemKind kind = ItemKind::kAtom;
+  bool is_negated = false;    // strongly
+};
+
+// What an object says of one attribute.
+struct ObjectStatement {
+  zarel::AnswerTerm object, attribute;
+  std::string_view space;
+  bool is_negated = false;
+  std::string_view arrow;    // without quotes; nothing without a value
+  zarel::AnswerTerm value;
+};
+
+// What a best answer set costs at one level: numbers of any length.
+struct Cost {
+  std::string weight, level;
+};
+
+class AnswerSet {
+ public:
+  // Qualified constants are of these name spaces, which outlive the set; null: there are none.
+  explicit AnswerSet(const zarel::NamespaceTable* namespaces = nullptr) : namespaces_(namespaces) {}
+
+  std::uint64_t number = 0;    // from 1, in the order of the solver
+  std::vector<Cost> costs;     // the highest level first; none without weak constraints
+
+  std::span<const Item> items() const { return items_; }
+
+  // What is looked at stays valid until the set is changed. Spaces are as the program names them,
+  // "default" where it names none.
+  zarel::AnswerAtom atom(const Item& item) const;                   // of kAtom
+  zarel::ClassStatement class_statement(const Item& item) const;    // kMembership, kSubclass
+  ObjectStatement statement(const Item& item) const;                // kValue, kAttribute
+  std::string_view space(const Item& item) const;
+  // The whole item as the solver knows it; equal items, and no others, have equal ones.
+  std::string_view encoding(const Item& item) const;
+
+  // Calls `visit` with all that each object says, in the byte-wise order of object and space;
+  // attributes and values are in order of arrival. The view is valid during the call.
+  using ObjectVisitor = std::function<void(const zarel::AnswerObject&)>;
+  void each_object(const ObjectVisitor& visit) const;
+
+  // Leaves out the items that the predicate, of an Item, does not keep.
+  template <typename Keeps>
+  void keep_if(Keeps&& keeps) {
+    std::erase_if(items_, [&keeps](const Item& item) { return !keeps(item); });
+  }
+  // Puts the items into another order.
+  template <typename Less>
+  void sort(Less&& less);
+
+  // For the reader.
+  void clear();
+  std::string& text() { return text_; }
+  void add(const Item& item) { items_.push_back(item); }
+
+ private:
+  std::string_view relation(const Item& item) const { return part(item.begin, item.relation_size); }
+  std::string_view raw_space(const Item& item) const;
+  zarel::AnswerTerms arguments(const Item& item) const;
+  std::string_view part(std::size_t begin, std::size_t size) const {
+    return std::string_view(text_).substr(begin, size);
+  }
+
+  std::string text_;
+  std::vector<Item> items_;
+  const zarel::NamespaceTable* namespaces_;
+};
+
+template <typename Less>
+void AnswerSet::sort(Less&& less) {
+  std::ranges::stable_sort(items_, less);
+}
+
+}    // namespace workbench

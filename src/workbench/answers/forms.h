@@ -1,0 +1,32 @@
+#pragma once
+// forms.h - the forms in which answers are written. A new one is a file like text_form.cc, its line
+// here, and its row in forms.cc.
+
+#include <cstdint>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "workbench/answers/answer_consumer.h"
+
+namespace workbench {
+
+// What of the program and of the terminal the forms look at. All outlives the form.
+struct FormSettings {
+  const zarel::NamespaceTable* namespaces = nullptr;    // whose prefixes are shown; null: none are
+  std::vector<std::string> query_variables = {};        // in the order of a row's values
+};
+
+// The forms that --format knows, in the order of its help.
+std::vector<std::string> form_names();
+
+// The form of that name, one of form_names(). It writes to the stream, where it keeps nothing back
+// behind flush().
+std::unique_ptr<AnswerConsumer> make_form(std::string_view name, std::ostream& out,
+                                          const FormSettings& settings);
+
+std::unique_ptr<AnswerConsumer> make_text_form(std::ostream& out, const FormSettings& settings);
+
+}    // namespace workbench

@@ -1,0 +1,108 @@
+// text_form.cc - answers as the user writes atoms and frames, each set on a line.
+
+#include "workbench/answers/forms.h"
+#include "workbench/answers/term_text.h"
+
+namespace workbench {
+namespace {
+
+class TextForm : public AnswerConsumer {
+ public:
+  explicit TextForm(std::ostream& out) : out_(out) {}
+
+  void answer_set(AnswerSet& set) override;
+  void row(const zarel::AnswerTerms& values) override;
+  void truth(bool holds) override { text_ += holds ? "true\n" : "false\n"; }
+  void flush() override;
+  void finish(const RunEnding& /*ending*/) override {}
+
+ private:
+  static constexpr std::size_t kPiece = std::size_t{1} << 16;
+
+  void append_items(const AnswerSet& set);
+  void append_objects(const AnswerSet& set);
+  void append_costs(const AnswerSet& set);
+  void write_piece() {
+    if (text_.size() >= kPiece) write();
+  }
+  void write();
+
+  std::ostream& out_;
+  std::string text_;
+};
+
+void TextForm::answer_set(AnswerSet& set) {
+  if (!set.costs.empty()) text_ += "Best model: ";
+  text_ += '{';
+  append_items(set);
+  text_ += "}\n";
+  append_costs(set);
+  write_piece();
+}
+
+void TextForm::append_items(const AnswerSet& set) {
+  const char* separator = "";
+  bool has_objects = false;
+  for (const Item& item : set.items()) {
+    if (item.kind == ItemKind::kValue || item.kind == ItemKind::kAttribute) {
+      has_objects = true;
+      continue;
+    }
+    text_ += separator;
+    separator = ", ";
+    if (item.kind == ItemKind::kAtom) {
+      append_atom(text_, set.atom(item));
+    } else {
+      append_class(text_, set.class_statement(item), item.kind);
+    }
+    write_piece();
+  }
+  if (!has_objects) return;
+  text_ += separator;
+  append_objects(set);
+}
+
+void TextForm::append_objects(const AnswerSet& set) {
+  const char* separator = "";
+  set.each_object([this, &separator](const zarel::AnswerObject& object) {
+    text_ += separator;
+    separator = ",";
+    append_object(text_, object);
+    write_piece();
+  });
+}
+
+void TextForm::append_costs(const AnswerSet& set) {
+  bool is_first = true;
+  for (const Cost& cost : set.costs) {
+    text_ += is_first ? "Cost ([Weight:Level]): <[" : "\"[";
+    ((text_ += cost.weight) += ':') += cost.level;
+    text_ += is_first ? "]>\n" : "]\"\n";
+    is_first = false;
+  }
+}
+
+void TextForm::row(const zarel::AnswerTerms& values) {
+  append_terms(text_, values);
+  text_ += '\n';
+  write_piece();
+}
+
+void TextForm::write() {
+  out_.write(text_.data(), static_cast<std::streamsize>(text_.size()));
+  text_.clear();
+}
+
+void TextForm::flush() {
+  write();
+  out_.flush();
+}
+
+}    // namespace
+
+std::unique_ptr<AnswerConsumer> make_text_form(std::ostream& out,
+                                               const FormSettings& /*settings*/) {
+  return std::make_unique<TextForm>(out);
+}
+
+}    // namespace workbench
