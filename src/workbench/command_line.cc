@@ -40,7 +40,9 @@ struct WrongUsage {
 struct RawOptions {
   std::vector<std::string> switches;    // of -W
   std::string colour = "auto";
-  std::string format = "text";
+  std::string message_form = "text";
+  std::vector<std::string> forms;      // --format
+  std::vector<std::string> outputs;    // --output
   bool is_brave = false;
   bool is_cautious = false;
 };
@@ -105,7 +107,8 @@ void add_message_options(CLI::App& app, CommandLine& line, RawOptions& raw) {
   app.add_flag("--strict", line.messages.is_strict, "Warnings count as errors")->group(kGroup);
   app.add_flag("-q,--quiet", line.messages.is_quiet, "Say nothing but errors and warnings")
       ->group(kGroup);
-  app.add_option("--messages", raw.format, "Form of messages: text, or json, an object a line")
+  app.add_option("--messages", raw.message_form,
+                 "Form of messages: text, or json, an object a line")
       ->check(one_of({"text", "json"}))
       ->type_name("FORM")
       ->group(kGroup);
@@ -130,11 +133,18 @@ void add_filter_option(CLI::App& app, AnswerOptions& answers) {
       ->group("Answers");
 }
 
-void add_answer_options(CLI::App& app, AnswerOptions& answers) {
+void add_answer_options(CLI::App& app, AnswerOptions& answers, RawOptions& raw) {
   add_filter_option(app, answers);
-  app.add_option("--format", answers.form, "Form of the answers: " + listed(form_names()))
+  app.add_option("--format", raw.forms, "Form of the answers: " + listed(form_names()))
       ->check(one_of(form_names()))
       ->type_name("FORM")
+      ->allow_extra_args(false)
+      ->group("Answers");
+  app.add_option("-o,--output", raw.outputs,
+                 "Write the answers to FILE, in the form of the --format in front of it or else "
+                 "that of its ending; may be repeated")
+      ->type_name("FILE")
+      ->allow_extra_args(false)
       ->group("Answers");
 }
 
@@ -246,9 +256,34 @@ bool wants_colour(const std::string& when) {
   return is_set("CLICOLOR_FORCE") || ::isatty(STDERR_FILENO) != 0;
 }
 
-void finish(CommandLine& line, const RawOptions& raw) {
+// A file's form stands in front of it; with one of each, also behind. What is left of the forms is
+// that of standard output.
+std::vector<Destination> destinations_of(const CLI::App& app, const RawOptions& raw) {
+  if (raw.forms.size() == 1 && raw.outputs.size() == 1) return {{raw.forms[0], raw.outputs[0]}};
+  std::vector<Destination> destinations;
+  auto form = raw.forms.begin();
+  auto file = raw.outputs.begin();
+  bool has_form = false;
+  for (const CLI::Option* const option : app.parse_order()) {
+    if (option->check_lname("format")) {
+      destinations.push_back({*form++, ""});
+      has_form = true;
+    } else if (option->check_lname("output")) {
+      if (!has_form) destinations.push_back({form_for_file(*file), ""});
+      destinations.back().file = *file++;
+      has_form = false;
+    }
+  }
+  if (destinations.empty()) destinations.push_back({"text", ""});
+  if (std::ranges::count(destinations, std::string(), &Destination::file) > 1)
+    throw WrongUsage{"two forms for standard output: give one of them a file, with --output"};
+  return destinations;
+}
+
+void finish(CommandLine& line, const CLI::App& app, const RawOptions& raw) {
+  line.answers.destinations = destinations_of(app, raw);
   for (const std::string& value : raw.switches) read_switch(value, line.messages);
-  line.messages.as_json = raw.format == "json";
+  line.messages.as_json = raw.message_form == "json";
   line.messages.in_colour = wants_colour(raw.colour);
   if (raw.is_brave) line.search.consequences = Consequences::kBrave;
   std::erase(line.answers.filters, "");
@@ -266,7 +301,7 @@ void look_at_files(CommandLine& line) {
 void define_run(CLI::App& app, CommandLine& line, RawOptions& raw) {
   line.command = Command::kRun;
   add_reading_options(app, line);
-  add_answer_options(app, line.answers);
+  add_answer_options(app, line.answers, raw);
   add_search_options(app, line.search, raw);
   add_message_options(app, line, raw);
 }
@@ -356,7 +391,7 @@ ParsedCommandLine parse(const CommandRow& row, std::vector<std::string> words) {
     throw WrongUsage{error.what()};    // what is wrong with which option
   }
   refuse_unknown_options(app);
-  finish(line, raw);
+  finish(line, app, raw);
   for (const std::string& code : line.codes) refuse_unknown_code(code);
   if (line.command != Command::kExplain) look_at_files(line);
   return {std::move(line), ExitStatus::kFound};

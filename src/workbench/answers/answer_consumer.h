@@ -4,11 +4,14 @@
 #include "output/answer_terms.h"
 #include "workbench/answers/answer_set.h"
 #include "workbench/answers/found.h"
+#include "workbench/messages/exit_status.h"
 
 namespace workbench {
 
 // How the run ended, for forms that tell.
 struct RunEnding {
+  ExitStatus status;
+  double seconds;    // since it began
   const Found& found;
   const Asked& asked;
   const Judgement& judgement;

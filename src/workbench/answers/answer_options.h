@@ -6,9 +6,15 @@
 
 namespace workbench {
 
+// Where answers go, and in which form.
+struct Destination {
+  std::string form;    // one of form_names()
+  std::string file;    // empty: standard output
+};
+
 struct AnswerOptions {
-  std::string form = "text";           // one of form_names()
-  std::vector<std::string> filters;    // names of relations; all are shown when there are none
+  std::vector<Destination> destinations;    // at most one of them is standard output
+  std::vector<std::string> filters;         // names of relations; all are shown when there are none
 };
 
 }    // namespace workbench

@@ -2,17 +2,20 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 
 namespace workbench {
 namespace {
 
 struct Row {
   std::string_view name;
+  std::string_view endings;    // of files, each with a blank behind it
   std::unique_ptr<AnswerConsumer> (*make)(std::ostream& out, const FormSettings& settings);
 };
 
 constexpr std::array kForms{
-    Row{"text", make_text_form},
+    Row{"text", ".txt ", make_text_form},
+    Row{"json", ".json .jsonl ", make_json_form},
 };
 
 }    // namespace
@@ -21,6 +24,15 @@ std::vector<std::string> form_names() {
   std::vector<std::string> names;
   for (const Row& row : kForms) names.emplace_back(row.name);
   return names;
+}
+
+std::string form_for_file(std::string_view file) {
+  const std::string ending = std::filesystem::path(file).extension().string() + ' ';
+  const auto has_ending = [&ending](const Row& row) {
+    return row.endings.find(ending) != std::string_view::npos;
+  };
+  const auto* const found = std::ranges::find_if(kForms, has_ending);
+  return std::string(found == kForms.end() || ending == " " ? "text" : found->name);
 }
 
 std::unique_ptr<AnswerConsumer> make_form(std::string_view name, std::ostream& out,

@@ -22,11 +22,15 @@ struct FormSettings {
 // The forms that --format knows, in the order of its help.
 std::vector<std::string> form_names();
 
+// The form that the ending of a file's name asks for; "text" where it says nothing.
+std::string form_for_file(std::string_view file);
+
 // The form of that name, one of form_names(). It writes to the stream, where it keeps nothing back
 // behind flush().
 std::unique_ptr<AnswerConsumer> make_form(std::string_view name, std::ostream& out,
                                           const FormSettings& settings);
 
 std::unique_ptr<AnswerConsumer> make_text_form(std::ostream& out, const FormSettings& settings);
+std::unique_ptr<AnswerConsumer> make_json_form(std::ostream& out, const FormSettings& settings);
 
 }    // namespace workbench

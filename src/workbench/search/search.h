@@ -1,10 +1,7 @@
 #pragma once
 // search.h - what the searches have in common: answers on their way from a solver to the user.
 
-#include <functional>
-#include <memory>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,11 +9,10 @@
 #include "workbench/answers/answer_counter.h"
 #include "workbench/answers/answer_filter.h"
 #include "workbench/answers/answer_options.h"
+#include "workbench/answers/answer_outputs.h"
 #include "workbench/answers/answer_text_reader.h"
-#include "workbench/answers/forms.h"
 #include "workbench/messages/exit_status.h"
 #include "workbench/messages/reporter.h"
-#include "workbench/search/answer_output.h"
 #include "workbench/search/kept_stages.h"
 #include "workbench/search/solving.h"
 #include "zarel/program.h"
@@ -32,8 +28,8 @@ struct SearchFailure {
 // Reads answers and hands them to the form that the user chose.
 class AnswerPrinter {
  public:
-  // The program must outlive the printer; answers go to the descriptor.
-  AnswerPrinter(zarel::Program& program, const AnswerOptions& options, int output);
+  // The program must outlive the printer; answers without a file go to the descriptor.
+  AnswerPrinter(zarel::Program& program, const AnswerOptions& options, int standard_output);
 
   // Tells before the first answer what the query's rows are values of; nothing for one without
   // variables.
@@ -51,19 +47,18 @@ class AnswerPrinter {
   // How the run ended, for forms that tell.
   void finish(const RunEnding& ending) { counter_.finish(ending); }
 
-  void note_closed() { output_.note_closed(); }    // nobody reads what is printed
+  void note_closed() { outputs_.note_closed(); }    // nobody reads what is printed
   const std::string& reading_error() const { return reader_.error(); }    // nothing for none
-  int error() const { return output_.error(); }    // as errno has it, 0 for none
-  int descriptor() const { return output_.descriptor(); }
+  std::optional<AnswerOutputs::Failure> failure() const { return outputs_.failure(); }
+  std::optional<AnswerOutputs::Failure> put_files() { return outputs_.put_files(); }
+  int descriptor() const { return outputs_.descriptor(); }
   const Found& found() const { return counter_.found(); }
 
  private:
-  bool is_fine() const { return error() == 0 && reading_error().empty(); }
+  bool is_fine() const { return !failure() && reading_error().empty(); }
 
-  AnswerOutput output_;
-  std::ostream stream_;
   FormSettings settings_;
-  std::unique_ptr<AnswerConsumer> form_;
+  AnswerOutputs outputs_;
   AnswerFilter filter_;
   AnswerCounter counter_;
   AnswerTextReader reader_;

@@ -76,7 +76,9 @@ std::vector<std::string> arguments(const zarel::Run& run, const SearchOptions& o
 }
 
 // The variables whose values answer the query, as far as they stand outside of aggregates.
-std::vector<std::string> named_variables(const zarel::Body& query) {
+std::vector<std::string> named_variables(zarel::Run& run) {
+  const zarel::Run::Scope scope(run);
+  const zarel::Body& query = run.queries.back();
   std::vector<std::string> names;
   for (std::size_t i = 0; i < query.size(); ++i) {
     if (query[i].atom.is_aggregate()) continue;
@@ -127,7 +129,7 @@ class SolverSearch {
 
 void SolverSearch::start() {
   has_query_ = !program_.run().queries.empty();
-  if (has_query_) printer_.expect_query(named_variables(program_.run().queries.back()));
+  if (has_query_) printer_.expect_query(named_variables(program_.run()));
   const std::string text = program_.take_text();
   kept_.add(Stage::kRewritten, text);
   const std::string file = folder_.write("program.dl", text);
@@ -156,7 +158,7 @@ void SolverSearch::read_answers() {
 }
 
 void SolverSearch::judge() {
-  if (printer_.error() != 0 || !printer_.reading_error().empty()) return;
+  if (printer_.failure() || !printer_.reading_error().empty()) return;
   const bool is_cut = dl::interruption() != dl::Interruption::kNone;
   if (solver_.is_running()) {
     const dl::ProcessEnd end = solver_.end();

@@ -1,6 +1,7 @@
 #include "workbench/search/solving.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <sstream>
@@ -21,6 +22,11 @@ constexpr double kGrace = 0.4;
 
 // Set once, before anything else; told behind it.
 double time_limit = 0;
+std::chrono::steady_clock::time_point begin;
+
+double seconds_since_begin() {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
 
 std::string reason_of(dl::Interruption interruption) {
   if (interruption != dl::Interruption::kTime) return "interrupted";
@@ -62,29 +68,40 @@ void tell(const Found& found, const SearchResult& result, Reporter& reporter) {
   reporter.note(text);
 }
 
-std::optional<Message> output_failure(const AnswerPrinter& printer) {
-  if (printer.error() == 0 || printer.error() == EPIPE) return std::nullopt;
-  std::string text("the answers cannot be written: ");
-  return Message{"output-failure", {}, text += std::strerror(printer.error())};
+// Whoever closes a pipe knows.
+void tell(const AnswerOutputs::Failure& failure, Reporter& reporter) {
+  if (failure.error == EPIPE && failure.file.empty()) return;
+  std::string text("the answers cannot be written");
+  if (!failure.file.empty()) (text += " to ") += failure.file;
+  reporter.report({"output-failure", {}, (text += ": ") += std::strerror(failure.error)});
 }
 
 ExitStatus run_search(zarel::Program& program, const SearchOptions& options, KeptStages& kept,
                       AnswerPrinter& printer, Reporter& reporter) {
-  const SearchResult result = options.solver.empty()
-                                  ? search_with_clingo(program, options, kept, printer)
-                                  : search_with_solver(program, options, kept, printer);
-  if (!printer.reading_error().empty()) {
-    std::string text("the solver's answer cannot be read: ");
-    reporter.report({"answer-syntax", {}, text += printer.reading_error()});
-    return ExitStatus::kSolverFailed;
+  std::optional<AnswerOutputs::Failure> failure = printer.failure();
+  if (!failure) {
+    const SearchResult result = options.solver.empty()
+                                    ? search_with_clingo(program, options, kept, printer)
+                                    : search_with_solver(program, options, kept, printer);
+    if (!printer.reading_error().empty()) {
+      std::string text("the solver's answer cannot be read: ");
+      reporter.report({"answer-syntax", {}, text += printer.reading_error()});
+      return ExitStatus::kSolverFailed;
+    }
+    const ExitStatus status = status_of(printer.found(), result);
+    failure = printer.failure();
+    if (!failure) {
+      printer.finish(
+          {status, seconds_since_begin(), printer.found(), result.asked, result.judgement});
+      failure = printer.put_files();
+    }
+    if (!failure) {
+      tell(printer.found(), result, reporter);
+      return status;
+    }
   }
-  if (printer.error() != 0) {
-    if (const std::optional<Message> failure = output_failure(printer)) reporter.report(*failure);
-    return ExitStatus::kOutputFailed;
-  }
-  printer.finish({printer.found(), result.asked, result.judgement});
-  tell(printer.found(), result, reporter);
-  return status_of(printer.found(), result);
+  tell(*failure, reporter);
+  return ExitStatus::kOutputFailed;
 }
 
 ExitStatus report_failure(const SearchFailure& failure, Reporter& reporter) {
@@ -95,12 +112,11 @@ ExitStatus report_failure(const SearchFailure& failure, Reporter& reporter) {
 
 }    // namespace
 
-AnswerPrinter::AnswerPrinter(zarel::Program& program, const AnswerOptions& options, int output)
-    : output_(output),
-      stream_(&output_),
-      settings_{shown_namespaces(program.run())},
-      form_(make_form(options.form, stream_, settings_)),
-      filter_(*form_, options.filters),
+AnswerPrinter::AnswerPrinter(zarel::Program& program, const AnswerOptions& options,
+                             int standard_output)
+    : settings_{shown_namespaces(program.run())},
+      outputs_(options.destinations, settings_, standard_output),
+      filter_(outputs_, options.filters),
       counter_(filter_),
       reader_(counter_, settings_.namespaces) {}
 
@@ -131,6 +147,7 @@ bool AnswerPrinter::end() {
 
 void watch_the_run(double seconds, const MessageOptions& messages) {
   time_limit = seconds;
+  begin = std::chrono::steady_clock::now();
   constexpr std::string_view kUnread = "ended with answers that nobody reads";
   const auto line = [&messages](dl::Interruption interruption) {
     return noted(messages, reason_of(interruption) + " before the search began");

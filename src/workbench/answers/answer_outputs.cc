@@ -1,0 +1,58 @@
+#include "workbench/answers/answer_outputs.h"
+
+namespace workbench {
+
+AnswerOutputs::AnswerOutputs(const std::vector<Destination>& destinations,
+                             const FormSettings& settings, int standard) {
+  for (const Destination& destination : destinations) {
+    Output output{destination.file, nullptr, nullptr};
+    if (!destination.file.empty()) {
+      output.file = std::make_unique<OutputFile>(destination.file);
+    } else if (!standard_) {
+      standard_ = std::make_unique<AnswerOutput>(standard);
+      standard_stream_.rdbuf(standard_.get());
+    }
+    std::ostream& stream = output.file ? output.file->stream() : standard_stream_;
+    output.form = make_form(destination.form, stream, settings);
+    outputs_.push_back(std::move(output));
+  }
+}
+
+AnswerOutputs::~AnswerOutputs() = default;
+
+std::optional<AnswerOutputs::Failure> AnswerOutputs::failure() const {
+  if (standard_ && standard_->error() != 0) return Failure{{}, standard_->error()};
+  for (const Output& output : outputs_) {
+    if (output.file && output.file->error() != 0) return Failure{output.name, output.file->error()};
+  }
+  return std::nullopt;
+}
+
+std::optional<AnswerOutputs::Failure> AnswerOutputs::put_files() {
+  for (const Output& output : outputs_) {
+    if (output.file && output.file->put() != 0) return Failure{output.name, output.file->error()};
+  }
+  return std::nullopt;
+}
+
+void AnswerOutputs::answer_set(AnswerSet& set) {
+  for (const Output& output : outputs_) output.form->answer_set(set);
+}
+
+void AnswerOutputs::row(const zarel::AnswerTerms& values) {
+  for (const Output& output : outputs_) output.form->row(values);
+}
+
+void AnswerOutputs::truth(bool holds) {
+  for (const Output& output : outputs_) output.form->truth(holds);
+}
+
+void AnswerOutputs::flush() {
+  for (const Output& output : outputs_) output.form->flush();
+}
+
+void AnswerOutputs::finish(const RunEnding& ending) {
+  for (const Output& output : outputs_) output.form->finish(ending);
+}
+
+}    // namespace workbench
