@@ -1,6 +1,7 @@
 #include "workbench/checked_program.h"
 
 #include "workbench/messages/findings.h"
+#include "workbench/progress/run_progress.h"
 
 namespace workbench {
 namespace {
@@ -32,6 +33,7 @@ std::optional<ExitStatus> CheckedProgram::prepare(zarel::PlainFacts facts) {
   if (reporter_.errors() == 0) {
     checks_.report([this](const Message& message) { reporter_.report(message); });
   }
+  enter(Phase::kExpanding);
   if (reporter_.errors() != 0 || !program_.rewrite(facts)) return ExitStatus::kProgramErrors;
   return std::nullopt;
 }

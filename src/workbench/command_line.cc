@@ -183,6 +183,9 @@ void add_search_options(CLI::App& app, SearchOptions& search, RawOptions& raw) {
                  "Another solver of the language of dl, in place of clingo")
       ->type_name("PATH")
       ->group(kGroup);
+  app.add_flag("--stats", search.tells_statistics,
+               "Tell afterwards what each phase took, and clingo's own figures")
+      ->group(kGroup);
   app.add_option("--keep", search.keep_folder, "Keep what the stages hand on as files in DIR")
       ->type_name("DIR")
       ->group(kGroup);

@@ -3,17 +3,23 @@
 #include <unistd.h>
 
 #include "workbench/checked_program.h"
+#include "workbench/progress/cleared_output.h"
 
 namespace workbench {
 
 ExitStatus run(const CommandLine& line) {
+  const bool shows_line = !line.messages.is_quiet && ::isatty(STDERR_FILENO) != 0;
+  begin_progress(shows_line ? ProgressLine::kShown : ProgressLine::kNone);
   watch_the_run(line.search.seconds, line.messages);
-  CheckedProgram checked(line);
+  ClearedOutput cleared(std::cerr);
+  std::ostream messages(&cleared);
+  CheckedProgram checked(line, messages);
   std::optional<ExitStatus> status = checked.prepare();
   if (!status) {
     status = solve(checked.program(), line.search, line.answers, checked.reporter(), STDOUT_FILENO);
   }
   checked.reporter().finish();
+  end_progress();
   return *status;
 }
 

@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "workbench/progress/run_progress.h"
+
 namespace workbench {
 namespace {
 
@@ -64,6 +66,11 @@ std::vector<std::string> library_templates() {
 
 void load(zarel::Program& program, std::span<const std::string> files,
           std::span<const std::string> folders, LoadedTexts& texts) {
+  for (const std::string& file : files) {
+    std::error_code unknown;
+    const auto bytes = fs::file_size(found_file(file, folders), unknown);
+    if (!unknown) will_read(bytes);
+  }
   for (const std::string& file : files) {
     if (file == "-") {
       texts.standard_input = all_of_standard_input();

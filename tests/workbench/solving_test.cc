@@ -161,6 +161,34 @@ TEST(Runs, DoNotMeetInOneFolder) {
   EXPECT_EQ(answers, expected);
 }
 
+// On a terminal a line tells what goes on, and goes away before anything else is written; in a pipe
+// nobody waits for it.
+TEST(Runs, ShowOnATerminalWhatGoesOn) {
+  const WorkFolder folder;
+  folder.write_script("slow", "sleep 1.5; exec clingo \"$@\"");
+  folder.write("a.zrl", "a.");
+  constexpr std::string_view kRun = "zrl a.zrl --clingo=./slow";
+  const std::string shown = folder.run("script -qec '" + std::string(kRun) + "' /dev/null").output;
+  EXPECT_NE(shown.find("\r\x1b[Kgrounding, 1 s\r\x1b[K{a}"), std::string::npos) << shown;
+  EXPECT_EQ(shown.find("s1 answer set"), std::string::npos) << shown;
+  EXPECT_EQ(folder.run(kRun).errors, "1 answer set\n");
+  const std::string quiet =
+      folder.run("script -qec '" + std::string(kRun) + " --quiet' /dev/null").output;
+  EXPECT_EQ(quiet, "{a}\r\n");
+}
+
+TEST(Runs, TellWhatTheyTook) {
+  const WorkFolder folder;
+  folder.write("a.zrl", "a v b. c :- a.");
+  const Outcome outcome = folder.run("zrl --stats a.zrl");
+  EXPECT_EQ(outcome.output, "{a, c}\n{b}\n");
+  for (const char* line :
+       {"2 answer sets\nreading: 0.", "\nsearching: 0.", "\n2 clauses read, 0 made",
+        "\nclingo: Models       : 2\n", "\nclingo: Rules "}) {
+    EXPECT_NE(outcome.errors.find(line), std::string::npos) << line << outcome.errors;
+  }
+}
+
 TEST(Runs, SearchInAnotherOrderForAnotherSeed) {
   const WorkFolder folder;
   folder.write("many.zrl", many());

@@ -1,9 +1,11 @@
 #include "workbench/answers/answer_counter.h"
 
+#include "workbench/progress/run_progress.h"
+
 namespace workbench {
 
 void AnswerCounter::answer_set(AnswerSet& set) {
-  ++found_.answer_sets;
+  note_found(++found_.answer_sets);
   if (!set.costs.empty()) {
     found_.costs.clear();
     for (const Cost& cost : set.costs) found_.costs.emplace_back(cost.weight, cost.level);

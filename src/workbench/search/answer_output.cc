@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "dl/interruption.h"
+#include "workbench/progress/run_progress.h"
 
 namespace workbench {
 namespace {
@@ -45,6 +46,7 @@ bool AnswerOutput::wait() {
 }
 
 bool AnswerOutput::write_all(std::string_view text) {
+  clear_progress_line();
   while (error_ == 0 && !text.empty()) {
     const ssize_t written = write_piece(descriptor_, text);
     if (written >= 0) {

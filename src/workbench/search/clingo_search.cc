@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <utility>
 
 #include "dl/answer_reader.h"
@@ -8,6 +9,7 @@
 #include "dl/read_files.h"
 #include "dl/translate.h"
 #include "model/run.h"
+#include "workbench/progress/run_progress.h"
 #include "workbench/search/search.h"
 #include "workbench/search/solver_message.h"
 
@@ -38,7 +40,8 @@ class ClingoSearch {
         options_(translation_options(program.run(), options)),
         kept_(kept),
         printer_(printer),
-        messages_(program, translated_.sources) {}
+        messages_(program, translated_.sources),
+        tells_statistics_(options.tells_statistics) {}
 
   SearchResult run() {
     try {
@@ -51,8 +54,10 @@ class ClingoSearch {
   }
 
  private:
+  std::vector<std::string> arguments() const;
   void translate();
   void read_answers();
+  void read_line(std::string_view line, dl::AnswerReader& answers);
   bool print(dl::AnswerReader& answers);
   void judge(dl::AnswerReader& answers, bool has_whole_lines);
   [[noreturn]] void fail(const dl::ProcessEnd& end);
@@ -68,7 +73,19 @@ class ClingoSearch {
   std::string given_;    // to clingo, where sums are watched
   dl::ClingoProcess clingo_;
   SearchResult result_;
+  const bool tells_statistics_;
+  const bool is_talkative_ = tells_statistics_ || has_progress_line();
+  bool is_solving_ = false;
+  bool has_result_ = false;
 };
+
+// clingo says what it does only to who asks it to.
+std::vector<std::string> ClingoSearch::arguments() const {
+  std::vector<std::string> words = dl::clingo_arguments(options_, traits_);
+  if (tells_statistics_) words.insert(words.begin(), "--stats");
+  if (is_talkative_) std::ranges::replace(words, "--verbose=0", "--verbose=1");
+  return words;
+}
 
 // clingo reads while this translates.
 void ClingoSearch::translate() {
@@ -76,7 +93,7 @@ void ClingoSearch::translate() {
   kept_.add(Stage::kRewritten, text);
   dl::Program surveyed = dl::survey_with_files(std::string(kRewrittenName), std::move(text));
   traits_ = dl::traits_of(surveyed, options_);
-  if (!surveyed.has_failed()) clingo_.start(options_.clingo, clingo_arguments(options_, traits_));
+  if (!surveyed.has_failed()) clingo_.start(options_.clingo, arguments());
   program_.forget_clauses();
   const auto give = [this](std::string_view piece) {
     clingo_.write(piece);
@@ -96,6 +113,28 @@ bool ClingoSearch::print(dl::AnswerReader& answers) {
   return goes_on;
 }
 
+// In front of the answers clingo says what it does, behind its result what that took.
+void ClingoSearch::read_line(std::string_view line, dl::AnswerReader& answers) {
+  if (has_result_) {
+    const std::size_t end = line.find_last_not_of(' ') + 1;
+    if (end != 0) result_.figures.emplace_back(line.substr(0, end));
+    return;
+  }
+  const dl::LineKind kind = dl::kind_of_line(line);
+  if (is_talkative_ && !is_solving_) {
+    is_solving_ = line == "Solving...";
+    if (is_solving_) enter(Phase::kSearching);
+    if (line.starts_with("clingo version")) return;
+  }
+  if (kind == dl::LineKind::kCosts && is_talkative_ && !traits_.has_query) {
+    std::string cost(line.substr(line.find(':') + 1));
+    note_cost(cost.substr(cost.find_first_not_of(' ')));
+  }
+  has_result_ = kind == dl::LineKind::kOptimumFound || kind == dl::LineKind::kSatisfiable ||
+                kind == dl::LineKind::kUnsatisfiable || kind == dl::LineKind::kUnknown;
+  answers.read_line(line);
+}
+
 void ClingoSearch::read_answers() {
   const dl::ProgramParts& parts = translated_.parts;
   result_.asked.has_query = parts.query.has_value();
@@ -111,7 +150,7 @@ void ClingoSearch::read_answers() {
     while (lines.next(line)) {
       kept_.add(Stage::kAnswers, line);
       kept_.add(Stage::kAnswers, "\n");
-      answers.read_line(line);
+      read_line(line, answers);
       if (answers.text().size() < kPiece) continue;
       lines.shrink();
       if (!print(answers)) return;
@@ -184,6 +223,7 @@ std::optional<Message> translation_mistake(zarel::Program& program, const Search
 
 SearchResult search_with_clingo(zarel::Program& program, const SearchOptions& options,
                                 KeptStages& kept, AnswerPrinter& printer) {
+  enter(Phase::kGrounding);
   return ClingoSearch(program, options, kept, printer).run();
 }
 

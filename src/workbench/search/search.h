@@ -68,7 +68,8 @@ class AnswerPrinter {
 struct SearchResult {
   Asked asked;
   Judgement judgement;
-  std::string said = {};    // by the solver, on its standard error
+  std::string said = {};                    // by the solver, on its standard error
+  std::vector<std::string> figures = {};    // of the solver's own, a line each
 };
 
 // What the translation finds wrong first; nothing when it is a program for clingo.

@@ -15,6 +15,7 @@
 #include "dl/model_reader.h"
 #include "model/program.h"
 #include "model/run.h"
+#include "workbench/progress/run_progress.h"
 #include "workbench/search/search.h"
 #include "workbench/search/solver_message.h"
 
@@ -188,6 +189,7 @@ void SolverSearch::judge() {
 
 SearchResult search_with_solver(zarel::Program& program, const SearchOptions& options,
                                 KeptStages& kept, AnswerPrinter& printer) {
+  enter(Phase::kSearching);
   dl::hold_interruptions();    // the folder is to be removed, come what may
   return SolverSearch(program, options, kept, printer).run();
 }

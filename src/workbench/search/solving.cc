@@ -1,16 +1,19 @@
 #include "workbench/search/solving.h"
 
+#include <array>
 #include <cerrno>
-#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <sstream>
 #include <string_view>
+#include <sys/resource.h>
 #include <utility>
 
 #include "base/file_table.h"
 #include "dl/interruption.h"
 #include "model/run.h"
+#include "workbench/messages/words.h"
+#include "workbench/progress/run_progress.h"
 #include "workbench/search/search.h"
 #include "workbench/search/solver_message.h"
 
@@ -22,11 +25,6 @@ constexpr double kGrace = 0.4;
 
 // Set once, before anything else; told behind it.
 double time_limit = 0;
-std::chrono::steady_clock::time_point begin;
-
-double seconds_since_begin() {
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-}
 
 std::string reason_of(dl::Interruption interruption) {
   if (interruption != dl::Interruption::kTime) return "interrupted";
@@ -40,6 +38,7 @@ std::string noted(const MessageOptions& options, std::string_view text) {
   const zarel::FileTable no_files;
   SourceTexts no_texts(no_files);
   std::ostringstream line;
+  if (has_progress_line()) line << kClearLine;
   Reporter(options, no_texts, line).note(text);
   return std::move(line).str();
 }
@@ -56,6 +55,37 @@ ExitStatus status_of(const Found& found, const SearchResult& result) {
                          : result.asked.has_query ? found.rows != 0
                                                   : found.answer_sets != 0;
   return has_found ? ExitStatus::kFound : ExitStatus::kNoneFound;
+}
+
+// The clauses that there are before the search takes them.
+struct ClauseCounts {
+  std::size_t written, generated;
+};
+
+ClauseCounts clause_counts(zarel::Program& program) {
+  const zarel::Run& run = program.run();
+  const auto generated = static_cast<std::size_t>(run.generated_clauses);
+  return {run.clauses.size() - generated, generated};
+}
+
+std::string megabytes(std::uint64_t bytes) {
+  return std::to_string((bytes + 500'000) / 1'000'000) + " MB";
+}
+
+void tell_statistics(const SearchResult& result, const ClauseCounts& clauses, Reporter& reporter) {
+  for (const PhaseFigures& figures : end_progress()) {
+    std::array<char, 64> seconds{};
+    std::snprintf(seconds.data(), seconds.size(), ": %.2f s, memory up to ", figures.seconds);
+    std::string line(name_of(figures.phase));
+    reporter.note((line += seconds.data()) += megabytes(figures.peak_memory));
+  }
+  reporter.note(counted(clauses.written, "clause") + " read, " + std::to_string(clauses.generated) +
+                " made by templates");
+  rusage solver{};
+  ::getrusage(RUSAGE_CHILDREN, &solver);
+  reporter.note("memory of the solver up to " +
+                megabytes(static_cast<std::uint64_t>(solver.ru_maxrss) * 1024));
+  for (const std::string& line : result.figures) reporter.note("clingo: " + line);
 }
 
 void tell(const Found& found, const SearchResult& result, Reporter& reporter) {
@@ -80,6 +110,7 @@ ExitStatus run_search(zarel::Program& program, const SearchOptions& options, Kep
                       AnswerPrinter& printer, Reporter& reporter) {
   std::optional<AnswerOutputs::Failure> failure = printer.failure();
   if (!failure) {
+    const ClauseCounts clauses = clause_counts(program);
     const SearchResult result = options.solver.empty()
                                     ? search_with_clingo(program, options, kept, printer)
                                     : search_with_solver(program, options, kept, printer);
@@ -97,6 +128,7 @@ ExitStatus run_search(zarel::Program& program, const SearchOptions& options, Kep
     }
     if (!failure) {
       tell(printer.found(), result, reporter);
+      if (options.tells_statistics) tell_statistics(result, clauses, reporter);
       return status;
     }
   }
@@ -147,7 +179,6 @@ bool AnswerPrinter::end() {
 
 void watch_the_run(double seconds, const MessageOptions& messages) {
   time_limit = seconds;
-  begin = std::chrono::steady_clock::now();
   constexpr std::string_view kUnread = "ended with answers that nobody reads";
   const auto line = [&messages](dl::Interruption interruption) {
     return noted(messages, reason_of(interruption) + " before the search began");

@@ -23,6 +23,7 @@ struct SearchOptions {
   std::optional<std::int64_t> maxint;
   std::optional<std::uint32_t> seed;
   bool leaves_out_facts = false;
+  bool tells_statistics = false;
   std::string solver;    // another solver of the same language; empty: clingo, by translation
   std::string clingo = "clingo";
   std::string keep_folder;    // where the stages are kept as files; empty: nowhere
