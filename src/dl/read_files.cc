@@ -26,8 +26,9 @@ class FileReading {
 
   void want(Include include) { waiting_.push_back(std::move(include)); }
 
-  void take(std::string name, std::string text) {
-    for (Include& include : survey_text(program, std::move(name), std::move(text))) {
+  void take(std::string name, std::string text,
+            std::span<const zarel::TextStretch> plain_facts = {}) {
+    for (Include& include : survey_text(program, std::move(name), std::move(text), plain_facts)) {
       want(std::move(include));
     }
   }
@@ -50,9 +51,10 @@ Program survey_files(const std::vector<std::string>& paths) {
   return std::move(reading.program);
 }
 
-Program survey_with_files(std::string name, std::string text) {
+Program survey_with_files(std::string name, std::string text,
+                          std::span<const zarel::TextStretch> plain_facts) {
   FileReading reading;
-  reading.take(std::move(name), std::move(text));
+  reading.take(std::move(name), std::move(text), plain_facts);
   reading.read_all();
   return std::move(reading.program);
 }

@@ -1,6 +1,7 @@
 #pragma once
 // read_files.h - reads a program from files, with those that they include.
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,9 @@ namespace dl {
 // has a mistake when a file cannot be read.
 Program survey_files(const std::vector<std::string>& paths);
 
-// The same for a text of that name, whose include lines name files.
-Program survey_with_files(std::string name, std::string text);
+// The same for a text of that name, whose include lines name files. For the plain facts see
+// survey_text().
+Program survey_with_files(std::string name, std::string text,
+                          std::span<const zarel::TextStretch> plain_facts = {});
 
 }    // namespace dl

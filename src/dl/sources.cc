@@ -8,8 +8,6 @@
 namespace dl {
 namespace {
 
-constexpr std::size_t kEndMarks = 2;
-
 struct LineAndColumn {
   std::uint32_t line, column;
 };

@@ -21,9 +21,12 @@ struct FileRange {
 // The scanner counts in int, and two end marks belong to a text.
 inline constexpr std::size_t kLongestText = INT_MAX - 2;
 
+// NUL bytes, which the scanner wants behind a text.
+inline constexpr std::size_t kEndMarks = 2;
+
 class Sources {
  public:
-  // Adds a text, and the two NUL bytes behind it that the scanner uses. Returns its number, from 0.
+  // Adds a text with its end marks. Returns its number, from 0.
   std::uint32_t add(std::string name, std::string text);
 
   std::size_t size() const { return all_.size(); }

@@ -80,6 +80,10 @@ class StatementBuilder {
   // Tokens come from this text from now on.
   void begin_text(const char* text) { statement_.source = line_begin_ = text; }
 
+  // The next tokens come from further behind in it.
+  void begin_part(const char* part) { line_begin_ = part; }
+  void pass_lines(std::size_t lines) { line_ += static_cast<std::uint32_t>(lines); }
+
   // For the scanner.
   std::uint32_t line() const { return line_; }
   void count_lines(const Token& line_ends) {

@@ -137,6 +137,35 @@ std::unique_ptr<Instances> find_instances(Folding& folding, Sources& sources,
   return nullptr;
 }
 
+bool survey_all(Survey& survey, std::string& text) {
+  const Folding unfolded;
+  StatementBuilder builder(survey, unfolded);
+  return parse_text(text, builder);
+}
+
+// Note [unsurveyed facts]
+// Plain facts tell a survey nothing: their keys are simple, so they can be folded. What stands
+// between them is read by itself, which finds the same statements as long as it is whole ones; what
+// is not, the text of a user that ends within a statement, a string, say, is read with all behind
+// it.
+bool survey_around(Survey& survey, std::string& text,
+                   std::span<const zarel::TextStretch> plain_facts) {
+  if (plain_facts.empty()) return survey_all(survey, text);
+  Survey tried = survey;
+  const Folding unfolded;
+  StatementBuilder builder(tried, unfolded);
+  PartParser parser(text, builder);
+  std::size_t begin = 0;
+  for (const zarel::TextStretch& facts : plain_facts) {
+    if (!parser.parse(begin, facts.begin)) return survey_all(survey, text);
+    builder.pass_lines(facts.lines);
+    begin = facts.end;
+  }
+  if (!parser.parse(begin, text.size() - kEndMarks)) return survey_all(survey, text);
+  survey = std::move(tried);
+  return true;
+}
+
 void write_kept(const Folding& folding, const Instances* instances, Translation& out) {
   if (folding.has_open_attributes() && !folding.folds_attributes()) {
     out.text += "% frames are not folded: what their variables stand for is not known, or too much";
@@ -167,16 +196,15 @@ zarel::Diagnostic too_long(std::string_view name, const zarel::Place& place) {
   return at_include(Code::kTextTooLong, text + " bytes", place);
 }
 
-std::vector<Include> survey_text(Program& program, std::string name, std::string text) {
+std::vector<Include> survey_text(Program& program, std::string name, std::string text,
+                                 std::span<const zarel::TextStretch> plain_facts) {
   const std::size_t size = text.size();
   const std::uint32_t file = program.sources.add(std::move(name), std::move(text));
   std::string& added = program.sources.text(file);
   program.mistake = unfit(program.sources, file, std::string_view(added).substr(0, size));
   if (program.mistake) return {};
   program.survey.begin_text();
-  const Folding unfolded;
-  StatementBuilder builder(program.survey, unfolded);
-  program.has_syntax_error = !parse_text(added, builder);
+  program.has_syntax_error = !survey_around(program.survey, added, plain_facts);
   if (program.has_syntax_error) return {};
   std::vector<Include> includes;
   for (IncludeLine& line : program.survey.take_includes()) {

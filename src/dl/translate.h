@@ -18,6 +18,7 @@
 
 #include "base/diagnostic.h"
 #include "base/line_map.h"
+#include "base/text_stretch.h"
 #include "dl/options.h"
 #include "dl/program_parts.h"
 #include "dl/sources.h"
@@ -72,8 +73,11 @@ struct Include {
 };
 
 // Reads one more text of the program. Returns its include lines; none after a mistake, with which
-// the program has failed: a syntax error, a NUL byte, a text that is too long.
-std::vector<Include> survey_text(Program& program, std::string name, std::string text);
+// the program has failed: a syntax error, a NUL byte, a text that is too long. Who made
+// the text can save reading what it knows to be plain facts: on each line one, of an atom whose
+// arguments, two at least, are names, strings and integers of 31 bits. The stretches are in order.
+std::vector<Include> survey_text(Program& program, std::string name, std::string text,
+                                 std::span<const zarel::TextStretch> plain_facts = {});
 
 // Why a text cannot be had; the place of the include line, not known where there is none.
 zarel::Diagnostic unreadable(std::string_view name, std::string_view reason,

@@ -55,6 +55,9 @@ class Program {
   // Hands the text over.
   std::string take_text() { return std::exchange(rewritten_.text, {}); }
 
+  // Where in the text nothing but plain facts stand; also when it was handed over.
+  std::span<const TextStretch> plain_facts() const { return rewritten_.plain_facts; }
+
   // Frees what was needed to make the text. Findings, the origins of lines and answers are as
   // before; nothing more can be read or rewritten.
   void forget_clauses();

@@ -32,14 +32,31 @@ bool is_plain_fact(const CLAUSET& clause) {
          std::ranges::all_of(head.front().terms(), is_plain);
 }
 
+// Whether it is of use to nobody who looks for what must be known before the facts are read. An
+// integer that has wrapped is none that can be read.
+bool tells_itself_alone(const CLAUSET& plain_fact) {
+  const ATOMT& atom = plain_fact.head().front();
+  const std::span<const TERMT> terms = atom.terms();
+  return atom.payload() == ATOMT::Payload::kTerms && terms.size() > 1 &&
+         std::ranges::none_of(terms, [](const TERMT& term) {
+           return term.kind == TermKind::kInteger && term.value < 0;
+         });
+}
+
 void append_clauses(MappedText& program, std::span<const CLAUSET> clauses, PlainFacts facts) {
   Text text;
   for (const CLAUSET& clause : clauses) {
-    if (facts == PlainFacts::kLeftOut && is_plain_fact(clause)) continue;
+    const bool is_plain = is_plain_fact(clause);
+    if (facts == PlainFacts::kLeftOut && is_plain) continue;
     append_text(text, clause);
     text += '\n';
     const auto origin = static_cast<std::uint32_t>(clause.source().origin);
-    program.append(text.view(), {clause.source().location, origin});
+    const LineSource source{clause.source().location, origin};
+    if (is_plain && tells_itself_alone(clause)) {
+      program.append_plain_fact(text.view(), source);
+    } else {
+      program.append(text.view(), source);
+    }
     text.clear();
   }
 }
@@ -55,6 +72,18 @@ void MappedText::append(std::string_view piece, const LineSource& source) {
   for (auto ends = std::count(piece.begin(), piece.end(), '\n'); ends > 0; --ends) {
     lines.add(source);
   }
+}
+
+// Verbatim text may end within a line, which the first fact then ends.
+void MappedText::append_plain_fact(std::string_view piece, const LineSource& source) {
+  const std::size_t begin = text.size();
+  const std::size_t first_line = lines.lines();
+  const bool begins_line = begin == 0 || text.back() == '\n';
+  append(piece, source);
+  if (!begins_line) return;
+  if (plain_facts.empty() || plain_facts.back().end != begin) plain_facts.push_back({begin, 0, 0});
+  plain_facts.back().end = text.size();
+  plain_facts.back().lines += lines.lines() - first_line;
 }
 
 std::size_t write_clauses(std::ostream& out, std::span<const CLAUSET> clauses) {

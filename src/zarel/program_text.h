@@ -6,8 +6,10 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/line_map.h"
+#include "base/text_stretch.h"
 #include "model/clause.h"
 #include "model/program.h"
 
@@ -23,9 +25,14 @@ std::size_t write_queries(std::ostream& out);
 struct MappedText {
   std::string text;
   LineMap lines;
+  // Where nothing stands but facts, each of one atom with at least two terms, all of them constants
+  // and integers from 0; in order, and apart from each other.
+  std::vector<TextStretch> plain_facts = {};
 
   // Adds a piece. The lines that end in it come from there.
   void append(std::string_view piece, const LineSource& source);
+  // Adds the lines of a fact that is to be among the plain ones.
+  void append_plain_fact(std::string_view piece, const LineSource& source);
 };
 
 // Whether a text of a program has the facts over constants and integers alone: there is nothing in

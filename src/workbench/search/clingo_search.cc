@@ -91,7 +91,8 @@ std::vector<std::string> ClingoSearch::arguments() const {
 void ClingoSearch::translate() {
   std::string text = program_.take_text();
   kept_.add(Stage::kRewritten, text);
-  dl::Program surveyed = dl::survey_with_files(std::string(kRewrittenName), std::move(text));
+  dl::Program surveyed =
+      dl::survey_with_files(std::string(kRewrittenName), std::move(text), program_.plain_facts());
   traits_ = dl::traits_of(surveyed, options_);
   if (!surveyed.has_failed()) clingo_.start(options_.clingo, arguments());
   program_.forget_clauses();
@@ -214,7 +215,8 @@ void ClingoSearch::fail(const dl::ProcessEnd& end) {
 
 std::optional<Message> translation_mistake(zarel::Program& program, const SearchOptions& options) {
   const dl::Options chosen = translation_options(program.run(), options);
-  dl::Program surveyed = dl::survey_with_files(std::string(kRewrittenName), program.take_text());
+  dl::Program surveyed = dl::survey_with_files(std::string(kRewrittenName), program.take_text(),
+                                               program.plain_facts());
   const dl::Translated translated =
       dl::translate(std::move(surveyed), chosen, [](std::string_view) {});
   if (!translated.mistake) return std::nullopt;
