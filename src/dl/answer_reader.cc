@@ -8,7 +8,7 @@
 namespace dl {
 
 void AnswerReader::read_line(std::string_view line) {
-  const LineKind kind = kind_of_line(line);
+  const LineKind kind = is_inside_ ? LineKind::kAnswerSet : kind_of_line(line);
   if (kind == LineKind::kAnswerSet) {
     read_answer(line);
   } else if (kind != LineKind::kCosts) {
@@ -30,18 +30,38 @@ void AnswerReader::read_answer(std::string_view line) {
     has_consequences_ = true;
     return;
   }
+  if (parts_.weak_constraints.empty()) {
+    read_piece(line);
+    return end_answer();
+  }
   print_held();
   read_answer_set(line, parts_, answer_);
-  has_held_ = !parts_.weak_constraints.empty();
-  if (has_held_) return;
-  check_fault(answer_.fault);
-  // One answer set may be all there is, and large: it is not copied.
-  if (text_.empty()) {
-    text_.swap(answer_.text);
-  } else {
-    text_ += answer_.text;
+  has_held_ = true;
+}
+
+void AnswerReader::read_piece(std::string_view piece) {
+  answer_.text.clear();
+  if (!std::exchange(is_inside_, true)) {
+    inside_begin_ = text_.size();
+    begin_answer_set(answer_);
   }
-  text_ += '\n';
+  add_atoms(piece, parts_, answer_);
+  text_ += answer_.text;
+}
+
+void AnswerReader::end_answer() {
+  check_fault(answer_.fault);
+  text_ += "}\n";
+  is_inside_ = false;
+}
+
+std::string_view AnswerReader::whole_answers() const {
+  return std::string_view(text_).substr(0, is_inside_ ? inside_begin_ : text_.size());
+}
+
+void AnswerReader::drop_whole_answers() {
+  text_.erase(0, whole_answers().size());
+  inside_begin_ = 0;
 }
 
 void AnswerReader::print_held() {

@@ -22,9 +22,15 @@ class AnswerReader {
   AnswerReader(const Translated& program, Reasoning reasoning)
       : program_(program), parts_(program.parts), reasoning_(reasoning) {}
 
-  // Takes the next line, without its end. Throws Failure when the answers before it cannot be
-  // trusted: an integer or a sum left 32 bits, or costs are not what they should be.
+  // Takes the next line, without its end, or what is left of it. Throws Failure when the answers
+  // before it cannot be trusted: an integer or a sum left 32 bits, or costs are not what they should
+  // be.
   void read_line(std::string_view line);
+
+  // Takes the next piece of an answer set's line, which ends between atoms; only if such a set may
+  // be shown before the next one has come.
+  bool takes_pieces() const { return !parts_.query && parts_.weak_constraints.empty(); }
+  void read_piece(std::string_view piece);
 
   // Whether the line came that ends a complete search.
   bool has_result() const;
@@ -34,10 +40,17 @@ class AnswerReader {
   bool finish(Search search, const zarel::DiagnosticSink& note);
 
   // The answers that were found, and nothing is known to be wrong with; the caller takes them away.
+  // The last one may be an answer set that pieces have begun.
   std::string& text() { return text_; }
+  bool is_inside_answer_set() const { return is_inside_; }
+
+  // The same without one that was begun, for a caller who takes nothing else.
+  std::string_view whole_answers() const;
+  void drop_whole_answers();
 
  private:
   void read_answer(std::string_view line);
+  void end_answer();
   void print_held();
   bool has_brave_answer() const;
   void print_query(const zarel::DiagnosticSink& note);
@@ -51,7 +64,9 @@ class AnswerReader {
   Costs costs_;
   std::string consequences_;    // the query's last line
   LineKind status_ = LineKind::kOther;
-  bool has_held_ = false;    // an answer set that may not be optimal
+  bool is_inside_ = false;          // an answer set of which pieces came,
+  std::size_t inside_begin_ = 0;    // whose text begins there
+  bool has_held_ = false;           // an answer set that may not be optimal
   bool has_consequences_ = false;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <utility>
 
 #include "dl/failure.h"
 #include "dl/folding.h"
@@ -51,15 +52,20 @@ bool read_helper(std::string_view atom, AnswerSet& answer) {
   return true;
 }
 
+// Returns where it begins.
+std::size_t append_atom(std::string_view atom, AnswerSet& answer) {
+  if (std::exchange(answer.has_atoms, true)) answer.text += ", ";
+  const std::size_t begin = answer.text.size();
+  answer.text += atom;
+  return begin;
+}
+
 // The usual line needs no look inside its atoms: blanks become commas.
-bool append_plain(std::string_view line, std::string& out) {
+bool append_plain(std::string_view line, AnswerSet& answer) {
   if (line.find('"') != std::string_view::npos || needs_respelling(line)) return false;
   while (!line.empty()) {
     const std::size_t blank = std::min(line.find(' '), line.size());
-    if (out.size() > 1) out += ", ";
-    const std::size_t begin = out.size();
-    out += line.substr(0, blank);
-    unfold(out, begin);
+    unfold(answer.text, append_atom(line.substr(0, blank), answer));
     line.remove_prefix(std::min(blank + 1, line.size()));
   }
   return true;
@@ -76,24 +82,28 @@ std::optional<std::size_t> numbered_helper(std::string_view atom, std::string_vi
 void read_answer_set(std::string_view line, const ProgramParts& parts, AnswerSet& answer) {
   answer.text.clear();
   answer.text.reserve(line.size() + line.size() / 8);    // a comma for each atom
+  begin_answer_set(answer);
+  add_atoms(line, parts, answer);
+  answer.text += '}';
+}
+
+void begin_answer_set(AnswerSet& answer) {
   answer.text += '{';
+  answer.has_atoms = false;
   answer.costs.clear();
   answer.fault.reset();
-  if (!parts.facts.empty() || !append_plain(line, answer.text)) {
-    each_atom(line, [&](std::string_view atom) {
-      if (atom.front() == '_' && read_helper(atom, answer)) return;
-      if (!parts.facts.empty() && parts.facts.contains(std::string(atom))) return;
-      if (answer.text.size() > 1) answer.text += ", ";
-      const std::size_t begin = answer.text.size();
-      if (needs_respelling(atom)) {
-        append_input_spelling(answer.text, atom);
-      } else {
-        answer.text += atom;
-      }
-      unfold(answer.text, begin);
-    });
-  }
-  answer.text += '}';
+}
+
+void add_atoms(std::string_view piece, const ProgramParts& parts, AnswerSet& answer) {
+  if (parts.facts.empty() && append_plain(piece, answer)) return;
+  each_atom(piece, [&](std::string_view atom) {
+    if (atom.front() == '_' && read_helper(atom, answer)) return;
+    if (!parts.facts.empty() && parts.facts.contains(std::string(atom))) return;
+    const bool is_respelled = needs_respelling(atom);
+    const std::size_t begin = append_atom(is_respelled ? std::string_view() : atom, answer);
+    if (is_respelled) append_input_spelling(answer.text, atom);
+    unfold(answer.text, begin);
+  });
 }
 
 Costs read_costs(std::string_view line, const ProgramParts& parts) {

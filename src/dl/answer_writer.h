@@ -18,12 +18,17 @@ using Costs = std::map<std::int64_t, std::int64_t, std::greater<>>;
 // An answer set as text, and what its hidden atoms say.
 struct AnswerSet {
   std::string text;                    // "{a, b}"
+  bool has_atoms = false;              // in the text
   Costs costs;                         // see Note [levels of variables]
   std::optional<std::size_t> fault;    // index of what is wrong with its integers
 };
 
 // Reads one line of clingo into `answer`, whose memory is used again.
 void read_answer_set(std::string_view line, const ProgramParts& parts, AnswerSet& answer);
+
+// The same in pieces that end between atoms: the text grows by "{", and by the atoms of each piece.
+void begin_answer_set(AnswerSet& answer);
+void add_atoms(std::string_view piece, const ProgramParts& parts, AnswerSet& answer);
 
 // Reads clingo's line of costs, which lists them by level, the highest first; throws Failure if
 // there are not as many as levels.

@@ -72,14 +72,15 @@ Search ClingoRun::solve(Translated& program) {
   do {
     std::string_view line;
     while (reader.next(line)) answers.read_line(line);
+    if (answers.takes_pieces() && reader.next_piece(line)) answers.read_piece(line);
     flush(answers);
   } while (reader.wait());
   return judge(answers, program, !reader.has_rest());
 }
 
 void ClingoRun::flush(AnswerReader& answers) const {
-  output_.answers(answers.text());
-  answers.text().clear();
+  output_.answers(answers.whole_answers());
+  answers.drop_whole_answers();
 }
 
 // Only what the exit status, the final line and the whole output agree on is a finished search.

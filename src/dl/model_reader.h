@@ -19,20 +19,32 @@ class LineReader {
   // Takes the next complete line, without its end; valid until the next call of either function.
   // Returns false when none is there without waiting.
   bool next(std::string_view& line);
+  // Where no line is complete: takes what is there of an answer set's, if it is much, up to a blank
+  // between atoms, with which it ends. The rest comes with further calls, the last piece as a line.
+  bool next_piece(std::string_view& piece);
   // Waits for more output; false at its end.
   bool wait();
   // Gives back what a long line needed, which is valid no longer.
   void shrink();
   // At the end: whether output was left that is no complete line.
-  bool has_rest() const { return begin_ != end_; }
+  bool has_rest() const { return begin_ != end_ || is_in_line_; }
 
  private:
+  void look_for_blank();
+  void move_to_front();
+
   static constexpr std::size_t kStep = std::size_t{1} << 16;
   OutputSource read_;
   std::string buffer_;
   std::size_t begin_ = 0;     // of what has not been taken
   std::size_t looked_ = 0;    // no line ends before this
   std::size_t end_ = 0;
+  bool is_in_line_ = false;    // pieces of it were taken
+  // What next_piece() knows of the rest of the line: how far it has looked, possibly just behind
+  // the end, and the end of the last blank between atoms.
+  std::size_t scanned_ = 0;
+  std::size_t blank_end_ = 0;
+  bool in_string_ = false;
 };
 
 enum class LineKind {

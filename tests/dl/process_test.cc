@@ -5,6 +5,7 @@
 
 #include "dl/clingo_process.h"
 #include "dl/failure.h"
+#include "dl/model_reader.h"
 #include "run_dl.h"
 
 namespace dl_test {
@@ -16,7 +17,8 @@ constexpr std::string_view kHard =
     "v q(X,10) v q(X,11) v q(X,12) :- #int(X).\n:- q(X,Y), q(Z,Y), X < Z.\n";
 
 struct Script {
-  std::string_view name, text, errors, output = "";
+  std::string_view name, text, errors;
+  std::string output = "";
   int status = 1;
   std::string_view options = "", program = "a.";
   friend void PrintTo(const Script& test, std::ostream* out) { *out << test.name; }
@@ -28,11 +30,20 @@ TEST_P(Scripts, StandForClingo) {
   folder.write_script("fake", test.text);
   folder.write("p", test.program);
   EXPECT_EQ(folder.run("dl p -clingo=./fake " + std::string(test.options)),
-            (Outcome{std::string(test.output), std::string(test.errors), test.status}));
+            (Outcome{test.output, std::string(test.errors), test.status}));
 }
 constexpr std::string_view kCut = "dl: the search was cut after 1 s; there may be more answers\n";
 const std::string kManyFacts = numbered(100'000, "p(N).\n");    // more than pipes hold
+// Atoms with a blank behind each, more than is read at once.
+#define LONG_LINE "seq -f 'p(%.0f,\"a b\")' 30000 | tr '\\n' ' '; "
 const Script kScripts[] = {
+    {"prints_a_long_answer_set", "cat >/dev/null; " LONG_LINE "echo q; echo SATISFIABLE; exit 30",
+     "", "{" + numbered(30'000, "p(N,\"a b\"), ", 1) + "q}\n", 0},
+    {"ends_within_a_long_answer_set",
+     "cat >/dev/null; echo SATISFIABLE; echo a; " LONG_LINE "exit 30",
+     "dl: clingo ended without a complete answer (status 30)\n", "{a}\n"},
+    {"is_cut_within_a_long_answer_set", "cat >/dev/null; echo a; " LONG_LINE "exec sleep 100", kCut,
+     "{a}\n", 2, "-time=1"},
     {"killed", "kill -9 $$", "dl: clingo died of signal 9 (Killed)\n"},
     {"half_a_line", "cat >/dev/null; echo SATISFIABLE; printf 'a b'; exit 30",
      "dl: clingo ended without a complete answer (status 30)\n"},
@@ -132,6 +143,38 @@ constexpr ShellCase kStreams[] = {
      "{p(\"$(touch canary)\"), p(\"`touch canary`';touch canary;\")}\n", "", 2},
 };
 INSTANTIATE_TEST_SUITE_P(Streams, Commands, testing::ValuesIn(kStreams), case_name);
+
+TEST(LongLines, AreTakenInPiecesThatEndBetweenAtoms) {
+  const std::string line = numbered(20'000, "p(N,\"a \\\" b\\\\\") q(\" \") ") + "r(\"" +
+                           numbered(20'000, " N") + "\\\" \")" + numbered(9'000, " -q(N)");
+  const std::string all = "a b\n" + line + "\n\nOTHER" + numbered(20'000, " N") + "\nb c";
+  std::size_t given = 0;
+  dl::LineReader reader([&](char* into, std::size_t room) {
+    const std::size_t size = all.copy(into, std::min(room, given * 7 % 5'000 + 1), given);
+    given += size;
+    return size;
+  });
+  std::string taken;
+  std::size_t pieces = 0;
+  do {
+    std::string_view text;
+    while (reader.next(text)) (taken += text) += '\n';
+    if (!reader.next_piece(text)) continue;
+    ++pieces;
+    taken += text;
+    std::size_t atoms = 0;
+    dl::each_atom(text, [&](std::string_view atom) {
+      const std::string_view name = atom.substr(0, atom.find('('));
+      atoms += (name == "p" || name == "q" || name == "r" || name == "-q") && atom.back() == ')'
+                   ? atom.size() + 1
+                   : 0;
+    });
+    EXPECT_EQ(atoms, text.size());
+  } while (reader.wait());
+  EXPECT_EQ(taken + "b c", all);
+  EXPECT_GT(pieces, 20);
+  EXPECT_TRUE(reader.has_rest());
+}
 
 TEST(Process, NothingToWaitForIsAFailure) {
   std::string message;

@@ -51,7 +51,7 @@ constexpr std::string_view kTellRemains =
     "for i in $(seq 10); do alive >left || break; sleep 0.1; done; cat left\n"
     "rm -f left pid; ls -A . tmp";
 constexpr std::string_view kNothingRemains =
-    ".:\n.stderr\n.stdout\nbest.zrl\nhard.zrl\nidle\nmany.zrl\nnoted\nsolver\ntmp\n\ntmp:\n";
+    ".:\n.stderr\n.stdout\nbest.zrl\nhalf\nhard.zrl\nidle\nmany.zrl\nnoted\nsolver\ntmp\n\ntmp:\n";
 
 class Ends : public testing::TestWithParam<ShellCase> {
  protected:
@@ -61,6 +61,9 @@ class Ends : public testing::TestWithParam<ShellCase> {
     folder_.write("many.zrl", many());
     folder_.write_script("noted", kNoted);
     folder_.write_script("solver", kNotedSolver);
+    folder_.write_script("half",
+                         "echo $$ >pid; cat >/dev/null; echo \"a_1'a'default\"; "
+                         "seq -f \"a_2'p'default(%.0f)\" 30000 | tr '\\n' ' '; $HALF");
     folder_.write_script("idle", "echo $$ >pid; exec sleep 100");
     fs::create_directory(folder_.path() / "tmp");
   }
@@ -91,6 +94,11 @@ TEST_P(Ends, AsTheUserIsTold) {
 constexpr ShellCase kEnds[] = {
     {"time_limit_of_the_search", "zrl run -t 0.7 --clingo=./noted hard.zrl; echo $?", "20\n",
      "ended by the time limit after 0.7 s: no answer set so far, there may be more\n"},
+    {"time_limit_within_an_answer_set",
+     "HALF='exec sleep 100' zrl run -t 1 --clingo=./half hard.zrl; echo $?", "{a}\n20\n",
+     "ended by the time limit after 1 s: 1 answer set so far, there may be more\n"},
+    {"end_within_an_answer_set", "HALF='exit 30' zrl run --clingo=./half hard.zrl; echo $?",
+     "{a}\n3\n", "error: ./half ended without a complete answer (status 30) [solver-incomplete]\n"},
     {"time_limit_of_the_reading",
      "(sleep 5; echo a.) | zrl run -t 0.3; echo $?; echo $$ >pid; :>pid", "20\n",
      "ended by the time limit after 0.3 s before the search began\n"},
@@ -253,6 +261,14 @@ TEST(Answers, AreThoseOfZarelForTheExamples) {
     names += entry.path().filename().string();
     EXPECT_TRUE(expect_same_answers(PROJECT_FOLDER "/examples", names, links)) << names;
   }
+}
+
+// They are read while clingo still writes them.
+TEST(Answers, AreThoseOfZarelWhenTheyAreLong) {
+  const WorkFolder folder;
+  folder.write("long.zrl", numbered(6'000, "p(N, \"a b, N\"). oN : c. oM[at -> {N, \"}\"}].\n") +
+                               "q(X) v -q(X) :- p(X, _), X < 2.");
+  EXPECT_TRUE(expect_same_answers(folder.path(), "long.zrl", true));
 }
 
 TEST(Answers, AreThoseOfZarelForItsCases) {

@@ -156,6 +156,11 @@ void ClingoSearch::read_answers() {
       lines.shrink();
       if (!print(answers)) return;
     }
+    // One answer set may be all there is, and large: it is read while clingo still prints it.
+    if (!has_result_ && answers.takes_pieces() && lines.next_piece(line)) {
+      kept_.add(Stage::kAnswers, line);
+      answers.read_piece(line);
+    }
     if (!print(answers)) return;
     if (!clingo_.wait_for_output(printer_.descriptor())) return printer_.note_closed();
     has_more = lines.wait();
