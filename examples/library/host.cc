@@ -72,9 +72,7 @@ class AtomPrinter : public zarel::AnswerSink {
 // are the lines that it prints.
 std::string answer_sets_of(const dl::Translated& translation) {
   dl::AnswerReader reader(translation, dl::Reasoning::kCautious);
-  reader.read_line(
-      "a_2'top'default(anna) a_3'salary'default(anna,3100) a_3'salary'default(tom,2800) "
-      "a_5'valueOf'defaultFlogic(tom,likes,anna,\"->\")");
+  reader.read_line("top'2(anna) salary'3(anna,3100) salary'3(tom,2800) likes'F(tom,anna)");
   reader.read_line("SATISFIABLE");
   reader.finish(dl::Search::kComplete, {});
   return reader.text();

@@ -52,12 +52,9 @@ bool read_helper(std::string_view atom, AnswerSet& answer) {
   return true;
 }
 
-// Returns where it begins.
-std::size_t append_atom(std::string_view atom, AnswerSet& answer) {
+void append_atom(std::string_view atom, AnswerSet& answer) {
   if (std::exchange(answer.has_atoms, true)) answer.text += ", ";
-  const std::size_t begin = answer.text.size();
-  answer.text += atom;
-  return begin;
+  append_unfolded(answer.text, atom);
 }
 
 // The usual line needs no look inside its atoms: blanks become commas.
@@ -65,7 +62,7 @@ bool append_plain(std::string_view line, AnswerSet& answer) {
   if (line.find('"') != std::string_view::npos || needs_respelling(line)) return false;
   while (!line.empty()) {
     const std::size_t blank = std::min(line.find(' '), line.size());
-    unfold(answer.text, append_atom(line.substr(0, blank), answer));
+    append_atom(line.substr(0, blank), answer);
     line.remove_prefix(std::min(blank + 1, line.size()));
   }
   return true;
@@ -96,13 +93,14 @@ void begin_answer_set(AnswerSet& answer) {
 
 void add_atoms(std::string_view piece, const ProgramParts& parts, AnswerSet& answer) {
   if (parts.facts.empty() && append_plain(piece, answer)) return;
+  std::string spelled;
   each_atom(piece, [&](std::string_view atom) {
     if (atom.front() == '_' && read_helper(atom, answer)) return;
     if (!parts.facts.empty() && parts.facts.contains(std::string(atom))) return;
-    const bool is_respelled = needs_respelling(atom);
-    const std::size_t begin = append_atom(is_respelled ? std::string_view() : atom, answer);
-    if (is_respelled) append_input_spelling(answer.text, atom);
-    unfold(answer.text, begin);
+    if (!needs_respelling(atom)) return append_atom(atom, answer);
+    spelled.clear();
+    append_input_spelling(spelled, atom);
+    append_atom(spelled, answer);
   });
 }
 

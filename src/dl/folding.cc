@@ -7,7 +7,16 @@
 namespace dl {
 namespace {
 
+constexpr std::string_view kGeneric = "a_";    // and a number
 constexpr std::string_view kFrames = "a_5";
+constexpr std::string_view kUsualSpace = "default";
+constexpr std::string_view kUsualSpaceOfFrames = "defaultFlogic";
+constexpr std::string_view kUsualArrow = "\"->\"";
+// In the names of folded predicates.
+constexpr std::string_view kUsualArrowPart = "F";
+constexpr std::string_view kNumberPrefix = "_i";
+constexpr std::size_t kMostParts = 5;
+constexpr std::size_t kLongestSpelling = 4;    // of a character in a name
 constexpr std::uint32_t kFrameArity = 6;
 // The bits of Term::simple that their keys have.
 constexpr std::uint32_t kGenericKeys = 0b11;
@@ -36,13 +45,17 @@ std::size_t end_of_string(std::string_view text, std::size_t begin, Escapes esca
   while (end < text.size() && text[end] != '"') {
     end += text[end] == '\\' && escapes == Escapes::kBackslash ? 2 : 1;
   }
-  return end + 1;
+  return std::min(end + 1, text.size());
+}
+
+bool is_digit(char c) {
+  return c >= '0' && c <= '9';
 }
 
 // The end of the part of a name that begins there, as the input spells it: at a prime, or where the
 // arguments begin.
 std::size_t end_of_key(std::string_view text, std::size_t begin) {
-  if (text[begin] == '"') return end_of_string(text, begin, Escapes::kNone);
+  if (text.substr(begin).starts_with('"')) return end_of_string(text, begin, Escapes::kNone);
   std::size_t end = begin;
   while (end < text.size() && text[end] != '\'' && text[end] != '(') ++end;
   return end;
@@ -52,7 +65,7 @@ std::size_t end_of_key(std::string_view text, std::size_t begin) {
 std::size_t end_of_term(std::string_view text, std::size_t begin, Escapes escapes) {
   std::size_t depth = 0;
   std::size_t end = begin;
-  while (depth != 0 || (text[end] != ',' && text[end] != ')')) {
+  while (end < text.size() && (depth != 0 || (text[end] != ',' && text[end] != ')'))) {
     if (text[end] == '"') {
       end = end_of_string(text, end, escapes);
       continue;
@@ -66,54 +79,95 @@ std::size_t end_of_term(std::string_view text, std::size_t begin, Escapes escape
 
 // Writes the folded atom behind all other text, which stays where it is.
 void append_folded(Statement& statement, Term& term) {
-  const std::string atom(statement.slice(term.text));
   std::string& out = statement.text;
+  out.reserve(out.size() + kLongestSpelling * term.text.size() + kFrames.size());
+  std::string_view atom = statement.slice(term.text);    // stays, there is room
   term.text.begin = static_cast<std::uint32_t>(out.size());
+  if (atom.front() == '-') out += '-';
   std::size_t end = atom.find('(');
-  out += std::string_view(atom).substr(0, end);
   const auto next = [&] {
     const std::size_t begin = end + 1;
     end = end_of_term(atom, begin, Escapes::kBackslash);
-    return std::string_view(atom).substr(begin, end - begin);
+    return atom.substr(begin, end - begin);
   };
-  const auto append_key = [&] {
-    out += '\'';
-    append_name_part(out, next());
-  };
-  append_key();
-  append_key();
+  std::array<std::string_view, kMostKeys> keys{next(), next()};
   if (term.keys == kMostKeys) {
     const std::string_view object = next();
-    append_key();
+    keys[2] = next();
     const std::string_view value = next();
-    append_key();
+    keys[3] = next();
+    append_folded_name(out, term.name, keys);
     ((((out += '(') += object) += ',') += value) += ')';
-  } else if (atom[end] == ',') {
-    (out += '(') += std::string_view(atom).substr(end + 1);
+  } else {
+    append_folded_name(out, term.name, std::span(keys).first(kKeys));
+    if (atom[end] == ',') (out += '(') += atom.substr(end + 1);
   }
   term.text.end = static_cast<std::uint32_t>(out.size());
 }
 
-// What begins there is an attribute, an arrow, and the object and value in parentheses.
-void unfold_frame(std::string& text, std::size_t begin) {
-  const std::size_t prime = end_of_key(text, begin);
-  const std::size_t open = end_of_key(text, prime + 1);
-  const std::size_t comma = end_of_term(text, open + 1, Escapes::kNone);
-  const std::string written = text.substr(begin);
-  const auto piece = [&](std::size_t from, std::size_t to) {
-    return std::string_view(written).substr(from - begin, to - from);
-  };
-  text.resize(begin);
-  text += piece(open + 1, comma + 1);
-  (text += piece(begin, prime)) += piece(comma, begin + written.size() - 1);
-  ((text += ',') += piece(prime + 1, open)) += ')';
+// A folded atom as the input spells it: its name taken apart, and what stands in parentheses behind
+// that.
+struct FoldedAtom {
+  std::array<std::string_view, kMostParts> parts;    // of the name
+  std::size_t count = 0;
+  std::string_view arguments;    // with their parentheses, if there are any
+};
+
+FoldedAtom taken_apart(std::string_view atom) {
+  FoldedAtom folded;
+  std::size_t begin = 0;
+  while (folded.count < folded.parts.size()) {
+    const std::size_t end = end_of_key(atom, begin);
+    folded.parts[folded.count++] = atom.substr(begin, end - begin);
+    begin = end;
+    if (begin == atom.size() || atom[begin] == '(') break;
+    ++begin;
+  }
+  folded.arguments = atom.substr(begin);
+  return folded;
+}
+
+// What the parts of a name are that does not begin with its predicate. The tag is that predicate's
+// number, or an arrow.
+struct ShortName {
+  std::string_view relation, space, tag;
+};
+
+ShortName taken_apart_short(const FoldedAtom& atom) {
+  const auto& parts = atom.parts;
+  const bool has_number = !parts[1].empty() && is_digit(parts[1].front());
+  if (atom.count == 2) {
+    return {parts[0], has_number ? kUsualSpace : kUsualSpaceOfFrames, parts[1]};
+  }
+  if (atom.count == 3) return {parts[0], parts[2], parts[1]};
+  return {parts[0], parts[2], parts[3]};
+}
+
+void append_generic(std::string& out, std::string_view relation, std::string_view space,
+                    std::string_view arguments) {
+  (((out += '(') += relation) += ',') += space;
+  if (arguments.empty()) {
+    out += ')';
+  } else {
+    (out += ',') += arguments.substr(1);
+  }
+}
+
+void append_frame(std::string& out, std::string_view space, std::string_view attribute,
+                  std::string_view arrow, std::string_view arguments) {
+  const std::size_t comma = end_of_term(arguments, 1, Escapes::kNone);
+  if (comma >= arguments.size()) return;    // clingo prints no such thing
+  (((out += "a_5(valueOf,") += space) += ',') += arguments.substr(1, comma);
+  out += attribute;
+  out += arguments.substr(comma, arguments.size() - 1 - comma);
+  ((out += ',') += arrow) += ')';
 }
 
 }    // namespace
 
 bool is_generic(std::string_view name) {
-  return name.starts_with("a_") && name.size() > 2 &&
-         name.find_first_not_of("0123456789", 2) == std::string_view::npos;
+  return name.starts_with(kGeneric) && name.size() > kGeneric.size() &&
+         std::ranges::all_of(name.substr(kGeneric.size()), is_digit);
 }
 
 std::uint32_t Folding::keys_of(const Statement& statement, const Term& atom) const {
@@ -164,21 +218,7 @@ void Folding::fold(Statement& statement, std::uint32_t atom) const {
   const bool is_whole = folds_attributes_ && is_frame(statement, term);
   term.keys = is_whole ? kMostKeys : kKeys;
   term.arity -= term.keys;
-  std::string& text = statement.text;
-  if (term.keys == kMostKeys) return append_folded(statement, term);
-  const std::size_t open = text.find('(', term.text.begin);
-  const std::size_t comma = text.find(',', open);
-  const std::size_t end = text.find(term.arity == 0 ? ')' : ',', comma + 1);
-  if (text[open + 1] == '"' || text[comma + 1] == '"') {
-    return append_folded(statement, term);
-  }
-  text[open] = '\'';
-  text[comma] = '\'';
-  if (term.arity == 0) {
-    --term.text.end;
-  } else {
-    text[end] = '(';
-  }
+  append_folded(statement, term);
 }
 
 std::string_view predicate_of(const Statement& statement, const Term& atom) {
@@ -188,24 +228,54 @@ std::string_view predicate_of(const Statement& statement, const Term& atom) {
   return text.substr(0, text.find('('));
 }
 
-std::string_view unfolded_predicate(std::string_view predicate) {
-  return predicate.substr(0, predicate.find('\''));
-}
-
-void unfold(std::string& text, std::size_t begin) {
-  const std::size_t first = end_of_key(text, begin);
-  if (first == text.size() || text[first] == '(') return;
-  const std::size_t second = end_of_key(text, first + 1);
-  const std::size_t end = end_of_key(text, second + 1);
-  text[first] = '(';
-  text[second] = ',';
-  if (end == text.size()) {
-    text += ')';
+void append_folded_name(std::string& out, std::string_view predicate,
+                        std::span<const std::string_view> keys) {
+  const bool is_frame = keys.size() == kMostKeys;
+  const auto append_part = [&out](std::string_view key) { append_name_part(out += '\'', key); };
+  if (is_frame && keys[3].front() != '"') {
+    out += predicate;
+    for (const std::string_view key : keys) append_part(key);
     return;
   }
-  const bool is_frame = text[end] == '\'';
-  text[end] = ',';
-  if (is_frame) unfold_frame(text, end + 1);
+  const std::string_view relation = is_frame ? keys[2] : keys[0];
+  if (is_digit(relation.front())) out += kNumberPrefix;
+  append_name_part(out, relation);
+  const std::string_view space = keys[1];
+  const std::string_view usual_space = is_frame ? kUsualSpaceOfFrames : kUsualSpace;
+  if (space < usual_space) append_name_part(out += "''", space);
+  if (!is_frame) {
+    (out += '\'') += predicate.substr(kGeneric.size());
+  } else if (keys[3] == kUsualArrow) {
+    (out += '\'') += kUsualArrowPart;
+  } else {
+    append_part(keys[3]);
+  }
+  if (space > usual_space) append_part(space);
+}
+
+std::string unfolded_predicate(std::string_view predicate) {
+  const FoldedAtom atom = taken_apart(predicate);
+  if (atom.count == 1 || atom.count == kMostParts) return std::string(atom.parts[0]);
+  const std::string_view tag = taken_apart_short(atom).tag;
+  return is_digit(tag.front()) ? std::string(kGeneric).append(tag) : std::string(kFrames);
+}
+
+void append_unfolded(std::string& out, std::string_view atom) {
+  const bool is_negated = atom.starts_with('-');
+  const FoldedAtom folded = taken_apart(atom.substr(is_negated ? 1 : 0));
+  if (folded.count == 1) {
+    out += atom;
+    return;
+  }
+  if (is_negated) out += '-';
+  if (folded.count == kMostParts) {
+    return append_frame(out, folded.parts[2], folded.parts[3], folded.parts[4], folded.arguments);
+  }
+  const auto [relation, space, tag] = taken_apart_short(folded);
+  if (!tag.empty() && is_digit(tag.front())) {
+    return append_generic((out += kGeneric) += tag, relation, space, folded.arguments);
+  }
+  append_frame(out, space, relation, tag == kUsualArrowPart ? kUsualArrow : tag, folded.arguments);
 }
 
 }    // namespace dl

@@ -1,20 +1,21 @@
 #include "dl/instance_text.h"
 
 #include <algorithm>
+#include <array>
+#include <span>
 #include <utility>
 
-#include "dl/names.h"
+#include "dl/folding.h"
 
 namespace dl {
 namespace {
 
 std::string folded_name(const Instances& instances, const Term& atom, const Relation& relation) {
   std::string name = atom.strongly_negated ? "-" : "";
-  name += atom.name;
-  for (std::uint32_t i = 0; i < instances.keys(relation.predicate); ++i) {
-    name += '\'';
-    append_name_part(name, instances.text(relation.keys[i]));
-  }
+  const std::uint32_t count = instances.keys(relation.predicate);
+  std::array<std::string_view, kMostKeys> keys;
+  for (std::uint32_t i = 0; i < count; ++i) keys[i] = instances.text(relation.keys[i]);
+  append_folded_name(name, atom.name, std::span(keys).first(count));
   return name;
 }
 

@@ -363,7 +363,11 @@ void Translator::write_shown(const zarel::SourceLocation& end) {
   for (const Signature& signature : parts_.signatures.all()) {
     if (!options_.shows(unfolded_predicate(signature.name), signature.strongly_negated)) continue;
     std::string line = signature.strongly_negated ? "#show -" : "#show ";
-    append_clingo_name(line, signature.name);
+    if (signature.name.find('\'') == std::string::npos) {
+      append_clingo_name(line, signature.name);
+    } else {
+      line += signature.name;    // folded
+    }
     write_line(line + "/" + std::to_string(signature.arity) + ".", end);
   }
 }

@@ -16,28 +16,40 @@ TEST_P(Forms, DependOnAllUsesOfThePredicate) {
 }
 constexpr Case kForms[] = {
     {"constants", "a_2(p,d,X) :- -a_1(q,d), a_3( r, d, X, \"a,'b\"), not a_12(s,e,f(X)).",
-     "a_2'p'd(X):--a_1'q'd,a_3'r'd(X,\"a,'b\"),not a_12's'e(f(X)).\n"},
-    {"reserved_words", "a_1(not,v).", "a_1'_nnot'v.\n"},
-    {"integers", "a_1(p,0). a_2(12,007,3).", "a_1'p'0.\na_2'12'7(3).\n"},
+     "p''d'2(X):--q''d'1,r''d'3(X,\"a,'b\"),not s'12'e(f(X)).\n"},
+    {"reserved_words", "a_1(not,v).", "_nnot'1'v.\n"},
+    {"integers", "a_1(p,0). a_2(12,007,3).", "p''0'1.\n_i12''7'2(3).\n"},
     {"strings", "a_1(p,\"a\"). -a_2(\"x,'_(\\\nÄ\",d,\"x\").",
-     "a_1'p'_sa.\n-a_2'_sx_2c_27_5f_28_5c_0a_c3_84'd(\"x\").\n"},
+     "p''_sa'1.\n-_sx_2c_27_5f_28_5c_0a_c3_84''d'2(\"x\").\n"},
     {"compound", "a_1(p,d). a_1(p,d(1)).", "a_1(p,d).\na_1(p,d(1)).\n"},
     {"too_few_arguments", "a_1(p,d). a_1(p).", "a_1(p,d).\na_1(p).\n"},
     {"no_arguments", "a_1(p,d). a_1.", "a_1(p,d).\na_1.\n"},
     {"layout", "a_1 ( p % a_1(X,Y)\n , d).b:-c,\"a_1\"==\"a_1(X\",a_1(p\t,d).",
-     "a_1'p'd.\nb:-c,\"a_1\"=\"a_1(X\",a_1'p'd.\n"},
-    {"terms", "p(a_2(x,y,1)). a_2(p,d,a_2(x,y,1)).", "p(a_2(x,y,1)).\na_2'p'd(a_2(x,y,1)).\n"},
+     "p''d'1.\nb:-c,\"a_1\"=\"a_1(X\",p''d'1.\n"},
+    {"terms", "p(a_2(x,y,1)). a_2(p,d,a_2(x,y,1)).", "p(a_2(x,y,1)).\np''d'2(a_2(x,y,1)).\n"},
     {"frames",
      "a_5(valueOf,d,f(X,\"(,\"),age,\"b c\",\"->\") :- -a_5(valueOf,e,X,\"h,\",1,\"->>\").",
-     "a_5'valueOf'd'age'_s_2d_3e(f(X,\"(,\"),\"b c\"):--a_5'valueOf'e'_sh_2c'_s_2d_3e_3e(X,1).\n"},
+     "age''d'F(f(X,\"(,\"),\"b c\"):--_sh_2c'_s_2d_3e_3e'e(X,1).\n"},
     {"frames_with_other_attributes", "a_5(valueOf,d,o,a(1),1,\"->\"). a_5(valueOf,d,o,b,1,\"->\").",
-     "a_5'valueOf'd(o,a(1),1,\"->\").\na_5'valueOf'd(o,b,1,\"->\").\n"},
+     "valueOf''d'5(o,a(1),1,\"->\").\nvalueOf''d'5(o,b,1,\"->\").\n"},
     {"what_may_be_a_frame", "b(R) :- a_5(R,d,o,b,1,\"->\"). a_5(valueOf,d,o,b,1,\"->\").",
-     "b(valueOf):-a_5'valueOf'd(o,b,1,\"->\").\na_5'valueOf'd(o,b,1,\"->\").\n"},
+     "b(valueOf):-valueOf''d'5(o,b,1,\"->\").\nvalueOf''d'5(o,b,1,\"->\").\n"},
     {"no_frames", "a_5(other,d,o,b,1,\"->\"). a_5(valueOf,d,o,b,1). a_3(valueOf,d,o,b).",
-     "a_5'other'd(o,b,1,\"->\").\na_5'valueOf'd(o,b,1).\na_3'valueOf'd(o,b).\n"},
+     "other''d'5(o,b,1,\"->\").\nvalueOf''d'5(o,b,1).\nvalueOf''d'3(o,b).\n"},
+    {"usual_space",
+     "a_2(p,default,X) :- -a_1(Q,default,R), a_1(not,default), a_2( \"a b\",default,X). "
+     "a_1(7,default). a_3(a_2,default,default,3). a_1(default,p).",
+     "p'2(X):--a_1(Q,default,R),_nnot'1,_sa_20b'2(X).\n_i7'1.\na_2'3(default,3).\n"
+     "default'1'p.\n"},
+    {"frames_in_the_usual_space",
+     "-a_5(valueOf,defaultFlogic,o,age,f(1),\"->\"). a_5(valueOf,defaultFlogic,o,\"x "
+     "y\",1,\"->>\"). "
+     "a_5(valueOf,defaultFlogic,o,7,1,\"->\"). a_5(valueOf,defaultFlogic,o,age,1,f). "
+     "a_4(valueOf,default,o,age,1).",
+     "-age'F(o,f(1)).\n_sx_20y'_s_2d_3e_3e(o,1).\n_i7'F(o,1).\n"
+     "a_5'valueOf'defaultFlogic'age'f(o,1).\nvalueOf'4(o,age,1).\n"},
     {"other_predicates", "a_x(p,d). a_(p,d). a_1x(p,d). ba_1(X,Y) :- a_1(p,d), a_x(X,Y).",
-     "a_x(p,d).\na_(p,d).\na_1x(p,d).\nba_1(X,Y):-a_1'p'd,a_x(X,Y).\n"},
+     "a_x(p,d).\na_(p,d).\na_1x(p,d).\nba_1(X,Y):-p''d'1,a_x(X,Y).\n"},
 };
 INSTANTIATE_TEST_SUITE_P(Cases, Forms, testing::ValuesIn(kForms), case_name);
 
@@ -70,6 +82,23 @@ constexpr Case kBothForms[] = {
      "a_2(p,d,1). a_2(p,d,2). -a_2(p,d,3). a_2(n,d,N) :- N = #count{X:a_2(p,d,X)}, "
      "3 <= #sum{X:-a_2(p,d,X)}.",
      "{a_2(p,d,1), a_2(p,d,2), -a_2(p,d,3), a_2(n,d,2)}\n"},
+    {"usual_space",
+     "a_1(p,default). -a_1(not,default). a_1(7,default). -a_2(\"p',(_\\\",default,\"'(\"). "
+     "a_5(valueOf,defaultFlogic,o,f,1,\"->\"). "
+     "a_5(valueOf,defaultFlogic,f(a,\"(\"),\"'(\",1,\"'=>\"). "
+     "-a_5(valueOf,defaultFlogic,o,f,1,5). a_5(f,default,o,f,1,\"->\"). "
+     "a_5(valueOf,defaultFlogic,o,3,1,p).",
+     "{a_1(p,default), -a_1(not,default), a_1(7,default), -a_2(\"p',(_\\\",default,\"'(\"), "
+     "a_5(valueOf,defaultFlogic,o,f,1,\"->\"), "
+     "a_5(valueOf,defaultFlogic,f(a,\"(\"),\"'(\",1,\"'=>\"), "
+     "-a_5(valueOf,defaultFlogic,o,f,1,5), a_5(f,default,o,f,1,\"->\"), "
+     "a_5(valueOf,defaultFlogic,o,3,1,p)}\n"},
+    {"filter_in_the_usual_space",
+     "a_1(p,default). -a_5(valueOf,defaultFlogic,o,f,1,\"->\"). a_5(f,default,o,1,1,1). "
+     "a_2(a_5,default,1).",
+     "{-a_5(valueOf,defaultFlogic,o,f,1,\"->\"), a_5(f,default,o,1,1,1)}\n", "-filter=a_5"},
+    {"no_facts_in_the_usual_space", "a_1(p,default). -a_2(p,d,1) :- a_1(p,default).",
+     "{-a_2(p,d,1)}\n", "-nofacts"},
     {"integers", "#maxint = 2. a_2(p,d,X) :- #int(X). a_2(q,d,Z) :- a_2(p,d,X), Z = X + 1.",
      "{a_2(p,d,0), a_2(p,d,1), a_2(p,d,2), a_2(q,d,1), a_2(q,d,2)}\n"},
     {"weak_constraint", "a_1(p,d) v a_1(q,d). a_2(w,d,3). :~ a_1(p,d), a_2(w,d,W). [W:2]",
@@ -92,8 +121,8 @@ TEST(Folding, LooksAtALargeProgramToItsEnd) {
 
 TEST(Folding, ReachesThePiecesOfALongBody) {
   const std::string all = translation("a_1(q,d) :- " + numbered(299, "a_2(p,d,N),") + "b.");
-  EXPECT_EQ(all.substr(0, 20), "_h1:-a_2'p'd(0),a_2'");
-  EXPECT_NE(all.find("\na_1'q'd:-_h37,a_2'p'd(296),"), std::string::npos);
+  EXPECT_EQ(all.substr(0, 20), "_h1:-p''d'2(0),p''d'");
+  EXPECT_NE(all.find("\nq''d'1:-_h37,p''d'2(296),"), std::string::npos);
 }
 
 TEST(Folding, LooksAtAllFiles) {
@@ -105,7 +134,7 @@ TEST(Folding, LooksAtAllFiles) {
     EXPECT_EQ(sorted(folder.run(files).output),
               sorted("{b(p), b(q), a_1(p,d), a_2(p,d,1), a_2(q,d,1)}\n"));
     const std::string all = folder.run(std::string(files) + " -translate").output;
-    EXPECT_NE(all.find("a_1'p'd."), std::string::npos);
+    EXPECT_NE(all.find("p''d'1."), std::string::npos);
   }
 }
 
@@ -137,9 +166,10 @@ class RandomProgram {
     const bool is_open = below(8) == 0;
     const Tokens open = has_variables ? Tokens{"X", "Y", "1"} : Tokens{"1", "\"p\""};
     const int places = below(2);
-    out.insert(out.end(), {"a_" + std::to_string(places + 1), "(",
-                           is_open ? one_of(open) : one_of({"p", "q", "not"}), ",",
-                           is_open ? one_of({"d", open.front()}) : one_of({"d", "d", "e"})});
+    out.insert(
+        out.end(),
+        {"a_" + std::to_string(places + 1), "(", is_open ? one_of(open) : one_of({"p", "q", "not"}),
+         ",", is_open ? one_of({"d", open.front()}) : one_of({"d", "default", "default"})});
     if (places != 0) out.insert(out.end(), {",", one_of(values)});
     out.push_back(")");
   }
