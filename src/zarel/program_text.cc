@@ -8,6 +8,7 @@
 namespace zarel {
 namespace {
 
+constexpr std::ptrdiff_t kSample = 1000;    // clauses that tell how long the text will be
 constexpr std::size_t kPiece = std::size_t{64} * 1024;    // bytes handed to a stream at once
 
 std::size_t write_piece(std::ostream& out, Text& text) {
@@ -45,7 +46,12 @@ bool tells_itself_alone(const CLAUSET& plain_fact) {
 
 void append_clauses(MappedText& program, std::span<const CLAUSET> clauses, PlainFacts facts) {
   Text text;
+  const std::size_t begin = program.text.size();
   for (const CLAUSET& clause : clauses) {
+    if (&clause - clauses.data() == kSample) {
+      const std::size_t length = (program.text.size() - begin) / kSample * clauses.size();
+      program.text.reserve(begin + length + length / 8);
+    }
     const bool is_plain = is_plain_fact(clause);
     if (facts == PlainFacts::kLeftOut && is_plain) continue;
     append_text(text, clause);
@@ -69,6 +75,8 @@ std::size_t written_count() {
 
 void MappedText::append(std::string_view piece, const LineSource& source) {
   text += piece;
+  const std::size_t end = piece.find('\n');
+  if (end != piece.npos && end + 1 == piece.size()) return lines.add(source);    // as a rule
   for (auto ends = std::count(piece.begin(), piece.end(), '\n'); ends > 0; --ends) {
     lines.add(source);
   }
