@@ -71,6 +71,55 @@ constexpr Page kPages[] = {
      .meaning = "There are no lists. A function term can hold one: cons(a, cons(b, nil)).\n",
      .wrong = "given([a, b]).\n",
      .mended = "given(cons(a, cons(b, nil))).\n"},
+    {.code = "set-membership",
+     .title = "a set of values beside a variable",
+     .meaning = "A literal says that a relation holds, and there is none of membership in a\n"
+                "set that is written down. Give the values a predicate, with a fact for each,\n"
+                "and use that. Integers from a bound to a bound are #int(X), X >= 1, X <= 5.\n",
+     .wrong = "shown(X) :- X in {red, blue}.\n",
+     .mended = "value(red). value(blue).\n"
+               "shown(X) :- value(X).\n"},
+    {.code = "field-access",
+     .title = "an attribute behind a full stop",
+     .meaning = "A full stop ends a statement. The attribute of an object stands in brackets\n"
+                "behind it, with an arrow in front of its value: ann[age -> 30]. In a body\n"
+                "the value may be a variable, which is then compared.\n",
+     .wrong = "ann.age = 30.\n",
+     .mended = "ann[age -> 30].\n"},
+    {.code = "sql-statement",
+     .title = "a statement of SQL",
+     .meaning = "What a database has in a row is a fact, a view is a rule, and a query is\n"
+                "written like a body with a question mark behind it. Relations are not\n"
+                "declared, and nothing that holds is taken back.\n",
+     .wrong = "staff(ann, 30).\n"
+              "SELECT name FROM staff WHERE age > 20.\n",
+     .mended = "staff(ann, 30).\n"
+               "staff(Name, Age), Age > 20?\n"},
+    {.code = "absolute-value",
+     .title = "bars around a term",
+     .meaning = "Integers are never negative, so there is no absolute value. How far two\n"
+                "integers are apart is said in two rules, one for each order.\n",
+     .wrong = "apart(X, Y, D) :- day(X), day(Y), D = |X - Y|.\n"
+              "day(2).\n",
+     .mended = "apart(X, Y, D) :- day(X), day(Y), X = Y + D.\n"
+               "apart(X, Y, D) :- day(X), day(Y), Y = X + D.\n"
+               "day(2).\n"},
+    {.code = "extreme-term",
+     .title = "a value below or above all others",
+     .meaning = "There is no value that comes before or behind all others. Integers go from 0\n"
+                "to #maxint, which a program declares.\n",
+     .wrong = "early(X) :- day(X), X < #sup.\n"
+              "day(2).\n",
+     .mended = "#maxint = 100.\n"
+               "early(X) :- day(X), X < #maxint.\n"
+               "day(2).\n"},
+    {.code = "positive-sum",
+     .title = "#sum+",
+     .meaning = "Integers are never negative, so that #sum adds up what #sum+ would.\n",
+     .wrong = "total(S) :- S = #sum+{P, X : price(X, P)}.\n"
+              "price(pen, 2).\n",
+     .mended = "total(S) :- S = #sum{P, X : price(X, P)}.\n"
+               "price(pen, 2).\n"},
     {.code = "parenthesised-term",
      .title = "parentheses without a name",
      .meaning = "Parentheses stand behind the name of a predicate or of a function. Terms are\n"

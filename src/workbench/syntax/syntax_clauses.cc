@@ -68,6 +68,9 @@ constexpr ForeignDirective kForeignDirectives[] = {
      "weigh what is lost: :~ offered(X, W), not taken(X). [W:1]"},
     {"#maximise", "minimize-directive", "weak constraints tell what is to be small",
      "weigh what is lost: :~ offered(X, W), not taken(X). [W:1]"},
+    {"#sup", "extreme-term", "there is no greatest value",
+     "the greatest integer is #maxint, which a program declares: #maxint = 100."},
+    {"#inf", "extreme-term", "there is no least value", "integers begin at 0: compare with that"},
     {"#import", "unknown-directive", "there is no #import",
      "name the other file on the command line, too"},
 };

@@ -4,8 +4,8 @@ namespace workbench {
 
 std::optional<Message> foreign_syntax(const Statement& statement) {
   for (const auto recognisers :
-       {first_recognisers(), directive_recognisers(), sign_recognisers(), term_recognisers(),
-        aggregate_recognisers(), clause_recognisers(), slip_recognisers()}) {
+       {first_recognisers(), language_recognisers(), directive_recognisers(), sign_recognisers(),
+        term_recognisers(), aggregate_recognisers(), clause_recognisers(), slip_recognisers()}) {
     for (const Recogniser recognise : recognisers) {
       if (auto message = recognise(statement)) return message;
     }

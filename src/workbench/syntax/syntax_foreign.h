@@ -16,6 +16,7 @@ namespace workbench {
 using Recogniser = std::optional<Message> (*)(const Statement&);
 
 std::span<const Recogniser> first_recognisers();        // a statement without its full stop
+std::span<const Recogniser> language_recognisers();     // fields, SQL, sets of values
 std::span<const Recogniser> directive_recognisers();    // words behind "#"
 std::span<const Recogniser> sign_recognisers();         // signs and words for other signs
 std::span<const Recogniser> term_recognisers();         // arguments, numbers, arithmetic

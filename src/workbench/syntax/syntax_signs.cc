@@ -273,12 +273,12 @@ Found exclamation(const Statement& s) {
 }
 
 Found double_negation(const Statement& s) {
-  if ((s.found().text != "not" && s.found().text != "non") ||
-      (s.before().text != "not" && s.before().text != "non")) {
-    return std::nullopt;
-  }
+  const auto is_not = [](const Token& token) { return token.text == "not" || token.text == "non"; };
+  const bool has_sign = s.before().text == "-" || s.before().text == "~";
+  const Token& first = s.before(has_sign ? 2 : 1);
+  if (!is_not(s.found()) || !is_not(first)) return std::nullopt;
   return Message{"double-negation",
-                 joined(s.before().place, s.found().place),
+                 joined(first.place, s.found().place),
                  "not stands once in front of an atom",
                  "",
                  {},

@@ -313,6 +313,25 @@ Found single_equals(const Statement& s) {
                  {replaced(equals.place, "==")}};
 }
 
+// "2X"
+Found factor(const Statement& s) {
+  const bool is_factor = s.before().kind == TokenKind::kNumber && s.touch(s.at() - 1) &&
+                         s.found().kind == TokenKind::kVariable;
+  if (!is_factor) return std::nullopt;
+  const std::string_view left = s.before().text;
+  const std::string_view right = s.found().text;
+  const bool is_result = s.before(2).text == "=" && s.before(3).kind == TokenKind::kVariable;
+  const std::string name = is_result ? std::string(s.before(3).text) : s.unused_variable();
+  const std::string written = equation(name, "*", left, right);
+  return Message{"arithmetic-term",
+                 joined(s.before().place, s.found().place),
+                 "a product is written with *",
+                 "",
+                 {},
+                 is_result ? filled("write {}", {written})
+                           : filled("write {} in the body, and {} here", {written, name})};
+}
+
 // "2nd" and "1e5" are a number and a name.
 Found digit_name(const Statement& s) {
   if (s.before().kind != TokenKind::kNumber || !s.touch(s.at() - 1)) return std::nullopt;
@@ -400,9 +419,9 @@ Found empty_arguments(const Statement& s) {
 }
 
 constexpr Recogniser kRecognisers[] = {
-    decimal_number,  misplaced_range, negative_number, digit_name,         sign_in_name,
-    arithmetic_sign, pooling,         list_term,       parenthesised_term, frame_arrow,
-    frame_term,      single_equals,   empty_arguments,
+    decimal_number, misplaced_range, negative_number, factor,          digit_name,
+    sign_in_name,   arithmetic_sign, pooling,         list_term,       parenthesised_term,
+    frame_arrow,    frame_term,      single_equals,   empty_arguments,
 };
 
 }    // namespace
