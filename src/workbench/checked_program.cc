@@ -17,7 +17,8 @@ CheckedProgram::CheckedProgram(const CommandLine& line, std::ostream& messages)
       program_(run_options(line), [this](const zarel::Diagnostic& finding) { take(finding); }),
       texts_(program_.files()),
       reporter_(line.messages, texts_, messages),
-      checks_(program_, {line.answers.filters, line.search.maxint.has_value()}) {}
+      checks_(program_, {line.answers.filters, line.search.maxint.has_value(),
+                         line.search.consequences_option}) {}
 
 void CheckedProgram::take(const zarel::Diagnostic& finding) {
   if (finding.code == zarel::Code::kUnreadableFile) has_unreadable_file_ = true;
@@ -31,6 +32,7 @@ std::optional<ExitStatus> CheckedProgram::prepare(zarel::PlainFacts facts) {
   load(program_, line_.files, line_.folders, loaded_);
   if (has_unreadable_file_) return ExitStatus::kUsage;
   if (reporter_.errors() == 0) {
+    reporter_.hold();
     checks_.report([this](const Message& message) { reporter_.report(message); });
   }
   enter(Phase::kExpanding);

@@ -19,7 +19,7 @@ class CheckedProgram {
   explicit CheckedProgram(const CommandLine& line, std::ostream& messages = std::cerr);
 
   // Reads, checks and rewrites. Without a status all went well: there is a program to be solved, or
-  // to be looked at.
+  // to be looked at. What was found last waits in the reporter for what may still be found.
   std::optional<ExitStatus> prepare(zarel::PlainFacts facts = zarel::PlainFacts::kWritten);
 
   zarel::Program& program() { return program_; }

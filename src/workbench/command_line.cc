@@ -289,6 +289,9 @@ void finish(CommandLine& line, const CLI::App& app, const RawOptions& raw) {
   line.messages.as_json = raw.message_form == "json";
   line.messages.in_colour = wants_colour(raw.colour);
   if (raw.is_brave) line.search.consequences = Consequences::kBrave;
+  if (raw.is_brave || raw.is_cautious) {
+    line.search.consequences_option = raw.is_brave ? "--brave" : "--cautious";
+  }
   std::erase(line.answers.filters, "");
 }
 

@@ -15,6 +15,7 @@ ExitStatus run(const CommandLine& line) {
   std::ostream messages(&cleared);
   CheckedProgram checked(line, messages);
   std::optional<ExitStatus> status = checked.prepare();
+  checked.reporter().release();
   if (!status) {
     status = solve(checked.program(), line.search, line.answers, checked.reporter(), STDOUT_FILENO);
   }

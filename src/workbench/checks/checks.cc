@@ -50,6 +50,16 @@ struct Checks::State : zarel::StatementObserver {
     if (!check_safety(clause, scope, context)) check_single_variables(clause, context);
   }
 
+  // A verbatim text may hold a query.
+  void report_query_option() {
+    if (options.query_option.empty() || !program.run().queries.empty() || !foreign.is_empty())
+      return;
+    context
+        .tell("no-query", {},
+              concat({"there is no query that ", options.query_option, " is about"}))
+        .help = "write one at the end of the program: p(X)?";
+  }
+
   zarel::Program& program;
   CheckOptions options;
   CheckContext context;
@@ -74,6 +84,7 @@ void Checks::report(const MessageSink& sink) {
   state_->recursion.report(state_->foreign);
   state_->constants.report(state_->foreign);
   state_->frames.report();
+  state_->report_query_option();
   state_->context.hand_over(sink);
 }
 

@@ -12,8 +12,9 @@ namespace workbench {
 
 // What the warnings need to know of the command line.
 struct CheckOptions {
-  std::vector<std::string> filters;    // as given
-  bool has_maxint = false;             // there is a bound on integers besides the program's
+  std::vector<std::string> filters;      // as given
+  bool has_maxint = false;               // there is a bound on integers besides the program's
+  std::string_view query_option = {};    // an option that is about the program's query
 };
 
 // Looks at a program while it is read, and judges it when all was read.

@@ -1,6 +1,8 @@
 #include "workbench/messages/reporter.h"
 
 #include <algorithm>
+#include <tuple>
+#include <utility>
 
 #include "base/characters.h"
 #include "workbench/messages/catalogue.h"
@@ -46,14 +48,42 @@ void Reporter::report(const Message& message) {
   if (!severity) return;
   if (*severity == Severity::kError) ++errors_;
   if (*severity == Severity::kWarning) ++warnings_;
+  if (!is_holding_) return show(message, *severity);
+  held_.push_back({message, *severity});
+  if (drawn_ + held_.size() > kMostDrawn) release();
+}
+
+void Reporter::release() {
+  is_holding_ = false;
+  const auto place_of = [](const Held& held) {
+    const zarel::Position& first = held.message.place.first;
+    return std::tuple(first.file, first.line, first.column, held.severity);
+  };
+  std::ranges::stable_sort(held_, {}, place_of);
+  const Message* error = nullptr;
+  for (const Held& held : held_) {
+    const bool is_known = held.message.place.is_known();
+    if (held.severity == Severity::kError) error = &held.message;
+    const bool is_same =
+        error != nullptr && is_known && error->place.first == held.message.place.first;
+    if (held.severity == Severity::kWarning && is_same) {
+      --warnings_;
+    } else {
+      show(held.message, held.severity);
+    }
+  }
+  held_.clear();
+}
+
+void Reporter::show(const Message& message, Severity severity) {
   if (options_.as_json) {
-    write(message_as_json(message, *severity, texts_));
+    write(message_as_json(message, severity, texts_));
   } else if (drawn_ < kMostDrawn) {
     ++drawn_;
     const Colours colours = options_.in_colour ? Colours::kTerminal : Colours::kNone;
-    write(workbench::drawn(message, *severity, texts_, colours));
+    write(workbench::drawn(message, severity, texts_, colours));
   } else {
-    ++(*severity == Severity::kError ? errors_left_out_ : warnings_left_out_);
+    ++(severity == Severity::kError ? errors_left_out_ : warnings_left_out_);
   }
 }
 
@@ -63,6 +93,7 @@ void Reporter::note(std::string_view text) {
 }
 
 void Reporter::finish() {
+  release();
   std::string text;
   if (errors_left_out_ != 0) text = counted(errors_left_out_, "more error");
   if (errors_left_out_ != 0 && warnings_left_out_ != 0) text += " and ";

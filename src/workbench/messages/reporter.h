@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "workbench/messages/message.h"
 #include "workbench/messages/source_texts.h"
@@ -37,16 +38,27 @@ class Reporter {
   // alone, but as JSON, which programs read, all are written.
   void report(const Message& message);
 
+  // From now on messages wait for each other, as far as they would all be drawn, and come in the
+  // order of the text, what has no place last. A warning at the place of an error is left out.
+  void hold() { is_holding_ = true; }
+  void release();
+
   // A line that belongs to the run as a whole, such as "2 answer sets". Not with is_quiet.
   void note(std::string_view text);
 
-  // Tells how many were counted and not drawn, if any.
+  // Releases, and tells how many were counted and not drawn, if any.
   void finish();
 
   std::size_t errors() const { return errors_; }    // those made of warnings among them
   std::size_t warnings() const { return warnings_; }
 
  private:
+  struct Held {
+    Message message;
+    Severity severity;
+  };
+
+  void show(const Message& message, Severity severity);
   std::optional<Severity> severity_of(const Message& message);    // none: it is switched off
   bool is_allowed(const Message& message);                        // by a comment in its file
   void write(std::string_view text);
@@ -57,6 +69,8 @@ class Reporter {
   std::size_t errors_ = 0;
   std::size_t warnings_ = 0;
   std::size_t drawn_ = 0;
+  bool is_holding_ = false;
+  std::vector<Held> held_;
   std::size_t errors_left_out_ = 0;
   std::size_t warnings_left_out_ = 0;
   std::unordered_map<std::uint32_t, std::set<std::string, std::less<>>> allowed_;    // by file

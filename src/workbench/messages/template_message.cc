@@ -101,12 +101,24 @@ Message redefined(const Diagnostic& finding, SourceTexts& texts) {
   return message;
 }
 
+// The command that has the file in front of those that were read: "zrl maximum.zrl staff.zrl".
+std::string command_with(const std::string& file, const SourceTexts& texts) {
+  constexpr std::uint32_t kMost = 3;
+  std::string command = "zrl " + file;
+  const auto files = static_cast<std::uint32_t>(zarel::current_run().files.size());
+  if (files > kMost) return command + " FILE...";
+  for (std::uint32_t i = 0; i < files; ++i) {
+    (command += ' ') += texts.path(i).empty() ? std::string_view("-") : texts.name(i);
+  }
+  return command;
+}
+
 // The template that was meant: of the program, else of the installed library with its file.
-std::string help_for_undefined(std::string_view name) {
+std::string help_for_undefined(std::string_view name, const SourceTexts& texts) {
   const auto file_of = [](std::string_view of) { return std::string(of) += ".zrl"; };
   const std::vector<std::string> library = library_templates();
   if (std::ranges::find(library, name) != library.end()) {
-    return "add " + file_of(name) += " of the library to the files";
+    return "name the file of the library, too: " + command_with(file_of(name), texts);
   }
   std::vector<std::string_view> known;
   for (const zarel::DEFINITIONATOM& each : zarel::defhashmap().all()) known.push_back(each.name);
@@ -116,7 +128,8 @@ std::string help_for_undefined(std::string_view name) {
   known.assign(library.begin(), library.end());
   if (const std::string_view other = nearest(name, known); !other.empty()) {
     const std::string help = std::string("did you mean ").append(other);
-    return help + "? then add " + file_of(other) += " of the library to the files";
+    return help +
+           "? then name the file of the library, too: " + command_with(file_of(other), texts);
   }
   return std::string("define it with #template ").append(name) +=
          "{...}(...) { ... }, or name the file that does";
@@ -127,7 +140,7 @@ Message undefined(const Diagnostic& finding, SourceTexts& texts) {
   std::string_view name = quoted_name(text);
   if (name.empty()) name = first_word(text.substr(text.find('#') + 1));
   Message message = message_of(finding, std::string("there is no template ").append(name));
-  message.help = help_for_undefined(name);
+  message.help = help_for_undefined(name, texts);
   narrow(message.place, place_of_word(texts, finding.place.first, name));
   return message;
 }

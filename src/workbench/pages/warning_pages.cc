@@ -208,6 +208,18 @@ predicate of the program has this name, so nothing will be shown for it.
 )",
      .mended = R"(echo "road(ash, birch)." | zrl check --filter=road -
 )"},
+    {.code = "no-query",
+     .severity = kWarning,
+     .title = "an option for the query, and no query",
+     .meaning = R"(The options --brave and --cautious say whether the answers of a query hold in
+some answer set or in all of them. Without a query the program's answer sets are
+printed, whichever option is given.
+)",
+     .kind = ExampleKind::kCommand,
+     .wrong = R"(echo "road(ash, birch)." | zrl --brave -
+)",
+     .mended = R"(echo "road(ash, birch). road(ash, X)?" | zrl --brave -
+)"},
     {.code = "query-in-function",
      .severity = kWarning,
      .title = "a query does not tell the values inside a function term",

@@ -18,7 +18,8 @@ enum class Consequences : std::uint8_t { kCautious, kBrave };    // what holds f
 struct SearchOptions {
   std::uint64_t answer_sets = 0;    // at most so many; 0: all
   Consequences consequences = Consequences::kCautious;
-  double seconds = 0;    // of the whole run; 0: no limit
+  std::string_view consequences_option;    // that asked for them; empty: none did
+  double seconds = 0;                      // of the whole run; 0: no limit
   unsigned threads = 1;
   std::optional<std::int64_t> maxint;
   std::optional<std::uint32_t> seed;
