@@ -24,7 +24,8 @@ struct Options {
   Reasoning reasoning = Reasoning::kCautious;
   bool leave_out_facts = false;
   bool translate_only = false;
-  bool fold = true;    // see Note [folded atoms]
+  bool tell_all = false;    // mistakes of statements, not the first alone; for hosts
+  bool fold = true;         // see Note [folded atoms]
   bool help = false;
   bool version = false;
 

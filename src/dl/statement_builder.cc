@@ -144,6 +144,10 @@ void StatementBuilder::finish(const MaybeMistake& mistake) {
   if (mistake && !mistake_) {
     mistake_ = mistake;
     mistake_->line = statement_.line;
+    if (takes_mistake_) {
+      takes_mistake_(*mistake_);
+      mistake_.reset();
+    }
   }
   statement_.clear();
   numbers_.clear();

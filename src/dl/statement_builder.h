@@ -3,8 +3,10 @@
 // hands each to a receiver.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "dl/folding.h"
@@ -93,6 +95,11 @@ class StatementBuilder {
   void count_lines_of_string(const Token& string);
   void unexpected_character(const Token& token);
   void unknown_word(const Token& token);
+
+  // Mistakes that the sink finds in whole statements are handed on, and the parse goes on behind.
+  void go_on_behind_mistakes(std::function<void(const Mistake&)> receiver) {
+    takes_mistake_ = std::move(receiver);
+  }
 
   // The first mistake ends the parse; later calls change nothing.
   void syntax_error(std::string_view message, std::string_view token);
@@ -211,6 +218,7 @@ class StatementBuilder {
   std::string_view negation_;    // the last one that was written
   std::string_view outer_negation_;
   MaybeMistake mistake_;
+  std::function<void(const Mistake&)> takes_mistake_;
 };
 
 }    // namespace dl

@@ -247,6 +247,19 @@ Traits traits_of(const Program& program, const Options& options) {
           options.bound || survey.bound()};
 }
 
+namespace {
+
+void add_mistake(Translated& result, zarel::Diagnostic mistake) {
+  constexpr std::size_t kMostFurther = 100;
+  if (!result.mistake) {
+    result.mistake = std::move(mistake);
+  } else if (result.further.size() < kMostFurther) {
+    result.further.push_back(std::move(mistake));
+  }
+}
+
+}    // namespace
+
 Translated translate(Program program, const Options& options, TextReceiver receiver) {
   Translated result;
   result.sources = std::move(program.sources);
@@ -269,13 +282,18 @@ Translated translate(Program program, const Options& options, TextReceiver recei
     translator.begin_file(file);
     StatementBuilder builder(translator, folding);
     if (instances) builder.list_arguments();
+    if (options.tell_all) {
+      builder.go_on_behind_mistakes([&result, file](const Mistake& mistake) {
+        add_mistake(result, diagnostic_of(mistake, result.sources, file));
+      });
+    }
     if (!parse_text(result.sources.text(file), builder)) {
-      result.mistake = diagnostic_of(builder.mistake(), result.sources, file);
+      add_mistake(result, diagnostic_of(builder.mistake(), result.sources, file));
       return result;
     }
     result.sources.release(file);
   }
-  result.mistake = translator.end_program();
+  if (auto mistake = translator.end_program()) add_mistake(result, *std::move(mistake));
   result.text = std::move(out.text);
   result.lines = std::move(out.lines);
   return result;

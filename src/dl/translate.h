@@ -46,10 +46,11 @@ struct Translated {
   zarel::LineMap lines;    // of all of it; what dl adds behind a program comes from its line 0
   ProgramParts parts;      // for the reader of answers
   std::optional<zarel::Diagnostic> mistake;    // the first one: then the text is no program
+  std::vector<zarel::Diagnostic> further;      // what else was found, some hundred at most
 };
 
 // Translates the texts, as one program. Of the options it looks at the filters, the bound,
-// `leave_out_facts` and `fold`. An include line whose name has no text is a mistake.
+// `leave_out_facts`, `tell_all` and `fold`. An include line whose name has no text is a mistake.
 Translated translate(std::span<const Source> sources, const Options& options,
                      const IncludedText& included = {});
 

@@ -28,6 +28,7 @@ dl::Options translation_options(const zarel::Run& run, const SearchOptions& chos
   options.bound = chosen.maxint;
   options.seed = chosen.seed;
   options.leave_out_facts = chosen.leaves_out_facts;
+  options.tell_all = true;
   if (chosen.consequences == Consequences::kBrave) options.reasoning = dl::Reasoning::kBrave;
   return options;
 }
@@ -102,7 +103,13 @@ void ClingoSearch::translate() {
     if (traits_.has_sums) given_ += piece;
   };
   translated_ = dl::translate(std::move(surveyed), options_, give);
-  if (translated_.mistake) throw dl::Failure{*translated_.mistake};
+  if (translated_.mistake) {
+    SearchFailure failure{message(*translated_.mistake)};
+    for (const zarel::Diagnostic& each : translated_.further) {
+      failure.further.push_back(message(each));
+    }
+    throw failure;
+  }
   give(translated_.text);
   translated_.text = std::string();
   clingo_.finish_input();
@@ -218,14 +225,18 @@ void ClingoSearch::fail(const dl::ProcessEnd& end) {
 
 }    // namespace
 
-std::optional<Message> translation_mistake(zarel::Program& program, const SearchOptions& options) {
+std::vector<Message> translation_mistakes(zarel::Program& program, const SearchOptions& options) {
   const dl::Options chosen = translation_options(program.run(), options);
   dl::Program surveyed = dl::survey_with_files(std::string(kRewrittenName), program.take_text(),
                                                program.plain_facts());
   const dl::Translated translated =
       dl::translate(std::move(surveyed), chosen, [](std::string_view) {});
-  if (!translated.mistake) return std::nullopt;
-  return SolverMessages(program, translated.sources).message(*translated.mistake);
+  std::vector<Message> messages;
+  if (!translated.mistake) return messages;
+  SolverMessages told(program, translated.sources);
+  messages.push_back(told.message(*translated.mistake));
+  for (const zarel::Diagnostic& each : translated.further) messages.push_back(told.message(each));
+  return messages;
 }
 
 SearchResult search_with_clingo(zarel::Program& program, const SearchOptions& options,

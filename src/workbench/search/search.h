@@ -72,8 +72,8 @@ struct SearchResult {
   std::vector<std::string> figures = {};    // of the solver's own, a line each
 };
 
-// What the translation finds wrong first; nothing when it is a program for clingo.
-std::optional<Message> translation_mistake(zarel::Program& program, const SearchOptions& options);
+// What the translation finds wrong; nothing when it is a program for clingo.
+std::vector<Message> translation_mistakes(zarel::Program& program, const SearchOptions& options);
 
 // Each solves the program's text, with what its user asked for. Throws SearchFailure.
 SearchResult search_with_clingo(zarel::Program& program, const SearchOptions& options,

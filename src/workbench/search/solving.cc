@@ -212,10 +212,9 @@ ExitStatus solve(zarel::Program& program, const SearchOptions& options,
 
 ExitStatus check_translation(zarel::Program& program, const SearchOptions& options,
                              Reporter& reporter) {
-  const std::optional<Message> mistake = translation_mistake(program, options);
-  if (!mistake) return ExitStatus::kFound;
-  reporter.report(*mistake);
-  return workbench::status_of(*mistake);
+  const std::vector<Message> mistakes = translation_mistakes(program, options);
+  for (const Message& mistake : mistakes) reporter.report(mistake);
+  return mistakes.empty() ? ExitStatus::kFound : workbench::status_of(mistakes.front());
 }
 
 }    // namespace workbench
