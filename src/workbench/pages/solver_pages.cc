@@ -315,7 +315,8 @@ program of the name that --solver gives. The exit status is 3.
      .title = "the solver died of a signal",
      .meaning =
          R"(Something ended the solver before it was done. The system kills processes when
-memory runs out. What was found before is printed, and is right; more may be
+memory runs out, and terms that are nested ten thousands deep take more stack
+than it has. What was found before is printed, and is right; more may be
 missing.
 )",
      .kind = ExampleKind::kNone},

@@ -250,6 +250,9 @@ Message solver_failure(const std::string& solver, const dl::ProcessEnd& end) {
     Message message{"solver-killed", {}, solver + " died of signal "};
     (((message.text += std::to_string(end.code)) += " (") += ::strsignal(end.code)) += ')';
     if (end.code == SIGKILL) message.help = "the system may have had no more memory for it";
+    if (end.code == SIGSEGV) {    // a stack that was not enough is the usual reason
+      message.help = "function terms may be nested too deep for it: ten thousand levels are safe";
+    }
     return message;
   }
   if (end.code == dl::kCannotRun) {

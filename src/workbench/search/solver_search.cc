@@ -24,8 +24,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void fail_files(const fs::path& path, int error) {
-  std::string text("cannot write ");
+[[noreturn]] void fail_files(const fs::path& path, int error,
+                             std::string_view what = "cannot write ") {
+  std::string text(what);
   ((text += path.string()) += ": ") += std::strerror(error);
   throw SearchFailure{{"output-failure", {}, std::move(text)}};
 }
@@ -34,9 +35,10 @@ namespace fs = std::filesystem;
 class PrivateFolder {
  public:
   PrivateFolder() {
-    std::error_code error;
-    std::string name = (fs::temp_directory_path(error) / "zrl-XXXXXX").string();
-    if (error || ::mkdtemp(name.data()) == nullptr) fail_files(name, errno);
+    const char* const chosen = std::getenv("TMPDIR");    // NOLINT(concurrency-mt-unsafe)
+    const fs::path parent = chosen != nullptr && *chosen != '\0' ? chosen : "/tmp";
+    std::string name = (parent / "zrl-XXXXXX").string();
+    if (::mkdtemp(name.data()) == nullptr) fail_files(parent, errno, "cannot make a folder in ");
     path_ = std::move(name);
   }
   ~PrivateFolder() {
