@@ -41,6 +41,26 @@ std::uint64_t variable_key(std::size_t arity, std::uint64_t space) {
   return (static_cast<std::uint64_t>(arity) << 32U) | space;
 }
 
+// What other languages have built in is a predicate like any other here.
+std::string_view help_for_builtin(std::string_view name) {
+  struct Builtin {
+    std::string_view names, help;    // each name between blanks
+  };
+  constexpr Builtin kBuiltins[] = {
+      {" findall bagof setof aggregate_all ",
+       "write an aggregate for what is to be counted: N = #count{Y : r(X, Y)}"},
+      {" forall ", "name what breaks it, bad :- p(X), not q(X)., and write not bad"},
+      {" write writeln print nl format ",
+       "rules print nothing: leave it out, what holds is printed"},
+      {" assert asserta assertz retract ",
+       "nothing is changed by a rule: let its head say what holds"},
+  };
+  for (const Builtin& each : kBuiltins) {
+    if (each.names.find(concat({" ", name, " "})) != std::string_view::npos) return each.help;
+  }
+  return {};
+}
+
 }    // namespace
 
 Relation& Relations::at(const RelationKey& key) {
@@ -312,6 +332,8 @@ void Relations::report_unknown(const Relation& relation, int sign, const Foreign
   if (other != nullptr) {
     message.notes.push_back({context_.place(other->given[own].first), "given here"});
     message.help = "write @" + context_.text(other->key.space) + " behind it";
+  } else if (const std::string_view help = help_for_builtin(name); !help.empty()) {
+    message.help = help;
   } else if (suggestions_++ < kMostSuggestions) {
     suggest(message, key.name, given_names(key.scope));
   }

@@ -71,6 +71,8 @@ constexpr ForeignDirective kForeignDirectives[] = {
     {"#sup", "extreme-term", "there is no greatest value",
      "the greatest integer is #maxint, which a program declares: #maxint = 100."},
     {"#inf", "extreme-term", "there is no least value", "integers begin at 0: compare with that"},
+    {"#external", "unknown-directive", "there is no #external",
+     "state the fact in a file of its own, and name that file where it holds"},
     {"#import", "unknown-directive", "there is no #import",
      "name the other file on the command line, too"},
 };

@@ -197,8 +197,50 @@ Found positive_sum(const Statement& s) {
                  {replaced(place, "#sum")}};
 }
 
+// "count{X : p(X)}"
+Found aggregate_without_sign(const Statement& s) {
+  if (s.innermost() != "{" || s.open().back() == 0) return std::nullopt;
+  const Token& name = s.token(s.open().back() - 1);
+  const std::string meant = filled("#{}", {name.text});
+  if (s.found().text != ":" || !is_aggregate(meant)) return std::nullopt;
+  return Message{"unknown-directive",
+                 name.place,
+                 filled("the aggregate {} begins with #", {name.text}),
+                 "",
+                 {},
+                 filled("write {}", {meant}),
+                 {replaced(name.place, meant)}};
+}
+
+// "o[a -> x; b -> y]"
+Found attribute_separator(const Statement& s) {
+  if (s.found().text != ";" || s.innermost() != "[" || s.text(0) == ":~") return std::nullopt;
+  return Message{"missing-comma",
+                 s.found().place,
+                 "the attributes of an object are joined with a comma",
+                 "",
+                 {},
+                 "write a comma instead",
+                 {replaced(s.found().place, ",")}};
+}
+
+// "p -> q ; r" in a body.
+Found conditional(const Statement& s) {
+  if (s.found().text != "->" || !s.is_in_body() || s.before().text != ")" || !s.open().empty()) {
+    return std::nullopt;
+  }
+  return Message{"body-alternative",
+                 s.found().place,
+                 "a body has no if and else",
+                 "",
+                 {},
+                 "write a rule for each case: h :- p, q. and h :- not p, r."};
+}
+
 constexpr Recogniser kRecognisers[] = {
-    field, sql_statement, in_operator, member_of_list, list_of_values, absolute_value, positive_sum,
+    aggregate_without_sign, attribute_separator, conditional,    field,
+    sql_statement,          in_operator,         member_of_list, list_of_values,
+    absolute_value,         positive_sum,
 };
 
 }    // namespace
