@@ -7,6 +7,7 @@
 namespace dl {
 namespace {
 
+constexpr std::string_view kGreatestInteger = "2147483647";
 constexpr std::string_view kOperators[] = {"=", "!=", "<", ">", "<=", ">="};
 constexpr Builtin kOpposites[] = {kUnequal, kEqual, kGreaterEqual, kLessEqual, kGreater, kLess};
 
@@ -19,9 +20,34 @@ std::string_view operand(const OrderedBody& body, const Literal& literal, std::u
   return body.statement.slice(body.statement.argument(literal, position).text);
 }
 
+// The term as an integer; what is none has no value then. See Note [hidden ranges].
+std::string hidden(const Statement& statement, const Term& term) {
+  const bool is_variable = term.kind == TermKind::kVariable;
+  std::string text(is_variable ? "|" : "");
+  text += statement.slice(term.text);
+  if (is_variable) text += '|';
+  return text;
+}
+
+std::string hidden(const OrderedBody& body, const Literal& literal, std::uint32_t position) {
+  return hidden(body.statement, body.statement.argument(literal, position));
+}
+
+// Whether the operand may be written as the greatest integer.
+bool may_be_greatest(const OrderedBody& body, const Literal& literal, std::uint32_t position) {
+  const Term& term = body.statement.argument(literal, position);
+  return term.kind == TermKind::kBound ||
+         (term.kind == TermKind::kInteger && body.statement.slice(term.text) == kGreatestInteger);
+}
+
 void append_comparison(std::string& out, const OrderedBody& body, const Literal& literal) {
   const Builtin op = literal.negated ? kOpposites[literal.kind] : literal.kind;
-  append(out, operand(body, literal, 0), kOperators[op], operand(body, literal, 1));
+  const std::string_view x = operand(body, literal, 0);
+  const std::string_view y = operand(body, literal, 1);
+  if (may_be_greatest(body, literal, 0) || may_be_greatest(body, literal, 1)) {
+    return append(out, "(", x, ",)", kOperators[op], "(", y, ",)");
+  }
+  append(out, x, kOperators[op], y);
 }
 
 // Nothing in the language is a negative integer, and whatever is no integer is greater than all of
@@ -29,7 +55,8 @@ void append_comparison(std::string& out, const OrderedBody& body, const Literal&
 void append_int(std::string& out, const OrderedBody& body, const Literal& literal, StepMode mode) {
   const std::string_view x = operand(body, literal, 0);
   if (mode == StepMode::kAssign) return append(out, x, "=0.._r");
-  append(out, x, literal.negated ? ">_m" : "<=_m");
+  if (literal.negated) return append(out, x, ">_m");
+  append(out, hidden(body, literal, 0), "<=_m");
 }
 
 void append_successor(std::string& out, const OrderedBody& body, const Literal& literal,
@@ -37,8 +64,20 @@ void append_successor(std::string& out, const OrderedBody& body, const Literal& 
   const std::string_view x = operand(body, literal, 0);
   const std::string_view y = operand(body, literal, 1);
   const bool computes_x = step.mode == StepMode::kAssign && step.target == 0;
-  if (computes_x) return append(out, x, "=", y, "-1,0<", y, ",", y, "<=_m");
-  append(out, y, "=", x, "+1,", x, "<_m");
+  if (computes_x) return append(out, x, "=", y, "-1,0<", y, ",", hidden(body, literal, 1), "<=_m");
+  append(out, y, "=", hidden(body, literal, 0), "+1,", x, "<_m");
+}
+
+// The operands that "+" and "*" compute with, a variable first where there is one: it is hidden.
+struct Operands {
+  std::string first;
+  std::string_view second;
+};
+
+Operands operands_of(const OrderedBody& body, const Literal& literal) {
+  const bool begins = body.statement.argument(literal, 0).kind == TermKind::kVariable;
+  const std::uint32_t first = begins ? 0 : 1;
+  return {hidden(body, literal, first), operand(body, literal, 1 - first)};
 }
 
 // See Note [no integer wraps].
@@ -48,19 +87,20 @@ void append_sum(std::string& out, const OrderedBody& body, const Literal& litera
   const std::string_view y = operand(body, literal, 1);
   const std::string_view z = operand(body, literal, 2);
   if (step.mode == StepMode::kTest || step.target == 2) {
-    return append(out, z, "=", x, "+", y, ",", x, "<=_m-", y);
+    const auto [first, second] = operands_of(body, literal);
+    return append(out, z, "=", first, "+", second, ",", first, "<=_m-", second);
   }
   const std::string_view known = step.target == 0 ? y : x;
-  append(out, step.target == 0 ? x : y, "=", z, "-", known, ",", known, "<=", z, ",", z, "<=_m");
+  append(out, step.target == 0 ? x : y, "=", z, "-", known, ",", known, "<=", z, ",",
+         hidden(body, literal, 2), "<=_m");
 }
 
 // Every operand is an integer up to the bound: that is asked of each where the others do not tell.
 // 0**Y is 1 for Y = 0 and 0 for all others, which keeps the divisor away from 0.
 void append_product(std::string& out, const OrderedBody& body, const Literal& literal) {
-  const std::string_view x = operand(body, literal, 0);
-  const std::string_view y = operand(body, literal, 1);
-  append(out, operand(body, literal, 2), "=", x, "*", y, ",", x, "<=_m/(", y, "+0**", y, "),", y,
-         "<=_m");
+  const auto [first, second] = operands_of(body, literal);
+  append(out, operand(body, literal, 2), "=", first, "*", second, ",", first, "<=_m/(", second,
+         "+0**", second, "),|", second, "|<=_m");
 }
 
 // The operands of a kFactor or kZero.
@@ -77,8 +117,9 @@ Factors factors_of(const OrderedBody& body, const Step& step) {
 // Nothing is divided by 0: then the literal does not hold.
 void append_factor(std::string& out, const OrderedBody& body, const Step& step) {
   const auto [wanted, known, product] = factors_of(body, step);
-  append(out, product, "\\", known, "=0,", wanted, "=", product, "/", known, ",", product, "<=_m,",
-         known, "<=_m");
+  const Literal& literal = body.literals[step.literal];
+  append(out, product, "\\", known, "=0,", wanted, "=", product, "/", known, ",",
+         hidden(body, literal, 2), "<=_m,", hidden(body, literal, 1 - step.target), "<=_m");
 }
 
 void append_zeros(std::string& out, const OrderedBody& body, const Step& step) {
@@ -152,7 +193,7 @@ void append_average(std::string& out, const OrderedBody& body, const Aggregate& 
                     const Element& element) {
   const Statement& statement = body.statement;
   const std::string left = differences(statement, aggregate, element, aggregate.left);
-  const std::string_view guard = statement.term_text(aggregate.left.term);
+  const std::string guard = hidden(statement, statement.terms[aggregate.left.term]);
   if (aggregate.left.op == kGreater) {
     append(out, "1>#sum{1:", guard, "<=2147483647;", left, "}");
   } else {
@@ -163,12 +204,13 @@ void append_average(std::string& out, const OrderedBody& body, const Aggregate& 
     const std::string right = differences(statement, aggregate, element, aggregate.right);
     const bool is_strict = aggregate.right.op == kLess;
     append(out, ",#sum{");
-    if (is_strict) append(out, "1:", statement.term_text(aggregate.right.term), "<=2147483647;");
+    if (is_strict)
+      append(out, "1:", hidden(statement, statement.terms[aggregate.right.term]), "<=2147483647;");
     append(out, right, "}", is_strict ? "<1" : "<=0");
   }
-  const std::string_view first =
-      statement.term_text(statement.arguments[aggregate.arguments.begin]);
-  append(out, ",0<#count{", element.terms, ":", element.condition, ",", first, "<=2147483647}");
+  const Term& first = statement.terms[statement.arguments[aggregate.arguments.begin]];
+  append(out, ",0<#count{", element.terms, ":", element.condition, ",", hidden(statement, first),
+         "<=2147483647}");
 }
 
 void append_aggregate(std::string& out, const OrderedBody& body, const Literal& literal,
@@ -188,20 +230,18 @@ void append_aggregate(std::string& out, const OrderedBody& body, const Literal& 
   }
 }
 
-// Only a sum or product whose result is computed can leave 32 bits. A text compares as greater than
-// every integer, so the operand is first held against the greatest integer.
+// Only a sum or product whose result is computed can leave 32 bits.
 std::string arithmetic_overflow(const OrderedBody& body, const Literal& literal, const Step& step) {
   std::string text;
   const bool computes_result =
       step.mode == StepMode::kTest || (step.mode == StepMode::kAssign && step.target == 2);
   if (!computes_result || (literal.kind != kSum && literal.kind != kProduct)) return text;
-  const std::string_view x = operand(body, literal, 0);
-  const std::string_view y = operand(body, literal, 1);
-  append(text, "1=_o,", x, "<=2147483647,", x, ">2147483647");
+  const auto [first, second] = operands_of(body, literal);
+  append(text, "1=_o,", first, ">2147483647");
   if (literal.kind == kSum) {
-    append(text, "-", y);
+    append(text, "-", second);
   } else {
-    append(text, "/(", y, "+0**", y, ")");
+    append(text, "/(", second, "+0**", second, ")");
   }
   return text;
 }
@@ -281,7 +321,7 @@ void append_open_factor(std::string& out, const OrderedBody& body, const Step& s
 }
 
 void append_factor_test(std::string& out, const OrderedBody& body, const Step& step) {
-  append(out, factors_of(body, step).wanted, "<=_m");
+  append(out, hidden(body, body.literals[step.literal], step.target), "<=_m");
 }
 
 }    // namespace dl

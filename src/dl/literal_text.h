@@ -17,6 +17,12 @@ namespace dl {
 // 2147483647 without one. Without a bound a second rule derives _fault where that comparison
 // fails, and dl ends with an error instead of an answer.
 //
+// Note [hidden ranges]
+// From linear comparisons clingo 5.5 and later compute bounds of variables, and where both are
+// known it may walk over all integers between them. That never ends if the upper one is 2147483647.
+// So no comparison of ours tells an upper bound: |X| is not linear, and has no value where X is no
+// integer. One of the program with 2147483647 compares tuples of one term.
+//
 // Note [sums that could wrap]
 // The values of a #sum are added up in 32 bits, too, and what is possible counts, not only what
 // holds: where all open values together are 2147483647, clingo reads guards wrongly in every answer

@@ -61,6 +61,12 @@ constexpr Case kArithmetic[] = {
      "s(7). s(0). a(Y) :- s(X), Y = X * 0. b(Y) :- s(X), Y = 0 * X. c(X) :- s(X), *(X,7,0). "
      "d(Z) :- *(Z,7,0). e(Z) :- s(Y), *(Z,Y,0), Z < 1.",
      "{s(7), s(0), a(0), b(0), e(0)}\n", "-N=3"},
+    {"variables_between_known_bounds_up_to_the_greatest_integer",
+     "q(2147483646). q(5). a(Z) :- q(X), Z = X + 1, Z > 2147483640. b(X) :- q(X), X > 2147483640, "
+     "X <= 2147483647. c(N) :- N = #count{X:q(X), Y == 2147483647, 2147483640 < X, X <= Y}. d(X) "
+     ":- "
+     "q(X), X >= 2147483640, X <= #maxint, X = X * 1. #maxint = 2147483647.",
+     "{q(2147483646), q(5), a(2147483647), b(2147483646), c(1), d(2147483646)}\n"},
 };
 INSTANTIATE_TEST_SUITE_P(Arithmetic, Programs, testing::ValuesIn(kArithmetic), case_name);
 
