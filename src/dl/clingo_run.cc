@@ -122,6 +122,25 @@ std::optional<std::size_t> sum_at_fault(const std::string& clingo, std::string_v
   return first;
 }
 
+// A program's start costs time, so a clingo that answers as it should is not asked.
+std::string untested_version(const std::string& clingo) {
+  ClingoProcess process;
+  process.start(clingo, {"--version"});
+  process.finish_input();
+  constexpr std::string_view kBegin = "clingo version ";
+  std::string version;
+  LineReader reader(output_of(process));
+  do {
+    std::string_view line;
+    while (reader.next(line)) {
+      if (version.empty() && line.starts_with(kBegin)) version = line.substr(kBegin.size());
+    }
+  } while (reader.wait());
+  if (version.empty() || version.starts_with(kClingoMajor)) return {};
+  std::string text("this is clingo ");
+  return ((text += version) += ", and it was tested with ") += kTestedClingo;
+}
+
 void ClingoRun::fail(const ProcessEnd& end, const Translated& program) const {
   if (end.signalled) {
     std::string text = "clingo died of signal ";
@@ -134,9 +153,14 @@ void ClingoRun::fail(const ProcessEnd& end, const Translated& program) const {
   }
   if (end.code == kOutOfMemory) fail_with(Code::kSolverMemory, "clingo ran out of memory");
   if (std::optional<zarel::Diagnostic> error = clingo_error(end.errors, program)) {
+    if (const std::string version = untested_version(options_.clingo); !version.empty())
+      (error->text += "; ") += version;
     throw Failure{std::move(*error)};
   }
-  const std::string status = " (status " + std::to_string(end.code) + ")";
+  std::string status(" (status ");
+  (status += std::to_string(end.code)) += ')';
+  if (const std::string version = untested_version(options_.clingo); !version.empty())
+    (status += "; ") += version;
   if ((end.code & kInterrupted) != 0) {
     fail_with(Code::kSolverInterrupted,
               "clingo was interrupted before its search was complete" + status);

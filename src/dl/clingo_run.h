@@ -36,6 +36,10 @@ OutputSource output_of(ClingoProcess& process);
 std::optional<std::size_t> sum_at_fault(const std::string& clingo, std::string_view translation,
                                         const ProgramParts& parts);
 
+// What is to be said of a clingo that failed, if its major version is another one than that of
+// which it is known that it does what we ask for: asks it.
+std::string untested_version(const std::string& clingo);
+
 // Where the answers of a search go, in pieces, and what is to be said of them.
 struct SearchOutput {
   std::function<void(std::string_view)> answers;

@@ -65,7 +65,7 @@ std::string shortened(std::string message) {
 int run(const std::vector<std::string_view>& arguments, dl::Translated& program) {
   const dl::Options options = dl::read_options(arguments);
   if (options.help || options.version) {
-    return print(options.help ? dl::help_text() : dl::version_text());
+    return print(options.help ? std::string(dl::help_text()) : dl::version_text());
   }
   dl::watch_interruptions(static_cast<unsigned>(options.seconds), kCut);
   const dl::SearchOutput output{write_answers, [&program](const zarel::Diagnostic& note) {

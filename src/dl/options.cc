@@ -121,8 +121,8 @@ Options read_options(const std::vector<std::string_view>& arguments) {
   return options;
 }
 
-std::string_view version_text() {
-  return "dl 1.0\n";
+std::string version_text() {
+  return "dl 1.0, tested with clingo " + std::string(kTestedClingo) + '\n';
 }
 
 std::string_view help_text() {

@@ -36,8 +36,13 @@ struct Options {
 // for an argument that is no option and a value that does not fit.
 Options read_options(const std::vector<std::string_view>& arguments);
 
+// The versions of clingo that dl is tested with. A later one of this major version goes by the same
+// rules.
+inline constexpr std::string_view kTestedClingo = "5.4.1 and 5.8.1";
+inline constexpr std::string_view kClingoMajor = "5.";
+
 // The texts of -help and -version, with their line ends.
 std::string_view help_text();
-std::string_view version_text();
+std::string version_text();
 
 }    // namespace dl

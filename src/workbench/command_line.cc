@@ -11,6 +11,7 @@
 #include <string_view>
 #include <unistd.h>
 
+#include "dl/options.h"
 #include "workbench/answers/forms.h"
 #include "workbench/messages/catalogue.h"
 #include "workbench/messages/nearest.h"
@@ -18,10 +19,14 @@
 namespace workbench {
 namespace {
 
-constexpr std::string_view kVersion = "zrl " ZAREL_VERSION;
 constexpr std::uint64_t kMostThreads = 64;    // clingo's own limit
 constexpr std::uint64_t kGreatestInteger = 2147483647;
 constexpr std::uint64_t kGreatestSeed = 4294967295;
+
+std::string version_text() {
+  std::string text("zrl " ZAREL_VERSION ", tested with clingo ");
+  return (text += dl::kTestedClingo) += '\n';
+}
 
 // Names and values alone: what they may be is said in the texts.
 class ShortFormatter : public CLI::Formatter {
@@ -418,7 +423,7 @@ void refuse_unknown_command(const std::string& word) {
 
 ParsedCommandLine read_words(std::vector<std::string> words) {
   const std::string first = words.empty() ? "" : words.front();
-  if (first == "--version") return ended(std::string(kVersion) + '\n');
+  if (first == "--version") return ended(version_text());
   const bool wants_help = first == "help";
   if (first == "--help" || first == "-h" || (wants_help && words.size() == 1)) return ended(kHelp);
   if (wants_help) words = {words[1], "--help"};

@@ -13,7 +13,7 @@ constexpr Case kOptions[] = {
     {"filter_names_nothing", "a. b. c.", "{}\n", "-filter=none"},
     {"nofacts_shows_derived_atoms", "p(1). p(\"a\nb\"). q(X) :- p(X). -r. s v t. :- t.",
      "{q(1), q(\"a\nb\"), s}\n", "-nofacts"},
-    {"version", "", "dl 1.0\n", "--version"},
+    {"version", "", "dl 1.0, tested with clingo 5.4.1 and 5.8.1\n", "--version"},
 };
 INSTANTIATE_TEST_SUITE_P(Options, Programs, testing::ValuesIn(kOptions), case_name);
 

@@ -62,6 +62,14 @@ const Script kScripts[] = {
      "dl: the weights of weak constraints leave the 32 bits of clingo\n"},
     {"too_old", "echo \"*** ERROR: (clingo): unknown option: 'warn'\" >&2; exit 1",
      "dl: clingo: unknown option: 'warn'\n"},
+    {"another_major_version",
+     "test $1 = --version && echo clingo version 6.0.1 || { cat >/dev/null; exit 64; }",
+     "dl: clingo ended without a complete answer (status 64); this is clingo 6.0.1, and it was "
+     "tested with 5.4.1 and 5.8.1\n"},
+    {"error_of_another_major_version",
+     "test $1 = --version && echo clingo version 50.1 || { echo '*** ERROR: (clingo): no' >&2; "
+     "exit 65; }",
+     "dl: clingo: no; this is clingo 50.1, and it was tested with 5.4.1 and 5.8.1\n"},
     {"error_without_a_place", "echo '*** ERROR: (clingo): worse' >&2; exit 65",
      "dl: clingo: worse\n"},
     {"stops_reading", "head -n 2 >/dev/null; exec 0<&-; echo '-:2:1-2: error: bad' >&2; exit 65",

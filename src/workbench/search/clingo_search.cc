@@ -213,12 +213,15 @@ void ClingoSearch::fail(const dl::ProcessEnd& end) {
   }
   SearchFailure failure{solver_failure(options_.clingo, end)};
   const std::vector<zarel::Diagnostic> errors = clingo_errors(end.errors, translated_);
-  if (end.signalled) throw failure;
+  if (end.signalled || end.code == dl::kCannotRun || end.code == dl::kOutOfMemory) throw failure;
+  const std::string version = dl::untested_version(options_.clingo);
+  if (!version.empty()) failure.message.help = version;
   if (end.errors.empty() && (end.code == dl::kInterrupted || end.code == dl::kSomeInterrupted)) {
     failure.message = {"solver-interrupted", {}, options_.clingo + " was interrupted"};
   }
   if (errors.empty()) throw failure;
   failure.message = message(errors.front());
+  if (!version.empty()) failure.message.help = version;
   for (std::size_t i = 1; i < errors.size(); ++i) failure.further.push_back(message(errors[i]));
   throw failure;
 }
