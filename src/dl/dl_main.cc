@@ -14,6 +14,7 @@
 #include "dl/clingo_process.h"
 #include "dl/clingo_run.h"
 #include "dl/failure.h"
+#include "dl/instance_counts.h"
 #include "dl/interruption.h"
 #include "dl/options.h"
 #include "dl/read_files.h"
@@ -62,6 +63,17 @@ std::string shortened(std::string message) {
   return message;
 }
 
+// The most expensive rules.
+void show_costs(const dl::Options& options) {
+  constexpr std::size_t kMost = 20;
+  const dl::InstanceCounts counts = dl::count_instances(dl::survey_files(options.files), options);
+  for (const dl::InstanceCount& count : counts.largest) {
+    if (&count == counts.largest.data() + kMost) break;
+    std::cerr << counts.sources.name(count.location.file) << ':' << count.location.line << ": "
+              << count.instances << (count.instances == 1 ? " instance\n" : " instances\n");
+  }
+}
+
 int run(const std::vector<std::string_view>& arguments, dl::Translated& program) {
   const dl::Options options = dl::read_options(arguments);
   if (options.help || options.version) {
@@ -81,7 +93,9 @@ int run(const std::vector<std::string_view>& arguments, dl::Translated& program)
   program = dl::translate(std::move(surveyed), options, receiver);
   if (program.mistake) throw dl::Failure{*program.mistake};
   if (options.translate_only) return print(program.text);
-  return clingo.solve(program) == dl::Search::kComplete ? kSuccess : kCut;
+  if (clingo.solve(program) != dl::Search::kComplete) return kCut;
+  if (options.shows_costs) show_costs(options);
+  return kSuccess;
 }
 
 }    // namespace

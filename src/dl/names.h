@@ -12,6 +12,7 @@
 //   _some1, ...  atoms of which only named variables matter
 //   _q           the answers of the query
 //   _w           costs, where a level is a variable
+//   _i           instances of rules, where they are counted
 //   _fault       what is wrong with an integer; _fine where it is not
 //   _u, _x       an atom that is never true, its place in a sum: see Note [sums that could wrap]
 //   _m, _r, _o   constants: the bound of results, of ranges, "check overflow"

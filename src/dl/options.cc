@@ -28,6 +28,7 @@ constexpr Flag kFlags[] = {
     {"cautious", [](Options& options) { options.reasoning = Reasoning::kCautious; }},
     {"FC", [](Options& options) { options.reasoning = Reasoning::kCautious; }},
     {"translate", [](Options& options) { options.translate_only = true; }},
+    {"stats", [](Options& options) { options.shows_costs = true; }},
     {"nofold", [](Options& options) { options.fold = false; }},
     {"help", [](Options& options) { options.help = true; }},
     {"h", [](Options& options) { options.help = true; }},
@@ -139,6 +140,7 @@ std::string_view help_text() {
          "  -threads=K     search with K threads\n"
          "  -time=K        end the search after K seconds and show what was found\n"
          "  -translate     print the program for clingo and stop\n"
+         "  -stats         tell which rules have most instances\n"
          "  -nofold        leave relation names among the arguments of atoms a_N\n"
          "  -clingo=PATH   the clingo to run\n"
          "  -silent        accepted; dl prints no banner\n"

@@ -25,7 +25,9 @@ struct Options {
   bool leave_out_facts = false;
   bool translate_only = false;
   bool tell_all = false;    // mistakes of statements, not the first alone; for hosts
-  bool fold = true;         // see Note [folded atoms]
+  bool shows_costs = false;         // which rules have most instances
+  bool counts_instances = false;    // see Note [counted instances]; for such a count alone
+  bool fold = true;                 // see Note [folded atoms]
   bool help = false;
   bool version = false;
 

@@ -75,6 +75,8 @@ struct ProgramParts {
   std::vector<Fault> faults;            // by the argument of _fault
   std::vector<std::int64_t> levels;     // of all weak constraints, highest first
   bool variable_levels = false;
+  // Where the counted rules stand, by the first argument of _i: see Note [counted instances].
+  std::vector<zarel::SourceLocation> counted;
   std::unordered_set<std::string>
       facts;    // their text, kept only where they are left out of the answers
 };

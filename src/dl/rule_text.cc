@@ -99,6 +99,7 @@ class RuleWriter::Pieces {
 MaybeMistake RuleWriter::prepare(const Statement& statement, const StatementPlace& place,
                                  const std::vector<char>& kept) {
   ranging_ = kUnnamed;
+  is_cut_ = false;
   place_ = place;
   body_.clear();
   if (statement.atoms_only && statement.body.size() <= kLongBody)
@@ -155,7 +156,10 @@ void RuleWriter::add_step(std::string& text, const OrderedBody& body, const Step
     const Aggregate& aggregate = body.statement.aggregates[literal.aggregate];
     kind = FaultKind::kSum;
     place_.range.range = aggregate.range;
+    const std::uint32_t helpers = helpers_;
     condition = write_inside(text, body, aggregate);
+    // A helper in it need not have all variables, and was not worth a count.
+    if (helpers == helpers_) count_elements(text, body.statement, aggregate, condition);
   }
   write_fault(kind, text, fault_of(body, step, condition), place_);
   place_.range = range;
@@ -190,6 +194,7 @@ void RuleWriter::write_ways(const std::string& before, const OrderedBody& body,
 
 // What has been collected becomes the body of the helper, which begins the next piece.
 void RuleWriter::cut(std::string& body, std::string helper) {
+  is_cut_ = true;
   (((out_.text += helper) += ":-") += body) += '.';
   out_.end_line(place_.location);
   body = std::move(helper);
@@ -265,6 +270,34 @@ std::string RuleWriter::write_inside(const std::string& before, const OrderedBod
     }
   }
   return condition;
+}
+
+void RuleWriter::count(const Statement& statement, const std::vector<char>& variables,
+                       const std::string& body) {
+  out_.text += "_i(" + std::to_string(parts_.counted.size());
+  for (VariableId variable = 0; variable < variables.size(); ++variable) {
+    if (variables[variable]) (out_.text += ',') += statement.slice(statement.variables[variable]);
+  }
+  ((out_.text += "):-") += body) += '.';
+  out_.end_line(place_.location);
+  parts_.counted.push_back(place_.location);
+}
+
+// A body that was cut has the variables alone that the rule still needs.
+void RuleWriter::count_body(const Statement& statement, const std::vector<char>& kept) {
+  if (counts_) count(statement, is_cut_ ? kept : outer_variables(statement), body_);
+}
+
+// clingo keeps the elements by the variables that the aggregate uses.
+void RuleWriter::count_elements(const std::string& before, const Statement& statement,
+                                const Aggregate& aggregate, const std::string& condition) {
+  if (!counts_) return;
+  std::vector<char> variables(statement.variables.size(), 0);
+  for (std::uint32_t i = aggregate.uses.begin; i < aggregate.uses.end; ++i) {
+    const VariableId variable = statement.uses[i].variable;
+    if (variable != kUnnamed) variables[variable] = 1;
+  }
+  count(statement, variables, before.empty() ? condition : before + ',' + condition);
 }
 
 void RuleWriter::write_fault(FaultKind kind, const std::string& before, std::string_view what,

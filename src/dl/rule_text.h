@@ -24,6 +24,13 @@
 
 namespace dl {
 
+// Note [counted instances]
+// What a rule costs the grounder is how often its body can be instantiated, and its aggregates'
+// elements. clingo does not tell for which rule it writes what. So, where they are counted, each
+// body and each element becomes the body of an atom _i(K,...) with all of its variables, too: as
+// many of these as clingo writes is what the rule with the number K has. Nothing else uses them, so
+// the rest is grounded as it is without them.
+
 // The text for clingo, and where each of its lines comes from.
 struct Translation {
   std::string text;
@@ -54,7 +61,8 @@ struct StatementPlace {
 class RuleWriter {
  public:
   // Both must outlive the writer.
-  RuleWriter(Translation& out, ProgramParts& parts) : out_(out), parts_(parts) {}
+  RuleWriter(Translation& out, ProgramParts& parts, bool counts)
+      : out_(out), parts_(parts), counts_(counts) {}
 
   // Orders the statement's body and makes it ready to be written as body(); the pieces that were
   // cut off and the rules that watch its integers are written at once. `kept` tells by variable
@@ -64,6 +72,9 @@ class RuleWriter {
                        const std::vector<char>& kept);
 
   const std::string& body() const { return body_; }
+
+  // Counts the instances of the prepared body. See Note [counted instances].
+  void count_body(const Statement& statement, const std::vector<char>& kept);
 
   // Writes the rule that tells of a fault where the body holds, and what is wrong with it.
   void write_fault(FaultKind kind, const std::string& before, std::string_view what,
@@ -83,10 +94,16 @@ class RuleWriter {
   void write_ways(const std::string& before, const OrderedBody& body, const BodyOrder& order,
                   const Step& step, const std::string& helper);
   void cut(std::string& body, std::string helper);
+  void count(const Statement& statement, const std::vector<char>& variables,
+             const std::string& body);
+  void count_elements(const std::string& before, const Statement& statement,
+                      const Aggregate& aggregate, const std::string& condition);
   IntegerBound integers() const;
 
   Translation& out_;
   ProgramParts& parts_;
+  bool counts_;            // instances
+  bool is_cut_ = false;    // the prepared body: variables may be missing
   std::string body_;
   std::vector<char> marks_;
   VariableId ranging_ = kUnnamed;

@@ -34,7 +34,7 @@ std::int64_t integer(std::string_view digits) {
 
 Translator::Translator(const Options& options, const Sources& sources, ProgramParts& parts,
                        Translation& out)
-    : options_(options), sources_(sources), parts_(parts), out_(out), writer_(out, parts) {
+    : options_(options), sources_(sources), parts_(parts), out_(out), writer_(out, parts, options.counts_instances) {
   parts_.bound = options.bound;
 }
 
@@ -156,6 +156,7 @@ void Translator::project_negations(Statement& statement) {
 
 MaybeMistake Translator::prepare(const Statement& statement) {
   MaybeMistake mistake = writer_.prepare(statement, place(statement), kept_);
+  if (!mistake) writer_.count_body(statement, kept_);
   const VariableId ranging = writer_.ranging_variable();
   if (!mistake && ranging != kUnnamed && !bound_user_) {
     bound_user_ = {"the variable " + std::string(statement.spelling(ranging)) +

@@ -45,6 +45,12 @@ constexpr ShellCase kFiles[] = {
      "{beside, here}\n"},
     {"errors_in_included_files", "echo '#include <q>' >p; printf 'a.\\nb' >q; dl p", "",
      "q:2: syntax error, unexpected end of file\n", 1},
+    {"the_rules_with_most_instances",
+     "printf 'e(1,2). e(2,3).\nr(X,Y) :- e(X,Y).\nr(X,Z) :- r(X,Y), e(Y,Z).\n"
+     "n(N) :- N = #count{Y : r(X,Y)}.\n:- r(X,X).\n:~ r(_,X). [1:1]\n' >p; "
+     "dl -stats p -filter=n",
+     "Best model: {n(2)}\nCost ([Weight:Level]): <[3:1]>\n",
+     "p:4: 4 instances\np:6: 3 instances\np:2: 2 instances\np:3: 1 instance\n"},
     {"dash_is_a_file", "echo a. >-; echo b. | dl -", "{a}\n"},
     {"no_file", "dl -silent", "", "dl: no input file, see dl -help\n", 1},
     {"more_than_two_gigabytes", "truncate -s 3G huge; dl huge", "",
