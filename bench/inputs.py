@@ -220,6 +220,43 @@ def distinct_rules(size, _):
         yield f"p{i}(X) :- node(X), not q{i}(X).\n"
 
 
+def friends(size, random):
+    """Objects with three friends each, who are counted."""
+    for i in range(size):
+        one, two, three = (below(random, size) for _ in range(3))
+        yield f"o{i} : person. o{i}[friend->>{{o{one},o{two},o{three}}}].\n"
+    yield "friends(X,N) :- X : person, N = #count{Y : X[friend->>Y]}.\n"
+
+
+def friends_for_clingo(size, random):
+    for i in range(size):
+        yield f"instance_of(o{i},person).\n"
+        for _ in range(3):
+            yield f"friend(o{i},o{below(random, size)}).\n"
+    yield "friends(X,N) :- instance_of(X,person), N = #count{Y : friend(X,Y)}.\n"
+
+
+def three_relations(size, random):
+    """Joined from their ends: the first two literals of the body share no variable."""
+    for i in range(size):
+        b, c = below(random, size), below(random, size)
+        yield f"r(a{i},b{b}). s(b{i},c{c}). t(c{b},d{i}).\n"
+    yield "joined(A,D) :- r(A,B), t(C,D), s(B,C).\n"
+
+
+def six_variables(size, random, disjunction=" v "):
+    """Chosen nodes of a graph with four times as many edges, and ways of five edges that are refused."""
+    for i in range(size):
+        yield f"in(n{i}){disjunction}out(n{i}).\n"
+        for _ in range(4):
+            yield f"e(n{below(random, size)},n{below(random, size)}).\n"
+    yield ":- in(A), e(A,B), e(B,C), in(C), e(C,D), e(D,E), e(E,F), in(F), A != F.\n"
+
+
+def six_variables_for_clingo(size, random):
+    return six_variables(size, random, " ; ")
+
+
 # What the solver prints.
 
 def joined(atoms):

@@ -159,6 +159,11 @@ def times_of_peer(most):
                   lambda r, _: r.zarel.seconds <= most * r.peer.seconds, needs_peer=True)
 
 
+def linear_times_of_peer(most):
+    return linear_and(f"at most {most:g} times the peer's time",
+                      lambda r: r.zarel.seconds <= most * r.peer.seconds, needs_peer=True)
+
+
 def times_of_peer_and_memory(most):
     """Of dl and the clingo below it the larger one counts, see measure.Measured."""
     return Figure(f"at most {most:g} times the peer's time and memory",
@@ -234,6 +239,14 @@ ROWS = [
         times_of_peer_and_memory(1.15)),
     Row("ontology", 50_000, "objects with the values of their classes, in frames, solved",
         whole_run(inputs.ontology, inputs.ontology_for_clingo), times_of_peer_and_memory(1.15)),
+    Row("aggregate", 20_000, "objects with an aggregate each in a rule, in frames, solved",
+        whole_run(inputs.friends, inputs.friends_for_clingo, front_end=by_zrl), linear_times_of_peer(1.1)),
+    Row("join", 20_000, "rows of each of three relations, joined in a bad order, solved",
+        whole_run(inputs.three_relations, inputs.three_relations, front_end=by_zrl),
+        linear_times_of_peer(1.1)),
+    Row("six-variables", 500, "nodes with a constraint over six variables, solved once",
+        whole_run(inputs.six_variables, inputs.six_variables_for_clingo, answer_sets=1, front_end=by_zrl),
+        times_of_peer(1.1)),
     Row("start", 1, "fact, rewritten", rewriting(inputs.facts, peer=gringo), FAST_START, quick_size=1),
     Row("dl-translation", 1_000_000, "facts and rules in the solver's language, translated",
         solver_run(inputs.solver_program, "-translate", has_peer=False), mb_per_second(40)),
