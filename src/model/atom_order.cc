@@ -20,7 +20,8 @@ int difference(const TERMT& a, const TERMT& b) {
   if (a.kind != b.kind) {
     return difference(static_cast<std::int64_t>(a.kind), static_cast<std::int64_t>(b.kind));
   }
-  return a.kind == TermKind::kAbsent ? 0 : difference(std::int64_t{a.value}, std::int64_t{b.value});
+  return a.kind == TermKind::kAbsent ? 0
+                                     : difference(std::int64_t{a.value()}, std::int64_t{b.value()});
 }
 
 int difference(std::span<const TERMT> a, std::span<const TERMT> b) {

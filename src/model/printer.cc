@@ -110,7 +110,7 @@ void append_text(Text& out, const TERMT& term) {
       out += TERMT::Constants().spelling(NameId{term.index()});
       break;
     case TermKind::kInteger:
-      out.add_number(term.value);
+      out.add_number(term.value());
       break;
     case TermKind::kAbsent:
       break;

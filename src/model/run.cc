@@ -40,6 +40,10 @@ NameTable& names() {
   return current_run().names;
 }
 
+WideValues& wide_values() {
+  return current_run().wide_values;
+}
+
 PredicateTable& ATOMT::Predicates() {
   return current_run().predicates;
 }

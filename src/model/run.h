@@ -117,6 +117,7 @@ struct Run {
   Work work;
   ProgramStorage storage;
   NameTable names;
+  WideValues wide_values;
   PredicateTable predicates;
   std::set<std::uint32_t> negative_predicates;    // of strongly negated atoms
   GenericNames generic_names;

@@ -1,6 +1,7 @@
 #include "model/term.h"
 
 #include <algorithm>
+#include <new>
 #include <unordered_set>
 
 #include "base/characters.h"
@@ -15,6 +16,25 @@ bool begins_variable(std::string_view text) {
 }
 
 }    // namespace
+
+std::uint32_t WideValues::number_of(std::uint32_t value) {
+  const auto next = static_cast<std::uint32_t>(values_.size());
+  const auto [known, is_new] = numbers_.try_emplace(value, next);
+  if (!is_new) return known->second;
+  constexpr std::uint32_t kMost = 1U << 28U;
+  if (next == kMost) throw std::bad_alloc();
+  values_.push_back(value);
+  return next;
+}
+
+void TERMT::set_wide(std::uint32_t value) {
+  is_wide_ = 1;
+  bits_ = wide_values().number_of(value) % kFirstWide;
+}
+
+std::uint32_t TERMT::wide_index() const {
+  return wide_values().value(bits_);
+}
 
 TERMT TERMT::anonymous() {
   return {TermKind::kAnonymous, static_cast<std::int32_t>(LocalVariables().fresh_number())};

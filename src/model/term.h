@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -24,11 +25,21 @@ enum class TermKind : std::uint32_t {
   kFunctionTerm = 7,    // value: the key in the function-term table, which is a variable number too
 };
 
+// Note [small terms]
+// A large program is mostly terms, so a term is four bytes: its kind, and a value below 2^28. A
+// greater one, which nearly always is a negative or a great integer, is the number of a wide value.
 struct TERMT {
-  TermKind kind;
-  std::int32_t value;
+  TERMT() = default;    // without meaning, for arrays and the parser's value stack
+  TERMT(TermKind of_kind, std::int32_t value)
+      : kind(of_kind), is_wide_(0), bits_(static_cast<std::uint32_t>(value) % kFirstWide) {
+    if (static_cast<std::uint32_t>(value) >= kFirstWide)
+      set_wide(static_cast<std::uint32_t>(value));
+  }
 
-  std::uint32_t index() const { return static_cast<std::uint32_t>(value); }
+  TermKind kind : 3;
+
+  std::uint32_t index() const { return is_wide_ == 0 ? bits_ : wide_index(); }
+  std::int32_t value() const { return static_cast<std::int32_t>(index()); }
   bool is_variable() const { return kind == TermKind::kVariable; }
   // "*" or "$", which stand for a place in an argument pattern.
   bool is_marker() const { return kind == TermKind::kAsterisk || kind == TermKind::kDollar; }
@@ -47,12 +58,38 @@ struct TERMT {
   static TERMT asterisk() { return {TermKind::kAsterisk, 0}; }
   static TERMT dollar() { return {TermKind::kDollar, 1}; }
   static TERMT anonymous();    // takes a fresh variable number
+
+  // Equal kinds and, unless the term is absent, equal values.
+  friend bool operator==(const TERMT& a, const TERMT& b) {
+    return a.kind == b.kind &&
+           (a.kind == TermKind::kAbsent || (a.is_wide_ == b.is_wide_ && a.bits_ == b.bits_));
+  }
+
+ private:
+  static constexpr std::uint32_t kFirstWide = 1U << 28U;
+
+  void set_wide(std::uint32_t value);
+  std::uint32_t wide_index() const;
+
+  std::uint32_t is_wide_ : 1;
+  std::uint32_t bits_ : 28;    // the value, or the number of a wide one
+};
+static_assert(sizeof(TERMT) == 4);
+
+// The values that do not fit a term itself, by numbers of their own: an equal value has an equal
+// number.
+class WideValues {
+ public:
+  // Ends as for want of memory when there are more numbers than a term can hold.
+  std::uint32_t number_of(std::uint32_t value);
+  std::uint32_t value(std::uint32_t number) const { return values_[number]; }
+
+ private:
+  std::vector<std::uint32_t> values_;
+  std::unordered_map<std::uint32_t, std::uint32_t> numbers_;
 };
 
-// Equal kinds and, unless the term is absent, equal values.
-inline bool operator==(const TERMT& a, const TERMT& b) {
-  return a.kind == b.kind && (a.kind == TermKind::kAbsent || a.value == b.value);
-}
+WideValues& wide_values();
 
 // The numbers that variable names have now. A query's end forgets the names and starts again at 0;
 // older clauses keep the numbers that they were built with (see getVariableName).

@@ -41,7 +41,7 @@ bool IntegerBounds::define(const TERMT& term, const SourceRange& place) {
     report(Code::kMaxintNoInteger, "parse error in #maxint statement");
     return true;
   }
-  MaxInteger_ = term.value;
+  MaxInteger_ = term.value();
   if (MaxInteger_ < MaxIntegerSeen_) {
     report(Code::kMaxintTooSmall,
            "#maxint must not be less than the maximum integer occurring in the input");

@@ -30,7 +30,7 @@ class QualifiedConstants {
   void note(const NamePair& pair, const TERMT& constant) {
     const std::uint32_t local = to_index(pair.second);
     if (local >= latest_.size()) latest_.resize(std::size_t{local} + 1, {0, 0});
-    latest_[local] = {to_index(pair.first) + 1, constant.value};
+    latest_[local] = {to_index(pair.first) + 1, constant.value()};
   }
 
  private:

@@ -19,7 +19,7 @@ TEST_F(FunctionTerms, AreVariablesOfTheirOwnUntilTheRuleIsRewritten) {
   const TERMT g = function("g", {f});
   EXPECT_TRUE(hasFunctionTerm());
   EXPECT_EQ(text_of(f) + text_of(g), "F_f_0F_g_1");
-  EXPECT_EQ(newTERMT("F_g_1").value, g.value);    // the variable of that name
+  EXPECT_EQ(newTERMT("F_g_1").value(), g.value());    // the variable of that name
   Head head;
   Body body;
   head.add(atom("p", g));

@@ -59,7 +59,7 @@ std::string list_of(const List& list) {
 
 inline constexpr auto num = [](std::int32_t value) { return TERMT::integer(value); };
 inline constexpr auto function_term = [](std::string_view placeholder) {
-  return TERMT{TermKind::kFunctionTerm, newTERMT(placeholder).value};
+  return TERMT{TermKind::kFunctionTerm, newTERMT(placeholder).value()};
 };
 template <class... Term>
 ATOMT atom(std::string_view name, const Term&... terms) {

@@ -2,6 +2,8 @@
 
 #include "model/term.h"
 
+#include <limits>
+
 #include "model/established.h"
 #include "model_fixture.h"
 
@@ -51,7 +53,7 @@ TEST_F(TermTest, AfterAResetAVariablePrintsUnderTheOldestNameOfItsNumber) {
   for (const char* name : {"X", "Y"}) newTERMT(name);
   LocalVariables().reset();
   std::int32_t number = 0;
-  for (const char* name : {"Z", "X", "Y", "W"}) EXPECT_EQ(newTERMT(name).value, number++);
+  for (const char* name : {"Z", "X", "Y", "W"}) EXPECT_EQ(newTERMT(name).value(), number++);
   EXPECT_EQ(getVariableName(0), "X");
   EXPECT_EQ(getVariableName(1), "Y");
   EXPECT_EQ(getVariableName(3), "W");
@@ -64,6 +66,16 @@ TEST_F(TermTest, EqualityLooksAtValuesExceptOfAbsentTerms) {
   EXPECT_EQ((TERMT{TermKind::kAbsent, 1}), (TERMT{TermKind::kAbsent, 2}));
   EXPECT_FALSE((TERMT{TermKind::kAsterisk, 0} == TERMT{TermKind::kAsterisk, 2}));
   EXPECT_FALSE(num(0) == newTERMT("a"));
+}
+
+TEST_F(TermTest, ATermHoldsEveryInteger) {
+  constexpr std::int32_t kGreatest = std::numeric_limits<std::int32_t>::max();
+  for (const std::int32_t value : {0, 268'435'455, 268'435'456, kGreatest, -1, -kGreatest - 1}) {
+    EXPECT_EQ(num(value).value(), value);
+    EXPECT_EQ(text_of(num(value)), std::to_string(value));
+    EXPECT_EQ(num(value), num(value));
+    EXPECT_FALSE(num(value) == num(value == 0 ? kGreatest : 0));
+  }
 }
 
 TEST_F(TermTest, ArgumentListsHoldTheTermsThatAreGiven) {

@@ -87,7 +87,7 @@ std::optional<std::string> circle_in_facts(const zarel::Run& run, const Arrows& 
   }
   const TERMT* const found = graph.on_circle();
   if (found == nullptr) return std::nullopt;
-  if (found->kind == TermKind::kInteger) return std::to_string(found->value);
+  if (found->kind == TermKind::kInteger) return std::to_string(found->value());
   return std::string(run.names.spelling(zarel::NameId{found->index()}));
 }
 
