@@ -17,7 +17,7 @@ void add_frame_rule(const FRAME& head, const Body* body, const FrameContext& con
                     std::vector<CLAUSET>& clauses) {
   const ClauseSource source = frame_source();
   for (const Literal& literal : toLiterals(head, context)) {
-    clauses.emplace_back(Rule({&literal.atom, 1}, body), source);
+    clauses.emplace_back(CLAUSET::rule_payload({&literal.atom, 1}, body), source);
   }
 }
 
@@ -25,8 +25,7 @@ void add_frame_facts(std::span<const FrameStatement> statements, const FrameCont
                      std::vector<CLAUSET>& clauses) {
   const ClauseSource source = frame_source();
   for (const FrameStatement& statement : statements) {
-    const ATOMT atom = encoded(statement, context).atom;
-    clauses.emplace_back(Rule({&atom, 1}, nullptr), source);
+    clauses.emplace_back(Fact(encoded(statement, context).atom), source);
   }
 }
 

@@ -83,9 +83,9 @@ class ATOMT {
 
   union Content {
     StoredList<TERMT> terms;
-    const AGGREGATEPREDT* aggregate;
-    const InvocationPayload* invocation;
-    const EXTERNAL_ATOM* external_atom;
+    PackedPointer<const AGGREGATEPREDT> aggregate;
+    PackedPointer<const InvocationPayload> invocation;
+    PackedPointer<const EXTERNAL_ATOM> external_atom;
   };
 
   std::uint32_t predicate_;

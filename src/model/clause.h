@@ -106,13 +106,25 @@ class TWEAKCONSTRAINT_T {
 
  private:
   OwnList<Literal> body_;
-  const WeakCost* cost_;    // never changed, so copies share it
+  PackedPointer<const WeakCost> cost_;    // never changed, so copies share it
+};
+
+// A rule of one head atom and nothing else, which most clauses are: it holds the atom itself.
+template <class Atom>
+class TFACT {
+ public:
+  explicit TFACT(const Atom& atom) : atom_(atom) {}
+  std::span<const Atom> head() const { return {&atom_, 1}; }
+
+ private:
+  Atom atom_;
 };
 
 using Literal = TLITERAL<ATOMT>;
 using Body = TCONJUNCTION<Literal>;
 using Head = TDISJUNCTION<ATOMT>;
 using Rule = TRULE<ATOMT, Literal>;
+using Fact = TFACT<ATOMT>;
 using Constraint = TCONSTRAINT<Literal>;
 using WeakConstraint = TWEAKCONSTRAINT_T<Literal>;
 
@@ -133,15 +145,24 @@ class CLAUSET {
  public:
   // In the order of the payload's alternatives.
   enum class Kind : std::uint32_t { kRule = 0, kMaxint = 1, kConstraint = 2, kWeakConstraint = 3 };
-  using Payload = std::variant<Rule, TERMT, Constraint, WeakConstraint>;
+  // A fact is a rule, too: it has no kind of its own.
+  using Payload = std::variant<Rule, TERMT, Constraint, WeakConstraint, Fact>;
+
+  // The rule of these disjuncts and this body (null: none).
+  static Payload rule_payload(std::span<const ATOMT> head, const Body* body) {
+    if (head.size() == 1 && body == nullptr) return Fact(head.front());
+    return Rule(head, body);
+  }
 
   CLAUSET(Payload payload, const ClauseSource& source)
       : payload_(std::move(payload)), source_(source) {}
 
-  Kind kind() const { return static_cast<Kind>(payload_.index()); }
+  Kind kind() const {
+    return std::holds_alternative<Fact>(payload_) ? Kind::kRule
+                                                  : static_cast<Kind>(payload_.index());
+  }
   const Payload& payload() const { return payload_; }
   Payload& payload() { return payload_; }
-  const Rule& rule() const { return *std::get_if<Rule>(&payload_); }    // only for rules
   const ClauseSource& source() const { return source_; }
 
   // Of a clause of any kind; empty where it has none.
@@ -152,6 +173,7 @@ class CLAUSET {
  private:
   struct HeadOf {
     std::span<const ATOMT> operator()(const Rule& rule) const { return rule.head(); }
+    std::span<const ATOMT> operator()(const Fact& fact) const { return fact.head(); }
     template <class Clause>
     std::span<const ATOMT> operator()(const Clause& /*headless*/) const {
       return {};
@@ -160,6 +182,8 @@ class CLAUSET {
   struct BodyOf {
     std::span<const Literal> operator()(const TERMT& /*maxint*/) const { return {}; }
     std::span<Literal> operator()(TERMT& /*maxint*/) const { return {}; }
+    std::span<const Literal> operator()(const Fact& /*fact*/) const { return {}; }
+    std::span<Literal> operator()(Fact& /*fact*/) const { return {}; }
     template <class Clause>
     decltype(std::declval<Clause&>().body()) operator()(Clause& clause) const {
       return clause.body();
@@ -169,6 +193,6 @@ class CLAUSET {
   Payload payload_;
   ClauseSource source_;
 };
-static_assert(sizeof(CLAUSET) == 40);
+static_assert(sizeof(CLAUSET) == 36);
 
 }    // namespace zarel

@@ -79,7 +79,7 @@ bool Body::isSafe() const {
 
 template <>
 bool Rule::isSafe() const {
-  return !unsafe_variable(*this);
+  return !unsafe_variable(head(), body());
 }
 
 }    // namespace zarel

@@ -57,6 +57,11 @@ void append_text(Text& out, const Rule& rule) {
   out += '.';
 }
 
+void append_text(Text& out, const Fact& fact) {
+  append_text(out, fact.head().front());
+  out += '.';
+}
+
 void append_text(Text& out, const Constraint& constraint) {
   out += ":- ";
   append_list(out, constraint.body(), ", ");

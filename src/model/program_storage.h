@@ -2,6 +2,8 @@
 // program_storage.h - the memory in which the program's clauses live.
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -17,14 +19,33 @@ namespace zarel {
 // are given back as a whole. What is stored here is trivially destructible: no destructor is ever
 // called.
 
+// A pointer that stands at any multiple of four bytes, so that what holds one needs no padding.
+template <class T>
+class PackedPointer {
+ public:
+  PackedPointer() = default;
+  PackedPointer(T* pointer) : words_(std::bit_cast<Words>(pointer)) {}
+  T* get() const { return std::bit_cast<T*>(words_); }
+  T& operator*() const { return *get(); }
+  T* operator->() const { return get(); }
+
+ private:
+  using Words = std::array<std::uint32_t, sizeof(T*) / sizeof(std::uint32_t)>;
+  Words words_;
+};
+
 // A list of fixed length in the program's storage; the handle is one pointer wide. A default-made
 // handle ({}) is the empty list. Copies of the handle look at the same elements.
 template <class T>
 class StoredList {
  public:
-  std::size_t size() const { return block_ == nullptr ? 0 : block_->size; }
-  bool is_empty() const { return block_ == nullptr; }
-  std::span<T> elements() const { return {block_ == nullptr ? nullptr : first(), size()}; }
+  std::size_t size() const { return is_empty() ? 0 : block_->size; }
+  bool is_empty() const { return block_.get() == nullptr; }
+  std::span<T> elements() const {
+    Block* const block = block_.get();
+    if (block == nullptr) return {};
+    return {reinterpret_cast<T*>(block + 1), block->size};
+  }
 
  private:
   friend class ProgramStorage;
@@ -33,9 +54,7 @@ class StoredList {
     std::uint32_t size;
   };
 
-  T* first() const { return reinterpret_cast<T*>(block_ + 1); }
-
-  Block* block_;
+  PackedPointer<Block> block_;
 };
 
 class ProgramStorage {

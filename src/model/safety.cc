@@ -115,12 +115,12 @@ bool Saves(const Body& body, const TERMT& variable) {
   return false;
 }
 
-std::optional<TERMT> unsafe_variable(const Rule& rule) {
-  const BoundVariables bound(rule.body());
-  for (const ATOMT& atom : rule.head()) {
+std::optional<TERMT> unsafe_variable(std::span<const ATOMT> head, std::span<const Literal> body) {
+  const BoundVariables bound(body);
+  for (const ATOMT& atom : head) {
     if (const TERMT* const unsafe = bound.uncovered(atom.terms())) return *unsafe;
   }
-  if (const TERMT* const unsafe = unsafe_in_body(rule.body(), bound)) return *unsafe;
+  if (const TERMT* const unsafe = unsafe_in_body(body, bound)) return *unsafe;
   return std::nullopt;
 }
 

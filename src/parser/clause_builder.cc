@@ -93,7 +93,7 @@ void ClauseBuilder::add_rule(Body* body) {
     rewriteFunctions(&head_, *body);
   }
   if (head_frame_) return frame_rule(body);
-  definition_.clauses().emplace_back(Rule(head_.atoms(), body), work_.source());
+  definition_.clauses().emplace_back(CLAUSET::rule_payload(head_.atoms(), body), work_.source());
 }
 
 void ClauseBuilder::frame_rule(const Body* body) {

@@ -75,10 +75,13 @@ class ClauseRewriter {
 
   TERMT rewritten(const TERMT& maxint) { return maxint; }
 
-  Rule rewritten(const Rule& rule) {
+  Rule rewritten(const Rule& rule) { return rewritten_rule(rule.head(), rule.body()); }
+  Rule rewritten(const Fact& fact) { return rewritten_rule(fact.head(), {}); }
+
+  Rule rewritten_rule(std::span<const ATOMT> written_head, std::span<const Literal> written_body) {
     Head head;
-    for (const ATOMT& atom : rule.head()) head.add(getAtom(expansion_, atom));
-    const Body body = safe_body(rule.body());
+    for (const ATOMT& atom : written_head) head.add(getAtom(expansion_, atom));
+    const Body body = safe_body(written_body);
     return rule_of(&head, &body);
   }
 

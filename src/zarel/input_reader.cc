@@ -14,7 +14,7 @@ namespace {
 // Room for about as many clauses as a text of this size can hold. Growing step by step, their list
 // would touch twice the memory.
 void make_room_for_clauses(std::uintmax_t size) {
-  constexpr std::uintmax_t kShortClause = 16;    // bytes of text
+  constexpr std::uintmax_t kShortClause = 12;    // bytes of text
   constexpr std::uintmax_t kMost = 4'000'000;    // clauses; memory that is not touched costs little
   const std::size_t wanted = CLAUSES().size() + std::min(size / kShortClause, kMost);
   const std::size_t capacity = CLAUSES().capacity();

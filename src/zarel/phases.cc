@@ -63,7 +63,8 @@ void expand_templates(std::ostream& legend) {
 void check_safety() {
   for (const CLAUSET& clause : CLAUSES()) {
     if (clause.kind() != CLAUSET::Kind::kRule) continue;
-    if (const auto variable = unsafe_variable(clause.rule())) end_for_unsafe(clause, *variable);
+    if (const auto variable = unsafe_variable(clause.head(), clause.body()))
+      end_for_unsafe(clause, *variable);
   }
 }
 

@@ -74,7 +74,7 @@ class Translation : public FramesTest {
   }
 
   static void expect_idb(const CLAUSET& auxiliary) {
-    const std::uint32_t predicate = auxiliary.rule().head()[0].predicate();
+    const std::uint32_t predicate = auxiliary.head()[0].predicate();
     EXPECT_EQ(ATOMT::Predicates().type(predicate), PREDICATE_NAMETS::TYPE::kIdb);
   }
 
