@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "model/short_name.h"
+
 namespace zarel {
 
 enum class NameId : std::uint32_t {};
@@ -33,7 +35,7 @@ class NameTable {
   // kept apart. Entries never move, since spellings given out point into them.
   class Name {
    public:
-    static constexpr std::size_t kLongestInside = 11;    // bytes, without the NUL
+    static constexpr std::size_t kLongestInside = kLongestShortName;    // without the NUL
 
     explicit Name(std::string_view text) : length_(static_cast<std::uint32_t>(text.size())) {
       if (is_inside()) {

@@ -36,17 +36,21 @@ std::string_view without_quotes(std::string_view name) {
 
 }    // namespace
 
+// Nothing when the prefix is unknown.
+std::optional<TERMT> TermBuilder::new_qualified(NameId prefix, std::string_view local) {
+  const auto address = returnAddress(names().spelling(prefix), without_quotes(local));
+  if (!address) return std::nullopt;
+  note_prefix_use();
+  return newTERMT(*address);
+}
+
 TERMT TermBuilder::qualified(const NamePair& prefix_and_local) {
   if (tree_.is_open()) tree_.qualified(prefix_and_local.first, prefix_and_local.second);
   if (const auto known = qualified_constants_.find(prefix_and_local)) return *known;
   const auto [prefix, local] = prefix_and_local;
-  const auto address =
-      returnAddress(names().spelling(prefix), without_quotes(names().spelling(local)));
-  if (address) {
-    note_prefix_use();
-    const TERMT constant = newTERMT(*address);
-    qualified_constants_.note(prefix_and_local, constant);
-    return constant;
+  if (const auto constant = new_qualified(prefix, names().spelling(local))) {
+    qualified_constants_.note(prefix_and_local, *constant);
+    return *constant;
   }
   std::string message = "An URI with id '";
   message.append(names().spelling(prefix)).append("' does not exist");
@@ -87,15 +91,33 @@ TERMT TermBuilder::flat_integer(const FlatPart& part) {
 TERMT TermBuilder::flat_qualified(const FlatAtom& atom, const FlatPart& prefix,
                                   const FlatPart& local) {
   const NameId first = names().intern(atom.text(prefix));
+  const std::string_view local_text = atom.text(local);
+  if (ShortQualifiedConstants::takes(local_text)) {
+    if (const auto known = short_constants_.find(first, local_text)) return *known;
+    if (const auto constant = new_qualified(first, local_text)) {
+      short_constants_.note(first, local_text, *constant);
+      return *constant;
+    }
+  }
   const SourceRange own =
       joined(place_in_flat_atom(work(), prefix), place_in_flat_atom(work(), local));
   const ReadingScope at_own(work(), &own);
-  return qualified({first, names().intern(atom.text(local))});
+  return qualified({first, names().intern(local_text)});
+}
+
+// The places of qualified constants in memory are waited for together, not one after the other.
+void TermBuilder::expect_constants(const FlatAtom& atom) const {
+  for (const FlatPart& part : atom.parts()) {
+    if (part.kind != FlatPart::Kind::kLocal) continue;
+    const std::string_view local = atom.text(part);
+    if (ShortQualifiedConstants::takes(local)) short_constants_.expect(local);
+  }
 }
 
 TermsMark TermBuilder::flat_arguments(const FlatAtom& atom) {
   TermsMark list = empty_list();
   const FlatPart* before = nullptr;
+  if (!atom.is_simple()) expect_constants(atom);
   for (const FlatPart& part : atom.parts()) {
     switch (part.kind) {
       case FlatPart::Kind::kConstant:

@@ -75,12 +75,15 @@ class TermBuilder {
   void clear() { lists_.clear(); }    // drops the lists that nothing has taken
 
  private:
+  std::optional<TERMT> new_qualified(NameId prefix, std::string_view local);
+  void expect_constants(const FlatAtom& atom) const;
   TERMT flat_integer(const FlatPart& part);
   TERMT flat_qualified(const FlatAtom& atom, const FlatPart& prefix, const FlatPart& local);
 
   WrittenTree& tree_;
   IntegerBounds bounds_;
   QualifiedConstants qualified_constants_;
+  ShortQualifiedConstants short_constants_;
   ListStack<TERMT> lists_;
 
   struct OpenFunction {

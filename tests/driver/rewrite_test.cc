@@ -43,6 +43,25 @@ TEST_F(RewriteTest, TakesAnIntegerThatEqualsTheBoundBeforeAndBehindIt) {
             "a_2(p,default,10).\n#maxint = 10.\na_2(p,default,10).\n");
 }
 
+TEST_F(RewriteTest, WritesAQualifiedConstantTheSameHoweverOftenItComes) {
+  const std::string spaces = "#namespace(b,\"u#\") #namespace(d,\"w#\") ";
+  EXPECT_EQ(
+      rewritten({spaces + "p(b:c,d:c,b:c). p(b:\"c\",b:C,b:C). p(b:elevenchars,d:elevenchars)."
+                          " p(b:twelve_chars,d:twelve_chars,b:twelve_chars)."})
+          .clauses,
+      "a_4(p,default,\"u#c\",\"w#c\",\"u#c\").\na_4(p,default,\"u#c\",\"u#C\",\"u#C\").\n"
+      "a_3(p,default,\"u#elevenchars\",\"w#elevenchars\").\n"
+      "a_4(p,default,\"u#twelve_chars\",\"w#twelve_chars\",\"u#twelve_chars\").\n");
+  std::string program = spaces;
+  std::string clauses;
+  for (int i = 0; i < 1000; ++i) {
+    const std::string number = std::to_string(i % 500);
+    program.append("p(b:c").append(number).append(").");
+    clauses.append("a_2(p,default,\"u#c").append(number).append("\").\n");
+  }
+  EXPECT_EQ(rewritten({program}).clauses, clauses);
+}
+
 // A blank before the parenthesis keeps a fact from being read whole.
 TEST_F(RewriteTest, ReadsAFactWholeAsItDoesTokenByToken) {
   for (const std::string_view behind :
