@@ -1,6 +1,7 @@
 #pragma once
 // text.h - a text while it is put together out of many small pieces.
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -72,7 +73,10 @@ class Text {
     return memory_.data() + size_;
   }
 
-  [[gnu::noinline]] void grow(std::size_t size) { memory_.resize(2 * (size_ + size)); }
+  [[gnu::noinline]] void grow(std::size_t size) {
+    constexpr std::size_t kUsual = 128;    // bytes of a line
+    memory_.resize(std::max(kUsual, 2 * (size_ + size)));
+  }
 
   std::string memory_;    // the text, and room behind it
   std::size_t size_ = 0;

@@ -48,6 +48,7 @@ struct INVOCATIONATOM {
   std::uint32_t level = 0;                   // how many expansions it is nested in
   SourceSpan written = {};                   // its place
   OriginId origin = OriginId::kWritten;      // of the clause that it stands in
+  std::optional<ATOMT> marker = {};          // that stands for it, where it was made
 };
 
 }    // namespace zarel

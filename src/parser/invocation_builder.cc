@@ -42,6 +42,7 @@ ATOMT InvocationBuilder::marker(NameId name, ActualsMark actuals, TermsMark outp
   if (definition_.is_open()) return ATOMT(invocation);
   invocation.expansion_key = template_rules().marker_key(template_rules().expansion_of(invocation));
   const ATOMT marker(invocation);
+  invocation.marker = marker;
   record_invocation(std::move(invocation));
   return marker;
 }

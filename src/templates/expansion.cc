@@ -152,6 +152,7 @@ class ClauseRewriter {
         template_rules().nested_expansion_of(invocation, expansion_.binding());
     invocation.expansion_key = template_rules().marker_key(key);
     const ATOMT marker(invocation);
+    invocation.marker = marker;
     if (const std::string* const generated = done_.find(key)) {
       closed_.emplace_back(std::move(invocation), *generated);
     } else {

@@ -1,20 +1,25 @@
 #include "templates/legend.h"
 
-#include <algorithm>
 #include <ostream>
+
+#include "base/text.h"
 
 namespace zarel {
 
 // The legend becomes part of the program: a line of a string that were no comment would be a
 // statement.
 void write_legend_line(std::ostream& legend, std::string_view text) {
+  Text lines("% ");
   std::size_t begin = 0;
-  while (begin <= text.size()) {
-    const std::size_t end = std::min(text.find('\n', begin), text.size());
-    legend << (begin == 0 ? "% " : "\n% ") << text.substr(begin, end - begin);
+  std::size_t end = text.find('\n');
+  for (; end != std::string_view::npos; end = text.find('\n', begin)) {
+    lines += text.substr(begin, end - begin);
+    lines += "\n% ";
     begin = end + 1;
   }
-  legend << " at line \n";
+  lines += text.substr(begin);
+  lines += " at line \n";
+  legend.write(lines.view().data(), static_cast<std::streamsize>(lines.size()));
 }
 
 }    // namespace zarel

@@ -1,9 +1,8 @@
 // linked_rules.cc - what templates mean with "-linktemplates". See Note [linked templates].
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <numeric>
+#include <string>
 #include <unordered_map>
 
 #include "base/characters.h"
@@ -36,26 +35,20 @@ std::string_view linked_stem(std::string_view name) {
   return is_plain_name && plain != "a" ? plain : "relation";
 }
 
-void append_number(std::string& key, std::uint64_t number) {
-  constexpr std::size_t kMostDigits = 20;
-  std::array<char, kMostDigits + 1> text;
-  char* const end = std::to_chars(text.data(), text.data() + kMostDigits, number).ptr;
-  *end = ',';
-  key.append(text.data(), end + 1);
-}
+// What a linked expansion is known by: numbers, those of an actual predicate behind their count.
+using LinkedKey = std::u32string;
 
-std::string linked_key(const INVOCATIONATOM& invocation) {
-  std::string key = invocation.name;
+void set_linked_key(LinkedKey& key, const INVOCATIONATOM& invocation) {
+  key.assign(1, static_cast<char32_t>(names().intern(invocation.name)));
   for (const ActualOrigin& origin : invocation.origins) {
-    key += ';';
-    append_number(key, origin.shape.predicate());
-    append_number(key, origin.frame_space ? to_index(*origin.frame_space) + std::uint64_t{1} : 0);
-    for (const TERMT& term : origin.shape.terms()) {
-      const TermKind kind = term.is_marker() ? term.kind : TermKind::kVariable;
-      append_number(key, static_cast<std::uint64_t>(kind));
+    const std::span<const TERMT> terms = origin.shape.terms();
+    key += static_cast<char32_t>(terms.size());
+    key += static_cast<char32_t>(origin.shape.predicate());
+    key += origin.frame_space ? static_cast<char32_t>(*origin.frame_space) + 1 : char32_t{0};
+    for (const TERMT& term : terms) {
+      key += static_cast<char32_t>(term.is_marker() ? term.kind : TermKind::kVariable);
     }
   }
-  return key;
 }
 
 ATOMT program_atom(std::string_view name, NameId frame_space, std::span<const TERMT> terms,
@@ -85,7 +78,8 @@ class LinkedRules : public TemplateRules {
 
   std::uint32_t expansion_of(const INVOCATIONATOM& invocation) override {
     const auto next = static_cast<std::uint32_t>(expansions_.size());
-    return expansions_.try_emplace(linked_key(invocation), next).first->second;
+    set_linked_key(key_, invocation);
+    return expansions_.try_emplace(key_, next).first->second;
   }
 
   std::uint32_t nested_expansion_of(const INVOCATIONATOM& invocation,
@@ -221,7 +215,8 @@ class LinkedRules : public TemplateRules {
   }
 
  private:
-  std::unordered_map<std::string, std::uint32_t> expansions_;    // by what they mean
+  std::unordered_map<LinkedKey, std::uint32_t> expansions_;    // by what they mean
+  LinkedKey key_;                                              // made here, over and over
   FreshVariables variables_;
 };
 

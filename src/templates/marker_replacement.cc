@@ -85,7 +85,7 @@ MarkerIndex& marker_index() {
 }
 
 void ReplaceAtom(const INVOCATIONATOM& invocation, const ATOMT& replacement) {
-  marker_index().replace(ATOMT(invocation), replacement);
+  marker_index().replace(invocation.marker ? *invocation.marker : ATOMT(invocation), replacement);
 }
 
 void StandardizeAtomInvocation(const INVOCATIONATOM& invocation, std::string_view generated,
