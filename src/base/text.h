@@ -29,6 +29,13 @@ class Text {
     size_ += piece.size();
     return *this;
   }
+  // The first characters of a field of that size, which is copied whole: their number, which
+  // changes from one to the next, costs no jump.
+  template <std::size_t kField>
+  void add_from_field(const char* field, std::size_t size) {
+    std::memcpy(room_for(kField), field, kField);
+    size_ += size;
+  }
   template <class Integer>
   void add_number(Integer number) {
     constexpr std::size_t kLongest = 24;

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/text.h"
 #include "model/short_name.h"
 
 namespace zarel {
@@ -26,6 +27,8 @@ class NameTable {
   std::optional<NameId> find(std::string_view spelling) const;
   // Valid as long as the table, and ended by a NUL.
   std::string_view spelling(NameId id) const { return name(to_index(id)).spelling(); }
+  // Adds the spelling to the text.
+  void append_to(Text& out, NameId id) const { name(to_index(id)).append_to(out); }
   std::size_t size() const { return size_; }
 
  private:
@@ -50,6 +53,10 @@ class NameTable {
       const char* text = nullptr;
       std::memcpy(&text, inside_, sizeof(text));
       return {text, length_};
+    }
+    void append_to(Text& out) const {
+      if (is_inside()) return out.add_from_field<sizeof(inside_)>(inside_, length_);
+      out += spelling();
     }
 
    private:

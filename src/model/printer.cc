@@ -112,7 +112,7 @@ void append_text(Text& out, const TERMT& term) {
       out += getVariableName(term.index());
       break;
     case TermKind::kConstant:
-      out += TERMT::Constants().spelling(NameId{term.index()});
+      TERMT::Constants().append_to(out, NameId{term.index()});
       break;
     case TermKind::kInteger:
       out.add_number(term.value());
@@ -142,7 +142,7 @@ void append_text(Text& out, const ATOMT& atom) {
     case ATOMT::Payload::kTerms:
       break;
   }
-  out += atom.name();
+  names().append_to(out, ATOMT::Predicates().name_id(atom.predicate()));
   const std::span<const TERMT> terms = atom.terms();
   if (terms.empty()) return;
   out += '(';
