@@ -1,6 +1,6 @@
 #pragma once
-// instance_counts.h - which rules cost the grounder most, for who asks: a grounding of its own. See
-// Note [counted instances].
+// instance_counts.h - which rules cost the grounder most, for who asks: a grounding of its own; see
+// the Note [counted instances].
 
 #include <cstdint>
 #include <vector>

@@ -191,6 +191,9 @@ void add_search_options(CLI::App& app, SearchOptions& search, RawOptions& raw) {
   app.add_flag("--stats", search.tells_statistics,
                "Tell afterwards what each phase took, and clingo's own figures")
       ->group(kGroup);
+  app.add_flag("--profile", search.tells_profile,
+               "Tell afterwards which rules have most ground instances")
+      ->group(kGroup);
   app.add_option("--keep", search.keep_folder, "Keep what the stages hand on as files in DIR")
       ->type_name("DIR")
       ->group(kGroup);

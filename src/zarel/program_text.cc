@@ -40,7 +40,7 @@ bool tells_itself_alone(const CLAUSET& plain_fact) {
   const std::span<const TERMT> terms = atom.terms();
   return atom.payload() == ATOMT::Payload::kTerms && terms.size() > 1 &&
          std::ranges::none_of(terms, [](const TERMT& term) {
-           return term.kind == TermKind::kInteger && term.value < 0;
+           return term.kind == TermKind::kInteger && term.value() < 0;
          });
 }
 

@@ -197,6 +197,18 @@ TEST(Runs, TellWhatTheyTook) {
   }
 }
 
+TEST(Runs, TellWhichRulesCostMost) {
+  const WorkFolder folder;
+  folder.write("a.zrl",
+               "#maxint = 20. p(1..20).\nq(X, Y) :- p(X), p(Y).\n\nr :- q(X, X).\n"
+               "o[has ->> {X}] :- p(X), X < 6.\n");
+  const Outcome outcome = folder.run("zrl --profile a.zrl | wc -l");
+  EXPECT_EQ(outcome.output, "1\n");
+  EXPECT_EQ(outcome.errors,
+            "1 answer set\na.zrl:2: 400 ground instances\na.zrl:1: 20 ground instances\n"
+            "a.zrl:4: 20 ground instances\na.zrl:5: 5 ground instances\n");
+}
+
 TEST(Runs, SearchInAnotherOrderForAnotherSeed) {
   const WorkFolder folder;
   folder.write("many.zrl", many());

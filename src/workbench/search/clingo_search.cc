@@ -42,12 +42,16 @@ class ClingoSearch {
         kept_(kept),
         printer_(printer),
         messages_(program, translated_.sources),
-        tells_statistics_(options.tells_statistics) {}
+        tells_statistics_(options.tells_statistics),
+        tells_profile_(options.tells_profile) {}
 
   SearchResult run() {
     try {
       translate();
       read_answers();
+      if (tells_profile_ && result_.judgement.end != SearchEnd::kCut) {
+        result_.profile = profile_of(program_, std::move(profiled_), options_);
+      }
       return result_;
     } catch (const dl::Failure& failure) {
       throw SearchFailure{message(failure.diagnostic)};
@@ -75,6 +79,8 @@ class ClingoSearch {
   dl::ClingoProcess clingo_;
   SearchResult result_;
   const bool tells_statistics_;
+  const bool tells_profile_;
+  std::string profiled_;    // the text, where its profile is asked for
   const bool is_talkative_ = tells_statistics_ || has_progress_line();
   bool is_solving_ = false;
   bool has_result_ = false;
@@ -92,6 +98,7 @@ std::vector<std::string> ClingoSearch::arguments() const {
 void ClingoSearch::translate() {
   std::string text = program_.take_text();
   kept_.add(Stage::kRewritten, text);
+  if (tells_profile_) profiled_ = text;
   dl::Program surveyed =
       dl::survey_with_files(std::string(kRewrittenName), std::move(text), program_.plain_facts());
   traits_ = dl::traits_of(surveyed, options_);

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "dl/options.h"
 #include "workbench/answers/answer_counter.h"
 #include "workbench/answers/answer_filter.h"
 #include "workbench/answers/answer_options.h"
@@ -70,10 +71,16 @@ struct SearchResult {
   Judgement judgement;
   std::string said = {};                    // by the solver, on its standard error
   std::vector<std::string> figures = {};    // of the solver's own, a line each
+  std::vector<std::string> profile = {};    // which rules have most instances, a line each
 };
 
 // What the translation finds wrong; nothing when it is a program for clingo.
 std::vector<Message> translation_mistakes(zarel::Program& program, const SearchOptions& options);
+
+// Which of the user's lines most ground rules come from, in words, the largest first. The program
+// was rewritten to the text. Throws dl::Failure.
+std::vector<std::string> profile_of(const zarel::Program& program, std::string text,
+                                    const dl::Options& options);
 
 // Each solves the program's text, with what its user asked for. Throws SearchFailure.
 SearchResult search_with_clingo(zarel::Program& program, const SearchOptions& options,

@@ -128,6 +128,7 @@ ExitStatus run_search(zarel::Program& program, const SearchOptions& options, Kep
     }
     if (!failure) {
       tell(printer.found(), result, reporter);
+      for (const std::string& line : result.profile) reporter.note(line);
       if (options.tells_statistics) tell_statistics(result, clauses, reporter);
       return status;
     }

@@ -25,6 +25,7 @@ struct SearchOptions {
   std::optional<std::uint32_t> seed;
   bool leaves_out_facts = false;
   bool tells_statistics = false;
+  bool tells_profile = false;    // which rules have most instances
   std::string solver;    // another solver of the same language; empty: clingo, by translation
   std::string clingo = "clingo";
   std::string keep_folder;    // where the stages are kept as files; empty: nowhere
