@@ -59,8 +59,10 @@ c")})",
     {"frames",
      R"({a_3(instanceOf,defaultFlogic,"o@1",c), -a_3(subClassOf,sFlogic,c,d), )"
      R"(a_5(valueOf,defaultFlogic,"o@1",a,"","->"), a_5(valueOf,defaultFlogic,"o@1",a,x,"->"), )"
-     R"(-a_3(valueOf,sFlogic,"o@1",b), a_3(valueOf,default,o,a), a_2(valueOf,sFlogic,o)})",
-     R"({"o@1":c, -c::d@s, valueOf(o,a), valueOf(o)@sFlogic, "o@1"[a->{"",x}],"o@1"[-b]@s})"
+     R"(-a_3(valueOf,sFlogic,"o@1",b), a_3(valueOf,default,o,a), a_2(valueOf,sFlogic,o), )"
+     R"(a_5(valueOf,sFlogic,o,a,x,arrow), a_5(valueOf,sFlogic,o,a,x,"<-")})",
+     R"({"o@1":c, -c::d@s, valueOf(o,a), valueOf(o)@sFlogic, )"
+     R"(valueOf(o,a,x,arrow)@sFlogic, valueOf(o,a,x,"<-")@sFlogic, "o@1"[a->{"",x}],"o@1"[-b]@s})"
      "\n"},
     {"addresses",
      R"({a_3(p,default,f("http://ex.org/a#b",g),"http://ex.org/b#c"), )"

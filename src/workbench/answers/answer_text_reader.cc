@@ -1,6 +1,7 @@
 #include "workbench/answers/answer_text_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -51,6 +52,14 @@ std::size_t count_of(const zarel::AnswerTerms& terms) {
   return static_cast<std::size_t>(std::ranges::distance(terms.begin(), terms.end()));
 }
 
+// Whether the last of several terms is an arrow, in its quotes.
+bool ends_with_arrow(std::string_view arguments) {
+  constexpr auto kEnds = std::to_array<std::string_view>(
+      {",\"->\"", ",\"->>\"", ",\"*->\"", ",\"*->>\"", ",\"=>\"", ",\"=>>\""});
+  return std::ranges::any_of(
+      kEnds, [arguments](std::string_view end) { return arguments.ends_with(end); });
+}
+
 // An atom of a space of frames is a statement about an object, if it has the parts of one.
 ItemKind kind_of(std::string_view relation, std::string_view space, std::string_view arguments) {
   if (!space.ends_with(zarel::kFrameMarker) || space.size() == zarel::kFrameMarker.size())
@@ -61,7 +70,7 @@ ItemKind kind_of(std::string_view relation, std::string_view space, std::string_
   if (relation == zarel::kSubClassOf && count == 2) return ItemKind::kSubclass;
   if (relation != zarel::kValueOf) return ItemKind::kAtom;
   if (count == 2) return ItemKind::kAttribute;
-  return count == kWithValue ? ItemKind::kValue : ItemKind::kAtom;
+  return count == kWithValue && ends_with_arrow(arguments) ? ItemKind::kValue : ItemKind::kAtom;
 }
 
 // "weight:level" up to the bracket, which is taken, too.
