@@ -267,10 +267,23 @@ bool wants_colour(const std::string& when) {
   return is_set("CLICOLOR_FORCE") || ::isatty(STDERR_FILENO) != 0;
 }
 
+std::vector<Destination> checked(std::vector<Destination> destinations) {
+  if (destinations.empty()) destinations.push_back({"text", ""});
+  if (std::ranges::count(destinations, std::string(), &Destination::file) > 1)
+    throw WrongUsage{"two forms for standard output: give one of them a file, with --output"};
+  for (const auto& [form, file] : destinations) {
+    if (!is_folder(file) || form == "csv") continue;
+    std::string text(file);
+    throw WrongUsage{((text += " is a folder, and ") += form) + " is one file: name that"};
+  }
+  return destinations;
+}
+
 // A file's form stands in front of it; with one of each, also behind. What is left of the forms is
 // that of standard output.
 std::vector<Destination> destinations_of(const CLI::App& app, const RawOptions& raw) {
-  if (raw.forms.size() == 1 && raw.outputs.size() == 1) return {{raw.forms[0], raw.outputs[0]}};
+  if (raw.forms.size() == 1 && raw.outputs.size() == 1)
+    return checked({{raw.forms[0], raw.outputs[0]}});
   std::vector<Destination> destinations;
   auto form = raw.forms.begin();
   auto file = raw.outputs.begin();
@@ -285,14 +298,11 @@ std::vector<Destination> destinations_of(const CLI::App& app, const RawOptions& 
       has_form = false;
     }
   }
-  if (destinations.empty()) destinations.push_back({"text", ""});
-  if (std::ranges::count(destinations, std::string(), &Destination::file) > 1)
-    throw WrongUsage{"two forms for standard output: give one of them a file, with --output"};
-  return destinations;
+  return checked(std::move(destinations));
 }
-
 void finish(CommandLine& line, const CLI::App& app, const RawOptions& raw) {
   line.answers.destinations = destinations_of(app, raw);
+  line.answers.has_one_set = line.search.answer_sets == 1;
   for (const std::string& value : raw.switches) read_switch(value, line.messages);
   line.messages.as_json = raw.message_form == "json";
   line.messages.in_colour = wants_colour(raw.colour);

@@ -9,11 +9,12 @@ namespace workbench {
 // Where answers go, and in which form.
 struct Destination {
   std::string form;    // one of form_names()
-  std::string file;    // empty: standard output
+  std::string file;    // empty: standard output; may be a folder
 };
 
 struct AnswerOptions {
   std::vector<Destination> destinations;    // at most one of them is standard output
+  bool has_one_set = false;                 // no second one is asked for
   std::vector<std::string> filters;         // names of relations; all are shown when there are none
 };
 

@@ -5,7 +5,13 @@ namespace workbench {
 AnswerOutputs::AnswerOutputs(const std::vector<Destination>& destinations,
                              const FormSettings& settings, int standard) {
   for (const Destination& destination : destinations) {
-    Output output{destination.file, nullptr, nullptr};
+    Output output{destination.file, nullptr, nullptr, nullptr};
+    if (is_folder(destination.file)) {
+      output.folder = std::make_unique<OutputFolder>(destination.file);
+      output.form = make_csv_form(*output.folder, settings);    // no other form has several files
+      outputs_.push_back(std::move(output));
+      continue;
+    }
     if (!destination.file.empty()) {
       output.file = std::make_unique<OutputFile>(destination.file);
     } else if (!standard_) {
@@ -24,6 +30,9 @@ std::optional<AnswerOutputs::Failure> AnswerOutputs::failure() const {
   if (standard_ && standard_->error() != 0) return Failure{{}, standard_->error()};
   for (const Output& output : outputs_) {
     if (output.file && output.file->error() != 0) return Failure{output.name, output.file->error()};
+    if (!output.folder) continue;
+    if (const auto [path, error] = output.folder->failure(); error != 0)
+      return Failure{path, error};
   }
   return std::nullopt;
 }
@@ -31,6 +40,8 @@ std::optional<AnswerOutputs::Failure> AnswerOutputs::failure() const {
 std::optional<AnswerOutputs::Failure> AnswerOutputs::put_files() {
   for (const Output& output : outputs_) {
     if (output.file && output.file->put() != 0) return Failure{output.name, output.file->error()};
+    if (!output.folder) continue;
+    if (const auto [path, error] = output.folder->put(); error != 0) return Failure{path, error};
   }
   return std::nullopt;
 }

@@ -40,7 +40,8 @@ class AnswerOutputs : public AnswerConsumer {
  private:
   struct Output {
     std::string name;
-    std::unique_ptr<OutputFile> file;    // none: standard output
+    std::unique_ptr<OutputFile> file;        // this, or
+    std::unique_ptr<OutputFolder> folder;    // this, or standard output
     std::unique_ptr<AnswerConsumer> form;
   };
 

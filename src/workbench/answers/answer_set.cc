@@ -72,6 +72,11 @@ zarel::AnswerAtom AnswerSet::atom(const Item& item) const {
   return {AnswerTerm(relation(item), namespaces_), space(item), item.is_negated, arguments(item)};
 }
 
+zarel::AnswerAtom AnswerSet::encoded_atom(const Item& item) const {
+  const std::string_view space = item.space_size == 0 ? zarel::kDefaultSpace : raw_space(item);
+  return {AnswerTerm(relation(item), namespaces_), space, item.is_negated, arguments(item)};
+}
+
 zarel::ClassStatement AnswerSet::class_statement(const Item& item) const {
   const auto [object, class_name, _, unused] = first_arguments(arguments(item));
   return {object, class_name, space(item), item.is_negated};

@@ -64,6 +64,8 @@ class AnswerSet {
   zarel::ClassStatement class_statement(const Item& item) const;    // kMembership, kSubclass
   ObjectStatement statement(const Item& item) const;                // kValue, kAttribute
   std::string_view space(const Item& item) const;
+  // Of any kind, as the atom that it is to the solver: frames in a space with their marker.
+  zarel::AnswerAtom encoded_atom(const Item& item) const;
   // The whole item as the solver knows it; equal items, and no others, have equal ones.
   std::string_view encoding(const Item& item) const;
 

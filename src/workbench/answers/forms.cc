@@ -14,8 +14,9 @@ struct Row {
 };
 
 constexpr std::array kForms{
-    Row{"text", ".txt ", make_text_form},
-    Row{"json", ".json .jsonl ", make_json_form},
+    Row{"text", ".txt ", make_text_form},          Row{"lines", ".lines ", make_lines_form},
+    Row{"json", ".json .jsonl ", make_json_form},  Row{"csv", ".csv ", make_csv_form},
+    Row{"facts", ".zrl .facts ", make_facts_form},
 };
 
 }    // namespace
@@ -27,6 +28,7 @@ std::vector<std::string> form_names() {
 }
 
 std::string form_for_file(std::string_view file) {
+  if (is_folder(std::string(file))) return "csv";
   const std::string ending = std::filesystem::path(file).extension().string() + ' ';
   const auto has_ending = [&ending](const Row& row) {
     return row.endings.find(ending) != std::string_view::npos;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "workbench/answers/answer_consumer.h"
+#include "workbench/answers/output_folder.h"
 
 namespace workbench {
 
@@ -17,12 +18,19 @@ namespace workbench {
 struct FormSettings {
   const zarel::NamespaceTable* namespaces = nullptr;    // whose prefixes are shown; null: none are
   std::vector<std::string> query_variables = {};        // in the order of a row's values
+  bool has_one_set = false;                             // at most one answer set is asked for
+};
+
+// Thrown by forms that cannot hold the answers.
+struct AnswersRefused {
+  std::string text, help;
 };
 
 // The forms that --format knows, in the order of its help.
 std::vector<std::string> form_names();
 
-// The form that the ending of a file's name asks for; "text" where it says nothing.
+// The form that the ending of a file's name asks for; "csv" for a folder, "text" where it
+// says nothing.
 std::string form_for_file(std::string_view file);
 
 // The form of that name, one of form_names(). It writes to the stream, where it keeps nothing back
@@ -31,6 +39,11 @@ std::unique_ptr<AnswerConsumer> make_form(std::string_view name, std::ostream& o
                                           const FormSettings& settings);
 
 std::unique_ptr<AnswerConsumer> make_text_form(std::ostream& out, const FormSettings& settings);
+std::unique_ptr<AnswerConsumer> make_lines_form(std::ostream& out, const FormSettings& settings);
 std::unique_ptr<AnswerConsumer> make_json_form(std::ostream& out, const FormSettings& settings);
+std::unique_ptr<AnswerConsumer> make_facts_form(std::ostream& out, const FormSettings& settings);
+// One table on the stream, or a file for each in the folder.
+std::unique_ptr<AnswerConsumer> make_csv_form(std::ostream& out, const FormSettings& settings);
+std::unique_ptr<AnswerConsumer> make_csv_form(OutputFolder& folder, const FormSettings& settings);
 
 }    // namespace workbench

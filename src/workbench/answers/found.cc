@@ -32,25 +32,26 @@ std::string words_of_query(const Found& found, const Asked& asked, const Judgeme
   return asked.is_brave ? "true in no answer set" : "not true in " + scope;
 }
 
-std::string words_of_cost(const Found& found) {
+std::string words_of_best(const Found& found, const Judgement& judgement) {
+  if (found.answer_sets == 0) return "no answer set";
+  if (judgement.is_unproven) {
+    return "the best answer set so far has " + cost_in_words(found.costs) +
+           ", not proven to be optimal";
+  }
+  return counted(found.answer_sets, "optimal answer set") + ", " + cost_in_words(found.costs);
+}
+
+}    // namespace
+
+std::string cost_in_words(const std::vector<std::pair<std::string, std::string>>& costs) {
   std::string text = "cost ";
   const char* separator = "";
-  for (const auto& [weight, level] : found.costs) {
+  for (const auto& [weight, level] : costs) {
     (((text += separator) += weight) += " at level ") += level;
     separator = ", ";
   }
   return text;
 }
-
-std::string words_of_best(const Found& found, const Judgement& judgement) {
-  if (found.answer_sets == 0) return "no answer set";
-  if (judgement.is_unproven) {
-    return "the best answer set so far has " + words_of_cost(found) + ", not proven to be optimal";
-  }
-  return counted(found.answer_sets, "optimal answer set") + ", " + words_of_cost(found);
-}
-
-}    // namespace
 
 std::string in_words(const Found& found, const Asked& asked, const Judgement& judgement) {
   std::string text = asked.has_query              ? words_of_query(found, asked, judgement)

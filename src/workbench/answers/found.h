@@ -38,6 +38,9 @@ struct Judgement {
   bool has_no_answer_set = false;    // known for a query alone
 };
 
+// "cost 3 at level 2, 1 at level 1".
+std::string cost_in_words(const std::vector<std::pair<std::string, std::string>>& costs);
+
 // One line that says what was found and whether it is all.
 std::string in_words(const Found& found, const Asked& asked, const Judgement& judgement);
 

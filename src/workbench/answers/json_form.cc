@@ -6,6 +6,7 @@
 #include <initializer_list>
 
 #include "model/generic_encoding.h"
+#include "workbench/answers/buffered_form.h"
 #include "workbench/answers/forms.h"
 #include "workbench/answers/json_text.h"
 
@@ -14,19 +15,17 @@ namespace {
 
 using zarel::AnswerTerms;
 
-class JsonForm : public AnswerConsumer {
+class JsonForm : public BufferedForm {
  public:
-  JsonForm(std::ostream& out, const FormSettings& settings) : out_(out), settings_(settings) {}
+  JsonForm(std::ostream& out, const FormSettings& settings)
+      : BufferedForm(out), settings_(settings) {}
 
   void answer_set(AnswerSet& set) override;
   void row(const AnswerTerms& values) override;
   void truth(bool holds) override;
-  void flush() override;
   void finish(const RunEnding& ending) override;
 
  private:
-  static constexpr std::size_t kPiece = std::size_t{1} << 16;
-
   template <typename Append>
   void add_list(std::string_view name, const AnswerSet& set, std::initializer_list<ItemKind> kinds,
                 Append&& append);
@@ -37,14 +36,8 @@ class JsonForm : public AnswerConsumer {
   void add_space(std::string_view space);
   template <typename Costs>
   void add_costs(const Costs& costs);
-  void write_piece() {
-    if (text_.size() >= kPiece) write();
-  }
-  void write();
 
-  std::ostream& out_;
   const FormSettings& settings_;
-  std::string text_;
 };
 
 void JsonForm::add_space(std::string_view space) {
@@ -186,16 +179,6 @@ void JsonForm::finish(const RunEnding& ending) {
   std::snprintf(seconds.data(), seconds.size(), "%.3f", ending.seconds);
   ((text_ += ",\"seconds\":") += seconds.data()) += "}\n";
   flush();
-}
-
-void JsonForm::write() {
-  out_.write(text_.data(), static_cast<std::streamsize>(text_.size()));
-  text_.clear();
-}
-
-void JsonForm::flush() {
-  write();
-  out_.flush();
 }
 
 }    // namespace

@@ -91,4 +91,16 @@ void append_object(std::string& out, const zarel::AnswerObject& object) {
   append_space(out, object.space);
 }
 
+void append_statement(std::string& out, const ObjectStatement& statement) {
+  append_term(out, statement.object);
+  out += statement.is_negated ? "[-" : "[";
+  append_term(out, statement.attribute);
+  if (!statement.arrow.empty()) {
+    out += statement.arrow;
+    append_term(out, statement.value);
+  }
+  out += ']';
+  append_space(out, statement.space);
+}
+
 }    // namespace workbench

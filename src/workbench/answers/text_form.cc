@@ -1,34 +1,24 @@
 // text_form.cc - answers as the user writes atoms and frames, each set on a line.
 
+#include "workbench/answers/buffered_form.h"
 #include "workbench/answers/forms.h"
 #include "workbench/answers/term_text.h"
 
 namespace workbench {
 namespace {
 
-class TextForm : public AnswerConsumer {
+class TextForm : public BufferedForm {
  public:
-  explicit TextForm(std::ostream& out) : out_(out) {}
+  using BufferedForm::BufferedForm;
 
   void answer_set(AnswerSet& set) override;
   void row(const zarel::AnswerTerms& values) override;
   void truth(bool holds) override { text_ += holds ? "true\n" : "false\n"; }
-  void flush() override;
-  void finish(const RunEnding& /*ending*/) override {}
 
  private:
-  static constexpr std::size_t kPiece = std::size_t{1} << 16;
-
   void append_items(const AnswerSet& set);
   void append_objects(const AnswerSet& set);
   void append_costs(const AnswerSet& set);
-  void write_piece() {
-    if (text_.size() >= kPiece) write();
-  }
-  void write();
-
-  std::ostream& out_;
-  std::string text_;
 };
 
 void TextForm::answer_set(AnswerSet& set) {
@@ -86,16 +76,6 @@ void TextForm::row(const zarel::AnswerTerms& values) {
   append_terms(text_, values);
   text_ += '\n';
   write_piece();
-}
-
-void TextForm::write() {
-  out_.write(text_.data(), static_cast<std::streamsize>(text_.size()));
-  text_.clear();
-}
-
-void TextForm::flush() {
-  write();
-  out_.flush();
 }
 
 }    // namespace

@@ -292,6 +292,18 @@ that is worth a message.
 )",
      .mended = R"(echo 'p(1).' | zrl run > answers.txt
 )"},
+    {.code = "form-misfit",
+     .title = "the answers do not fit into the form that was asked for",
+     .meaning =
+         R"(A file of CSV is one table, and holds one relation. A folder takes a file for
+each relation; it is told by its slash, as in --output answers/. With --filter
+one relation is chosen. The exit status is 2.
+)",
+     .kind = ExampleKind::kCommand,
+     .wrong = R"(echo 'p(1). q(1,2).' | zrl --format csv
+)",
+     .mended = R"(echo 'p(1). q(1,2).' | zrl --format csv --filter q
+)"},
     {.code = "process-failure",
      .title = "the system lets zrl start no solver",
      .meaning =

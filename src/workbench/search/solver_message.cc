@@ -281,7 +281,7 @@ ExitStatus status_of(const Message& message) {
       "process-failure",    "solver-missing",    "solver-killed", "solver-memory",
       "solver-interrupted", "solver-incomplete", "cost-mismatch", "solver-error"};
   if (message.code == "output-failure") return ExitStatus::kOutputFailed;
-  if (message.code == "unreadable-file") return ExitStatus::kUsage;
+  if (message.code == "unreadable-file" || message.code == "form-misfit") return ExitStatus::kUsage;
   const bool is_of_solver =
       !message.place.is_known() && std::ranges::find(kOfSolvers, message.code) != kOfSolvers.end();
   return is_of_solver ? ExitStatus::kSolverFailed : ExitStatus::kProgramErrors;

@@ -147,7 +147,7 @@ ExitStatus report_failure(const SearchFailure& failure, Reporter& reporter) {
 
 AnswerPrinter::AnswerPrinter(zarel::Program& program, const AnswerOptions& options,
                              int standard_output)
-    : settings_{shown_namespaces(program.run())},
+    : settings_{shown_namespaces(program.run()), {}, options.has_one_set},
       outputs_(options.destinations, settings_, standard_output),
       filter_(outputs_, options.filters),
       counter_(filter_),
@@ -204,6 +204,8 @@ ExitStatus solve(zarel::Program& program, const SearchOptions& options,
     if (!kept.has_failed()) status = run_search(program, options, kept, printer, reporter);
   } catch (const SearchFailure& failure) {
     status = report_failure(failure, reporter);
+  } catch (const AnswersRefused& refusal) {
+    status = report_failure({{"form-misfit", {}, refusal.text, {}, {}, refusal.help}}, reporter);
   }
   const std::optional<Message> unkept = kept.finish();
   if (!unkept) return status;
