@@ -300,11 +300,18 @@ std::vector<Destination> destinations_of(const CLI::App& app, const RawOptions& 
   }
   return checked(std::move(destinations));
 }
+bool has_json_on_standard_output(const AnswerOptions& answers) {
+  return std::ranges::any_of(answers.destinations, [](const Destination& destination) {
+    return destination.form == "json" && destination.file.empty();
+  });
+}
+
 void finish(CommandLine& line, const CLI::App& app, const RawOptions& raw) {
   line.answers.destinations = destinations_of(app, raw);
   line.answers.has_one_set = line.search.answer_sets == 1;
   for (const std::string& value : raw.switches) read_switch(value, line.messages);
   line.messages.as_json = raw.message_form == "json";
+  line.answers.has_messages = line.messages.as_json && has_json_on_standard_output(line.answers);
   line.messages.in_colour = wants_colour(raw.colour);
   if (raw.is_brave) line.search.consequences = Consequences::kBrave;
   if (raw.is_brave || raw.is_cautious) {

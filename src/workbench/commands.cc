@@ -11,7 +11,7 @@ ExitStatus run(const CommandLine& line) {
   const bool shows_line = !line.messages.is_quiet && ::isatty(STDERR_FILENO) != 0;
   begin_progress(shows_line ? ProgressLine::kShown : ProgressLine::kNone);
   watch_the_run(line.search.seconds, line.messages);
-  ClearedOutput cleared(std::cerr);
+  ClearedOutput cleared(line.answers.has_messages ? std::cout : std::cerr);
   std::ostream messages(&cleared);
   CheckedProgram checked(line, messages);
   std::optional<ExitStatus> status = checked.prepare();
@@ -21,7 +21,7 @@ ExitStatus run(const CommandLine& line) {
   }
   checked.reporter().finish();
   end_progress();
-  return *status;
+  return std::cout ? *status : ExitStatus::kOutputFailed;
 }
 
 ExitStatus check(const CommandLine& line) {

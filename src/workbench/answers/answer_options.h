@@ -15,6 +15,7 @@ struct Destination {
 struct AnswerOptions {
   std::vector<Destination> destinations;    // at most one of them is standard output
   bool has_one_set = false;                 // no second one is asked for
+  bool has_messages = false;                // standard output takes messages, too, as JSON
   std::vector<std::string> filters;         // names of relations; all are shown when there are none
 };
 

@@ -107,7 +107,7 @@ void tell(const AnswerOutputs::Failure& failure, Reporter& reporter) {
 }
 
 ExitStatus run_search(zarel::Program& program, const SearchOptions& options, KeptStages& kept,
-                      AnswerPrinter& printer, Reporter& reporter) {
+                      AnswerPrinter& printer, Reporter& reporter, bool has_messages) {
   std::optional<AnswerOutputs::Failure> failure = printer.failure();
   if (!failure) {
     const ClauseCounts clauses = clause_counts(program);
@@ -121,15 +121,21 @@ ExitStatus run_search(zarel::Program& program, const SearchOptions& options, Kep
     }
     const ExitStatus status = status_of(printer.found(), result);
     failure = printer.failure();
+    // In one stream, what is said of the run stands in front of its end.
+    const bool tells_first = has_messages && !failure;
+    const auto tell_all = [&] {
+      tell(printer.found(), result, reporter);
+      for (const std::string& line : result.profile) reporter.note(line);
+      if (options.tells_statistics) tell_statistics(result, clauses, reporter);
+    };
+    if (tells_first) tell_all();
     if (!failure) {
       printer.finish(
           {status, seconds_since_begin(), printer.found(), result.asked, result.judgement});
       failure = printer.put_files();
     }
     if (!failure) {
-      tell(printer.found(), result, reporter);
-      for (const std::string& line : result.profile) reporter.note(line);
-      if (options.tells_statistics) tell_statistics(result, clauses, reporter);
+      if (!tells_first) tell_all();
       return status;
     }
   }
@@ -201,7 +207,8 @@ ExitStatus solve(zarel::Program& program, const SearchOptions& options,
   AnswerPrinter printer(program, answers, output);
   ExitStatus status = ExitStatus::kSolverFailed;
   try {
-    if (!kept.has_failed()) status = run_search(program, options, kept, printer, reporter);
+    if (!kept.has_failed())
+      status = run_search(program, options, kept, printer, reporter, answers.has_messages);
   } catch (const SearchFailure& failure) {
     status = report_failure(failure, reporter);
   } catch (const AnswersRefused& refusal) {
