@@ -1,5 +1,7 @@
 #include "discarded_output.h"
 
+#include "driver/diagnostics.h"
+
 namespace zarel {
 
 std::streamsize DiscardedOutput::Sink::xsputn(const char* /*text*/, std::streamsize count) {
