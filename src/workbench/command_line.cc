@@ -151,6 +151,17 @@ void add_answer_options(CLI::App& app, AnswerOptions& answers, RawOptions& raw) 
       ->type_name("FILE")
       ->allow_extra_args(false)
       ->group("Answers");
+  const auto add_wrapping = [&app, &answers](const char* name, const char* what, Wrapping when) {
+    return app
+        .add_flag_callback(
+            name, [&answers, when] { answers.wrapping = when; }, what)
+        ->group("Answers");
+  };
+  auto* const wrap = add_wrapping(
+      "--wrap", "Wrap text to the width of the terminal, or 80 columns, and group it by relation",
+      Wrapping::kAlways);
+  add_wrapping("--no-wrap", "An answer set a line, on a terminal, too", Wrapping::kNever)
+      ->excludes(wrap);
 }
 
 void add_search_options(CLI::App& app, SearchOptions& search, RawOptions& raw) {

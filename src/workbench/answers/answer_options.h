@@ -1,10 +1,14 @@
 #pragma once
 // answer_options.h - what the user wants to see of the answers, and how.
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace workbench {
+
+// Whether text is wrapped to the width of a screen.
+enum class Wrapping : std::uint8_t { kOnTerminals, kAlways, kNever };
 
 // Where answers go, and in which form.
 struct Destination {
@@ -14,9 +18,10 @@ struct Destination {
 
 struct AnswerOptions {
   std::vector<Destination> destinations;    // at most one of them is standard output
-  bool has_one_set = false;                 // no second one is asked for
-  bool has_messages = false;                // standard output takes messages, too, as JSON
-  std::vector<std::string> filters;         // names of relations; all are shown when there are none
+  Wrapping wrapping = Wrapping::kOnTerminals;
+  bool has_one_set = false;            // no second one is asked for
+  bool has_messages = false;           // standard output takes messages, too, as JSON
+  std::vector<std::string> filters;    // names of relations; all are shown when there are none
 };
 
 }    // namespace workbench

@@ -1,6 +1,23 @@
 #include "workbench/answers/answer_outputs.h"
 
+#include <sys/ioctl.h>
+#include <unistd.h>
+
 namespace workbench {
+namespace {
+
+// Those that text is wrapped to; 0 where it is not.
+std::size_t columns_of(Wrapping wrapping, int descriptor) {
+  constexpr std::size_t kUsual = 80;
+  const bool is_terminal = descriptor >= 0 && ::isatty(descriptor) != 0;
+  if (wrapping == Wrapping::kNever || (wrapping == Wrapping::kOnTerminals && !is_terminal))
+    return 0;
+  winsize size{};
+  const bool is_known = is_terminal && ::ioctl(descriptor, TIOCGWINSZ, &size) == 0;
+  return is_known && size.ws_col != 0 ? size.ws_col : kUsual;
+}
+
+}    // namespace
 
 AnswerOutputs::AnswerOutputs(const std::vector<Destination>& destinations,
                              const FormSettings& settings, int standard) {
@@ -19,7 +36,10 @@ AnswerOutputs::AnswerOutputs(const std::vector<Destination>& destinations,
       standard_stream_.rdbuf(standard_.get());
     }
     std::ostream& stream = output.file ? output.file->stream() : standard_stream_;
-    output.form = make_form(destination.form, stream, settings);
+    const std::size_t columns = columns_of(settings.wrapping, output.file ? -1 : standard);
+    output.form = destination.form == "text" && columns != 0
+                      ? make_wrapped_text_form(stream, columns)
+                      : make_form(destination.form, stream, settings);
     outputs_.push_back(std::move(output));
   }
 }

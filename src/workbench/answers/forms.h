@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "workbench/answers/answer_consumer.h"
+#include "workbench/answers/answer_options.h"
 #include "workbench/answers/output_folder.h"
 
 namespace workbench {
@@ -19,6 +20,7 @@ struct FormSettings {
   const zarel::NamespaceTable* namespaces = nullptr;    // whose prefixes are shown; null: none are
   std::vector<std::string> query_variables = {};        // in the order of a row's values
   bool has_one_set = false;                             // at most one answer set is asked for
+  Wrapping wrapping = Wrapping::kOnTerminals;
 };
 
 // Thrown by forms that cannot hold the answers.
@@ -39,6 +41,7 @@ std::unique_ptr<AnswerConsumer> make_form(std::string_view name, std::ostream& o
                                           const FormSettings& settings);
 
 std::unique_ptr<AnswerConsumer> make_text_form(std::ostream& out, const FormSettings& settings);
+std::unique_ptr<AnswerConsumer> make_wrapped_text_form(std::ostream& out, std::size_t columns);
 std::unique_ptr<AnswerConsumer> make_lines_form(std::ostream& out, const FormSettings& settings);
 std::unique_ptr<AnswerConsumer> make_json_form(std::ostream& out, const FormSettings& settings);
 std::unique_ptr<AnswerConsumer> make_facts_form(std::ostream& out, const FormSettings& settings);

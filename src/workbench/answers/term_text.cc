@@ -14,20 +14,6 @@ void append_leaf(std::string& out, const zarel::AnswerTerm& term) {
   }
 }
 
-void append_attribute(std::string& out, const zarel::AnswerAttribute& attribute) {
-  if (attribute.is_negated) out += '-';
-  append_term(out, attribute.name);
-  out += attribute.arrow;
-  if (attribute.values.size() != 1) out += attribute.values.empty() ? "" : "{";
-  const char* separator = "";
-  for (const zarel::AnswerTerm& value : attribute.values) {
-    out += separator;
-    append_term(out, value);
-    separator = ",";
-  }
-  if (attribute.values.size() > 1) out += '}';
-}
-
 }    // namespace
 
 // Only text with a "#" can hold an address.
@@ -79,6 +65,20 @@ void append_class(std::string& out, const zarel::ClassStatement& statement, Item
   append_space(out, statement.space);
 }
 
+void append_attribute(std::string& out, const zarel::AnswerAttribute& attribute) {
+  if (attribute.is_negated) out += '-';
+  append_term(out, attribute.name);
+  out += attribute.arrow;
+  if (attribute.values.size() != 1) out += attribute.values.empty() ? "" : "{";
+  const char* separator = "";
+  for (const zarel::AnswerTerm& value : attribute.values) {
+    out += separator;
+    append_term(out, value);
+    separator = ",";
+  }
+  if (attribute.values.size() > 1) out += '}';
+}
+
 void append_object(std::string& out, const zarel::AnswerObject& object) {
   append_term(out, object.name);
   char separator = '[';
@@ -101,6 +101,16 @@ void append_statement(std::string& out, const ObjectStatement& statement) {
   }
   out += ']';
   append_space(out, statement.space);
+}
+
+void append_costs(std::string& out, const AnswerSet& set) {
+  bool is_first = true;
+  for (const Cost& cost : set.costs) {
+    out += is_first ? "Cost ([Weight:Level]): <[" : "\"[";
+    ((out += cost.weight) += ':') += cost.level;
+    out += is_first ? "]>\n" : "]\"\n";
+    is_first = false;
+  }
 }
 
 }    // namespace workbench

@@ -15,7 +15,11 @@ void append_term(std::string& out, const zarel::AnswerTerm& term);
 void append_atom(std::string& out, const zarel::AnswerAtom& atom);
 void append_class(std::string& out, const zarel::ClassStatement& statement, ItemKind kind);
 void append_object(std::string& out, const zarel::AnswerObject& object);
+void append_attribute(std::string& out, const zarel::AnswerAttribute& attribute);
 void append_statement(std::string& out, const ObjectStatement& statement);
 void append_space(std::string& out, std::string_view space);
+
+// Appends a line for each level of the costs, if there are any, as solvers of the language do.
+void append_costs(std::string& out, const AnswerSet& set);
 
 }    // namespace workbench

@@ -18,7 +18,6 @@ class TextForm : public BufferedForm {
  private:
   void append_items(const AnswerSet& set);
   void append_objects(const AnswerSet& set);
-  void append_costs(const AnswerSet& set);
 };
 
 void TextForm::answer_set(AnswerSet& set) {
@@ -26,7 +25,7 @@ void TextForm::answer_set(AnswerSet& set) {
   text_ += '{';
   append_items(set);
   text_ += "}\n";
-  append_costs(set);
+  append_costs(text_, set);
   write_piece();
 }
 
@@ -60,16 +59,6 @@ void TextForm::append_objects(const AnswerSet& set) {
     append_object(text_, object);
     write_piece();
   });
-}
-
-void TextForm::append_costs(const AnswerSet& set) {
-  bool is_first = true;
-  for (const Cost& cost : set.costs) {
-    text_ += is_first ? "Cost ([Weight:Level]): <[" : "\"[";
-    ((text_ += cost.weight) += ':') += cost.level;
-    text_ += is_first ? "]>\n" : "]\"\n";
-    is_first = false;
-  }
 }
 
 void TextForm::row(const zarel::AnswerTerms& values) {

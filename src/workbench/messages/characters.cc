@@ -194,4 +194,21 @@ std::string shown_text(std::string_view text, std::size_t columns) {
   return result;
 }
 
+std::size_t append_shown(std::string& out, std::string_view text) {
+  std::size_t columns = 0;
+  for (std::size_t at = 0; at < text.size();) {
+    std::size_t end = at;
+    while (end < text.size() && text[end] >= ' ' && text[end] < '\x7f') ++end;
+    out += text.substr(at, end - at);
+    columns += end - at;
+    at = end;
+    if (at == text.size()) break;
+    const Character character = character_at(text, at);
+    out += character.is_shown ? text.substr(at, character.bytes) : kReplacement;
+    columns += character.is_shown ? character.width : 1;
+    at += character.bytes;
+  }
+  return columns;
+}
+
 }    // namespace workbench

@@ -26,4 +26,7 @@ inline constexpr std::string_view kReplacement = "\xEF\xBF\xBD";    // U+FFFD
 // takes more columns than that.
 std::string shown_text(std::string_view text, std::size_t columns);
 
+// Appends the text as a terminal may get it, and returns the columns that it takes there.
+std::size_t append_shown(std::string& out, std::string_view text);
+
 }    // namespace workbench

@@ -153,7 +153,7 @@ ExitStatus report_failure(const SearchFailure& failure, Reporter& reporter) {
 
 AnswerPrinter::AnswerPrinter(zarel::Program& program, const AnswerOptions& options,
                              int standard_output)
-    : settings_{shown_namespaces(program.run()), {}, options.has_one_set},
+    : settings_{shown_namespaces(program.run()), {}, options.has_one_set, options.wrapping},
       outputs_(options.destinations, settings_, standard_output),
       filter_(outputs_, options.filters),
       counter_(filter_),
