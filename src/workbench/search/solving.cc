@@ -210,8 +210,10 @@ ExitStatus solve(zarel::Program& program, const SearchOptions& options,
     if (!kept.has_failed())
       status = run_search(program, options, kept, printer, reporter, answers.has_messages);
   } catch (const SearchFailure& failure) {
+    printer.flush();    // what was found stands in front
     status = report_failure(failure, reporter);
   } catch (const AnswersRefused& refusal) {
+    printer.flush();
     status = report_failure({{"form-misfit", {}, refusal.text, {}, {}, refusal.help}}, reporter);
   }
   const std::optional<Message> unkept = kept.finish();
