@@ -196,6 +196,15 @@ def pigeons_for_clingo(size, random):
     return pigeons(size, random, " ; ")
 
 
+def choices(size, _, disjunction=" v "):
+    """Of two each, so that there are two to the power of the size."""
+    return (f"in({i}){disjunction}out({i}).\n" for i in range(size))
+
+
+def choices_for_clingo(size, random):
+    return choices(size, random, " ; ")
+
+
 def solver_program(size, random):
     """Four facts to one rule, in the form that Zarel writes."""
     nodes = max(1, size // NODES_PER_FACT)

@@ -64,9 +64,9 @@ def gringo(path):
     return Command(["gringo", "--text", path])
 
 
-def clingo(path, answer_sets="0"):
+def clingo(path, answer_sets="0", form="--verbose=0"):
     # Satisfiable, unsatisfiable, and satisfiable with everything enumerated.
-    return Command(["clingo", answer_sets, "--verbose=0", path], good_statuses=(0, 10, 20, 30))
+    return Command(["clingo", answer_sets, form, path], good_statuses=(0, 10, 20, 30))
 
 
 def written(path, lines):
@@ -116,14 +116,27 @@ def by_zrl(folder, answer_sets):
     return zrl(folder, "-n", str(answer_sets), "in.zrl")
 
 
-def whole_run(zarel_lines, clingo_lines, answer_sets=0, front_end=by_zarel):
+def by_zrl_in(form):
+    return lambda folder, answer_sets: zrl(folder, "-n", str(answer_sets), "--format", form, "in.zrl")
+
+
+def whole_run(zarel_lines, clingo_lines, answer_sets=0, front_end=by_zarel,
+              peer_form="--verbose=0"):
     def make(size, random, folder):
         state = random.getstate()
         count = written("in.zrl", zarel_lines(size, random))
         random.setstate(state)    # the peer gets the same program
         written("in.lp", clingo_lines(size, random))
-        return Trial(front_end(folder, answer_sets), clingo("in.lp", str(answer_sets)), count)
+        return Trial(front_end(folder, answer_sets), clingo("in.lp", str(answer_sets), peer_form),
+                     count)
     return make
+
+
+def choices_read(size, random, folder):
+    """The peer's answers are read, as zrl reads those of clingo."""
+    trial = whole_run(inputs.choices, inputs.choices_for_clingo, front_end=by_zrl)(size, random, folder)
+    trial.peer = Command(["sh", "-c", "clingo 0 --verbose=0 in.lp | cat"])
+    return trial
 
 
 def solver_run(lines_of, *words, has_peer=True):
@@ -225,6 +238,11 @@ ROWS = [
         quick_size=9),
     Row("zrl-start", 1, "fact, solved by zrl",
         whole_run(inputs.links, inputs.links, front_end=by_zrl), NEARLY_AS_FAST_A_START, quick_size=1),
+    Row("zrl-json", 500_000, "the facts again, answered in JSON, as the peer does",
+        whole_run(inputs.links, inputs.links, front_end=by_zrl_in("json"), peer_form="--outf=2"),
+        times_of_peer(1.1)),
+    Row("zrl-sets", 20, "choices, and all their answer sets by zrl",
+        choices_read, times_of_peer(1.1), quick_size=12),
     Row("relations-300", 300, "places, related by a rule for any relation, solved",
         whole_run(inputs.places, inputs.places_for_clingo), times_of_peer_and_memory(1.15),
         quick_size=100),
