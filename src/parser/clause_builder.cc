@@ -72,6 +72,17 @@ void ClauseBuilder::flat_fact(const FlatAtom& fact) {
   add_rule(nullptr);
 }
 
+void ClauseBuilder::row_fact(NameId name, TermsMark list, NameId frame_space,
+                             const SourceSpan& declared) {
+  if (tree_.is_open()) {
+    const auto arity = static_cast<std::uint32_t>(terms_.size(list));
+    tree_.pause();
+    tree_.flat_fact(name, arity, frame_space, &declared);
+  }
+  head_.add(atoms_.atom({name, nullptr}, list, frame_space));
+  add_rule(nullptr);
+}
+
 void ClauseBuilder::frame_fact(std::span<const FrameStatement> statements) {
   add_frame_facts(statements, definition_.frame_context(), definition_.clauses());
 }

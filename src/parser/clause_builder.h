@@ -40,6 +40,8 @@ class ClauseBuilder {
 
   void flat_fact(const FlatAtom& fact);
   void frame_fact(std::span<const FrameStatement> statements);
+  // One that is no text: a row of data. Its name stands for the observer at `declared`.
+  void row_fact(NameId name, TermsMark list, NameId frame_space, const SourceSpan& declared);
   void fact();              // of the disjuncts read; closes the head
   void rule(Body* body);    // of the closed head
   void range_fact(WrittenName name, const TERMT& first, const TERMT& last);

@@ -6,6 +6,7 @@
 #include "base/characters.h"
 #include "model/run.h"
 #include "parser/text_range.h"
+#include "parser/written_statement.h"
 
 namespace zarel {
 ScannerActions::ScannerActions(const ScannerInput& input, std::uint32_t file,
@@ -109,6 +110,18 @@ void ScannerActions::unknown_character(char character) {
 void ScannerActions::starred_comment() {
   if (!current_run().options.skips_faulty_statements) return;
   report({Code::kStarredComment, place_of(here()), "a comment begins with %*"});
+}
+
+void ScannerActions::begin_remark() {
+  is_in_remark_ = is_observed_;
+  remark_place_ = here();
+  remark_.clear();
+  pass(2);
+}
+
+void ScannerActions::end_remark() {
+  is_in_remark_ = false;
+  current_run().statement_observer->remark(remark_, remark_place_);
 }
 
 void ScannerActions::open_verbatim(std::string_view mark) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <ostream>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -113,6 +114,17 @@ class ScannerActions {
   // Whether there is a quote behind the end of the file.
   bool has_open_string() const { return has_open_string_; }
 
+  // A comment, piece by piece. One that begins with "%!" is a remark, which the observer of
+  // statements is told of.
+  void begin_remark();
+  void comment(std::string_view text) {
+    if (is_in_remark_) remark_ += text;
+    pass_line(text);
+  }
+  void end_comment() {
+    if (is_in_remark_) end_remark();
+  }
+
   // A verbatim section: the mark that it begins with, its pieces, its end.
   void open_verbatim(std::string_view mark);
   void verbatim(std::string_view text);
@@ -126,6 +138,7 @@ class ScannerActions {
   }
   SourceLocation here() const { return {line_, column_, file_}; }
   Place place_of_next(std::string_view text) const;
+  void end_remark();
   void end_verbatim_line(const SourceLocation& next);
   bool is_outside() const { return depth_ == 0 && brace_depth_ == 0; }
   bool is_atom_before(std::string_view behind) const;
@@ -151,6 +164,9 @@ class ScannerActions {
   int depth_ = 0;
   bool is_in_body_ = false;
   bool is_observed_;    // statements are told as they are written
+  bool is_in_remark_ = false;
+  std::string remark_;    // behind "%!"
+  SourceLocation remark_place_;
   bool has_mistake_ = false;
 };
 

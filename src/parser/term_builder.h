@@ -69,6 +69,7 @@ class TermBuilder {
   TermsMark first(const TERMT& term) { return lists_.first(term); }
   TermsMark next(TermsMark list, const TERMT& term) { return lists_.next(list, term); }
   std::span<const TERMT> take(TermsMark list) { return lists_.take(list); }
+  std::size_t size(TermsMark list) const { return lists_.size(list); }
 
   IntegerBounds& bounds() { return bounds_; }
 

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <iterator>
+#include <string_view>
 #include <vector>
 
 #include "base/place.h"
@@ -165,15 +166,18 @@ struct WrittenFlatFact {
   std::uint32_t arity;
   NameId frame_space;
   SourceSpan span;
+  const SourceSpan* declared = nullptr;    // of a row of data: what stands for its name
 };
 
 // Told of each statement when it was read, in the order of the text; not of those with an error.
-// What it is given lasts for the call, the names as long as the run.
+// What it is given lasts for the call, the names as long as the run. A remark is a comment that
+// begins with "%!", which stands there; the text is what is behind that.
 class StatementObserver {
  public:
   virtual ~StatementObserver() = default;
   virtual void statement(const WrittenStatement& statement) = 0;
   virtual void flat_fact(const WrittenFlatFact& fact) = 0;
+  virtual void remark(std::string_view /*text*/, const SourceLocation& /*place*/) {}
 };
 
 }    // namespace zarel

@@ -176,8 +176,9 @@ void WrittenTree::range(NameId name, const SourceRange* name_place, NameId frame
   statement_.frame_space = frame_space;
 }
 
-void WrittenTree::flat_fact(NameId name, std::uint32_t arity, NameId frame_space) {
-  observer_->flat_fact({name, arity, frame_space, work_.where()});
+void WrittenTree::flat_fact(NameId name, std::uint32_t arity, NameId frame_space,
+                            const SourceSpan* declared) {
+  observer_->flat_fact({name, arity, frame_space, work_.where(), declared});
 }
 
 // A clause of a template goes there; what is not whole, or has an error, goes nowhere.

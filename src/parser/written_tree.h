@@ -72,7 +72,8 @@ class WrittenTree {
   void statement(WrittenStatement::Kind kind, NameId name, const SourceRange* name_place = nullptr);
 
   void range(NameId name, const SourceRange* name_place, NameId frame_space);
-  void flat_fact(NameId name, std::uint32_t arity, NameId frame_space);
+  void flat_fact(NameId name, std::uint32_t arity, NameId frame_space,
+                 const SourceSpan* declared = nullptr);
 
   void end_statement() {
     if (observer_ != nullptr) finish();

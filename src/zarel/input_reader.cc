@@ -54,4 +54,14 @@ void InputReader::read_text(std::string_view text, std::string_view shown_name) 
   parse_text(text, number, builder_, verbatim_);
 }
 
+void InputReader::read_facts(const std::string& path, std::string_view shown_name,
+                             const std::function<void(FactBuilder&)>& give) {
+  Run& run = current_run();
+  const std::uint32_t number = run.files.add(shown_name, path);
+  run.findings.parser_line = 1;
+  make_room_for_clauses(size_of(path));
+  FactBuilder facts(builder_, number);
+  give(facts);
+}
+
 }    // namespace zarel

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "parser/fact_builder.h"
 #include "parser/program_builder.h"
 
 namespace zarel {
@@ -22,6 +23,10 @@ class InputReader {
 
   // The same for a text in memory, which has to last as long as the run.
   void read_text(std::string_view text, std::string_view shown_name);
+
+  // The same for what is no text, but a file of data: `give` makes facts of it.
+  void read_facts(const std::string& path, std::string_view shown_name,
+                  const std::function<void(FactBuilder&)>& give);
 
  private:
   std::ostream& verbatim_;

@@ -52,6 +52,11 @@ void Program::read_text(std::string_view text, std::string_view name) {
   attempt([&] { reader_->read_text(text, name); });
 }
 
+void Program::read_facts(const std::string& path, std::string_view name,
+                         const std::function<void(FactBuilder&)>& give) {
+  attempt([&] { reader_->read_facts(path, name, give); });
+}
+
 bool Program::rewrite(PlainFacts facts) {
   if (run_.findings.errors != 0) return false;
   return attempt([&] {

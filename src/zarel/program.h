@@ -13,6 +13,7 @@
 
 #include "model/run.h"
 #include "output/answer_set_reader.h"
+#include "parser/fact_builder.h"
 #include "zarel/input_reader.h"
 #include "zarel/program_text.h"
 
@@ -44,6 +45,11 @@ class Program {
   // What is wrong is among the findings; behind what cannot be gone on from, nothing is read.
   void read_file(const std::string& path);
   void read_text(std::string_view text, std::string_view name);
+
+  // Adds the facts that `give` makes of a file of data, of which messages tell places; its path is
+  // empty when it has no lines that could be shown.
+  void read_facts(const std::string& path, std::string_view name,
+                  const std::function<void(FactBuilder&)>& give);
 
   // When all is read: expands the templates, and makes the text. Returns whether the program can be
   // solved; otherwise the findings say why not, and there is no text. A text without plain facts is

@@ -41,6 +41,10 @@ class Drawing : public StatementObserver {
     drawn += "flat " + piece(fact.span.range) + "\n";
   }
 
+  void remark(std::string_view text, const SourceLocation& place) override {
+    drawn += "remark at " + std::to_string(place.column) + ":" + std::string(text) + "\n";
+  }
+
   std::string drawn;
 
  private:
@@ -103,6 +107,9 @@ constexpr Case kCases[] = {
     {"rule", "-p(f(X), _) v q@s :- R(X, 1)@s, not -r(\"b\", v).",
      "-(p f(f X), _), q@s <- (R X, 1), not -(r \"b\", v)\n"},
     {"flat", "p(a, 1). p(X, 2).", "flat p(a, 1).\n(p X, 2)\n"},
+    {"remark", "p(\"%! a\"). ASITIS %*%! b*% q. %! c %! d",
+     "flat p(\"%! a\").\nq\nremark at 31: c %! d\n"},
+    {"comment", "p. % %! a", "p\n"},
     {"builtins",
      "#maxint = 9. :- X == Y, Z = X + 1, *(X, Y, Z), #maxint = X + Y, #succ(X, _), Y <= #maxint.",
      " <- 9\n <- cmp(== X, Y), calc(+ X, 1, Z), calc(* X, Y, Z), calc(+ X, Y, #maxint), "

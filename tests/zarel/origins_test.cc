@@ -104,5 +104,33 @@ TEST_P(Origins, OfEachLine) {
 INSTANTIATE_TEST_SUITE_P(Cases, Origins, testing::ValuesIn(kCases),
                          [](const auto& test) { return std::string(test.param.name); });
 
+// As the statements that say the same, but for their places.
+TEST(Facts, OfDataAreThoseOfTheText) {
+  Program read;
+  read.read_text("p(1,\"a b\",a). @s. o : c. 7[b -> 1, b ->> \"x\"]. q(a) :- p(a,X,Y).", "");
+  Program made;
+  made.read_facts("", "data.csv", [](FactBuilder& facts) {
+    const auto constant = [](std::string_view name) {
+      return TERMT::constant(FactBuilder::name(name));
+    };
+    facts.stand_at({2, 1, 2, 9});
+    const NameId space = FactBuilder::name("s");
+    facts.fact(FactBuilder::name("p"),
+               std::vector{TERMT::integer(1), constant("\"a b\""), constant("a")},
+               FactBuilder::name("default"), {});
+    facts.stand_at({3, 5, 3, 5});
+    facts.member(constant("o"), FactBuilder::name("c"), space);
+    const std::vector<FactBuilder::Attribute> attributes = {
+        {FactBuilder::name("b"), ARROW::kSingle, TERMT::integer(1)},
+        {FactBuilder::name("b"), ARROW::kSet, constant("\"x\"")}};
+    facts.object(TERMT::integer(7), attributes, space);
+  });
+  made.read_text("@s. q(a) :- p(a,X,Y).", "");
+  ASSERT_TRUE(read.rewrite() && made.rewrite());
+  EXPECT_EQ(made.text(), read.text());
+  EXPECT_TRUE(lines_with_origins(made).starts_with(
+      "0:2:1 | a_4(p,default,1,\"a b\",a).\n0:3:5, frame | a_3(instanceOf,sFlogic,o,c).\n"));
+}
+
 }    // namespace
 }    // namespace zarel

@@ -101,7 +101,8 @@ void Relations::look_at(const zarel::WrittenFlatFact& fact) {
   ++last_flat_->facts[0];
   Occurrences& given = last_flat_->given[0];
   if (given.count++ != 0) return;
-  given.first = fact.span;
+  given.first = fact.declared != nullptr ? *fact.declared : fact.span;
+  if (fact.declared != nullptr) return;
   const auto length = static_cast<std::uint32_t>(context_.spelling(fact.name).size());
   given.first.range.last_line = fact.span.range.first_line;
   given.first.range.last_column = fact.span.range.first_column + length - 1;
