@@ -13,8 +13,8 @@
 
 namespace zarel {
 
-// Makes what the statements would make that say the same, and tells the observer of statements, too.
-// Integers beyond "#maxint" are reported. While it lives, nothing else is read by its builder.
+// Makes what the statements would make that say the same, and tells the observer of statements,
+// too. Integers beyond "#maxint" are reported. While it lives, nothing else is read by its builder.
 class FactBuilder {
  public:
   // The file has this number in the run's table.

@@ -17,8 +17,13 @@ CheckedProgram::CheckedProgram(const CommandLine& line, std::ostream& messages)
       program_(run_options(line), [this](const zarel::Diagnostic& finding) { take(finding); }),
       texts_(program_.files()),
       reporter_(line.messages, texts_, messages),
+      data_(program_, texts_, [this](const Message& message) { reporter_.report(message); }),
       checks_(program_, {line.answers.filters, line.search.maxint.has_value(),
-                         line.search.consequences_option}) {}
+                         line.search.consequences_option},
+              {[this](std::string_view remark, const zarel::SourceLocation& place) {
+                 data_.look_at(remark, place);
+               },
+               [this](const zarel::WrittenStatement& statement) { data_.look_at(statement); }}) {}
 
 void CheckedProgram::take(const zarel::Diagnostic& finding) {
   if (finding.code == zarel::Code::kUnreadableFile) has_unreadable_file_ = true;
@@ -29,8 +34,8 @@ void CheckedProgram::take(const zarel::Diagnostic& finding) {
 }
 
 std::optional<ExitStatus> CheckedProgram::prepare(zarel::PlainFacts facts) {
-  load(program_, line_.files, line_.folders, loaded_);
-  if (has_unreadable_file_) return ExitStatus::kUsage;
+  load(program_, line_.files, line_.folders, loaded_, data_);
+  if (has_unreadable_file_ || data_.has_unreadable_file()) return ExitStatus::kUsage;
   if (reporter_.errors() == 0) {
     reporter_.hold();
     checks_.report([this](const Message& message) { reporter_.report(message); });

@@ -5,6 +5,7 @@
 
 #include "workbench/checks/checks.h"
 #include "workbench/command_line.h"
+#include "workbench/data/data_reader.h"
 #include "workbench/loading.h"
 #include "workbench/messages/findings.h"
 #include "workbench/messages/reporter.h"
@@ -35,6 +36,7 @@ class CheckedProgram {
   SourceTexts texts_;
   SyntaxMessages syntax_{texts_};
   Reporter reporter_;
+  DataReader data_;
   Checks checks_;
   bool has_unreadable_file_ = false;
 };

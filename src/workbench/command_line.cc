@@ -403,7 +403,7 @@ constexpr std::string_view kHelp =
 
 A file that is not there as named is looked for in the folders of -I and in the library of
 templates: "zrl maximum.zrl staff.zrl" works anywhere. Without a file, or with -, the program comes
-from standard input.
+from standard input. The rows of .csv, .tsv, .json, .jsonl, .db and .sqlite files become facts.
 
 Exit status: 0 an answer set was found (or the query is true, or has rows), 10 there is none (or
 it is false, or has no rows), 20 ended by a limit or an interrupt, with what was found printed;

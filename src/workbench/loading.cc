@@ -65,19 +65,24 @@ std::vector<std::string> library_templates() {
 }
 
 void load(zarel::Program& program, std::span<const std::string> files,
-          std::span<const std::string> folders, LoadedTexts& texts) {
+          std::span<const std::string> folders, LoadedTexts& texts, DataReader& data) {
   for (const std::string& file : files) {
     std::error_code unknown;
     const auto bytes = fs::file_size(found_file(file, folders), unknown);
     if (!unknown) will_read(bytes);
   }
   for (const std::string& file : files) {
+    if (is_data_file(file)) {
+      data.read_file(found_file(file, folders));
+      continue;
+    }
     if (file == "-") {
       texts.standard_input = all_of_standard_input();
       program.read_text(texts.standard_input, "<stdin>");
     } else {
       program.read_file(found_file(file, folders));
     }
+    data.read_declared(folders);
   }
 }
 

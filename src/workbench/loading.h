@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "workbench/data/data_reader.h"
 #include "zarel/program.h"
 
 namespace workbench {
@@ -22,8 +23,8 @@ struct LoadedTexts {
 };
 
 // Reads the files ("-", once: standard input) into the program, which finds those that cannot be
-// read.
+// read. Files of data, and those that a file of the program declares, go through `data`.
 void load(zarel::Program& program, std::span<const std::string> files,
-          std::span<const std::string> folders, LoadedTexts& texts);
+          std::span<const std::string> folders, LoadedTexts& texts, DataReader& data);
 
 }    // namespace workbench

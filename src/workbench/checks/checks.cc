@@ -12,8 +12,8 @@
 
 namespace workbench {
 struct Checks::State : zarel::StatementObserver {
-  State(zarel::Program& of, CheckOptions chosen)
-      : program(of), options(std::move(chosen)), context(program.run()) {
+  State(zarel::Program& of, CheckOptions chosen, ReadingWatch told)
+      : program(of), options(std::move(chosen)), watch(std::move(told)), context(program.run()) {
     program.run().statement_observer = this;
   }
   State(const State&) = delete;
@@ -22,6 +22,7 @@ struct Checks::State : zarel::StatementObserver {
 
   void statement(const zarel::WrittenStatement& statement) override {
     using enum zarel::WrittenStatement::Kind;
+    watch.statement(statement);
     if (statement.kind == kInclude || statement.kind == kIncludeLibrary) {
       foreign.add_file(context.spelling(statement.name), program.files()[statement.span.file].path);
       return;
@@ -40,6 +41,10 @@ struct Checks::State : zarel::StatementObserver {
   void flat_fact(const zarel::WrittenFlatFact& fact) override {
     templates.look_at(fact);
     relations.look_at(fact);
+  }
+
+  void remark(std::string_view text, const zarel::SourceLocation& place) override {
+    watch.remark(text, place);
   }
 
   // What only follows from a variable without a value is not told.
@@ -62,6 +67,7 @@ struct Checks::State : zarel::StatementObserver {
 
   zarel::Program& program;
   CheckOptions options;
+  ReadingWatch watch;
   CheckContext context;
   ForeignText foreign;
   Templates templates{context};
@@ -71,8 +77,8 @@ struct Checks::State : zarel::StatementObserver {
   Frames frames{context, relations};
 };
 
-Checks::Checks(zarel::Program& program, const CheckOptions& options)
-    : state_(std::make_unique<State>(program, options)) {}
+Checks::Checks(zarel::Program& program, const CheckOptions& options, ReadingWatch watch)
+    : state_(std::make_unique<State>(program, options, std::move(watch))) {}
 
 Checks::~Checks() = default;
 
