@@ -17,6 +17,27 @@ def facts(size, random):
         yield f"edge(n{below(random, nodes)},n{below(random, nodes)},{below(random, 1000)}).\n"
 
 
+def sales(size, random):
+    customers = max(1, size // 10)
+    for i in range(size):
+        yield i, f"customer_{below(random, customers)}", below(random, 100_000)
+
+
+def sales_table(size, random):
+    yield "id,customer,amount\n"
+    for i, customer, cents in sales(size, random):
+        yield f"{i},{customer},{cents // 100}.{cents % 100:02}\n"
+
+
+def sales_objects(size, random):
+    for i, customer, cents in sales(size, random):
+        yield f'{{"id": {i}, "customer": "{customer}", "amount": {cents // 100}.{cents % 100:02}}}\n'
+
+
+def sales_facts(size, random):
+    return (f"sold({i},{customer},{cents}).\n" for i, customer, cents in sales(size, random))
+
+
 def rules(size, random):
     for _ in range(size):
         p, q, r, s, t = (below(random, 1000) for _ in range(5))

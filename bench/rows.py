@@ -56,6 +56,10 @@ def zrl(folder, *words):
     return Command([os.path.join(folder, "zrl"), "run", *words], good_statuses=(0, 10))
 
 
+def zrl_check(folder, *words):
+    return Command([os.path.join(folder, "zrl"), "check", *words], is_silent=True)
+
+
 def dl(folder, *words):
     return Command([os.path.join(folder, "dl"), *words], is_silent=True)
 
@@ -146,6 +150,18 @@ def solver_run(lines_of, *words, has_peer=True):
     return make
 
 
+def data_read(name, lines_of):
+    """Beside the same facts as text: both are read, checked and rewritten."""
+    def make(size, random, folder):
+        state = random.getstate()
+        count = written(name, lines_of(size, random))
+        random.setstate(state)
+        written("facts.zrl", inputs.sales_facts(size, random))
+        written("in.zrl", [f'%! data sold("{name}", id, customer, amount*100)\n'])
+        return Trial(zrl_check(folder, "in.zrl"), zrl_check(folder, "facts.zrl"), count)
+    return make
+
+
 # Figures.
 
 def linear_and(text="", holds=lambda result: True, **more):
@@ -165,6 +181,12 @@ TEN_TIMES_IN_THREE_TEXTS = linear_and("10 times (aim 20), memory under 3 times t
 
 def mb_per_second(least, aim=""):
     return linear_and(f"{least} MB/s{aim}", lambda r: r.speed >= least)
+
+
+def mb_per_second_and_memory_of_peer(least):
+    return Figure(f"{least} MB/s, at most 1.1 times the peer's memory",
+                  lambda r, _: r.speed >= least and r.zarel.mebibytes <= 1.1 * r.peer.mebibytes,
+                  needs_peer=True)
 
 
 def times_of_peer(most):
@@ -243,6 +265,10 @@ ROWS = [
         times_of_peer(1.1)),
     Row("zrl-sets", 20, "choices, and all their answer sets by zrl",
         choices_read, times_of_peer(1.1), quick_size=12),
+    Row("data-csv", 1_000_000, "rows of a CSV file, read and checked by zrl",
+        data_read("in.csv", inputs.sales_table), mb_per_second_and_memory_of_peer(25)),
+    Row("data-json", 1_000_000, "the same as JSON lines",
+        data_read("in.jsonl", inputs.sales_objects), mb_per_second_and_memory_of_peer(25)),
     Row("relations-300", 300, "places, related by a rule for any relation, solved",
         whole_run(inputs.places, inputs.places_for_clingo), times_of_peer_and_memory(1.15),
         quick_size=100),

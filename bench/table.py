@@ -1,4 +1,5 @@
 """The results of all rows as a table."""
+import os
 from dataclasses import dataclass
 
 HEAD = ["Row", "Size", "Input MB", "Zarel s", "MB/s", "Peer", "Peer s", "Peer / Zarel",
@@ -50,7 +51,7 @@ def figure_cell(result, results):
 def peer_cells(result):
     if result.peer is None:
         return ["", "", "", ""]
-    name = result.trial.peer.words[0]
+    name = os.path.basename(result.trial.peer.words[0])
     if result.peer.problem is not None:
         return [name, result.peer.problem, "", ""]
     return [name, seconds(result.peer), f"{result.ratio:.2f}", f"{result.peer.mebibytes:.0f}"]
