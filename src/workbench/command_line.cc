@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <iterator>
 #include <string_view>
 #include <unistd.h>
 
@@ -44,6 +45,7 @@ struct WrongUsage {
 // Options whose values still have to be looked at together.
 struct RawOptions {
   std::vector<std::string> switches;    // of -W
+  std::vector<std::string> filters;
   std::string colour = "auto";
   std::string message_form = "text";
   std::vector<std::string> forms;      // --format
@@ -130,16 +132,17 @@ void add_bound_option(CLI::App& app, SearchOptions& search) {
       ->group("Search");
 }
 
-void add_filter_option(CLI::App& app, AnswerOptions& answers) {
-  app.add_option("--filter", answers.filters, "Show the atoms of these predicates only")
-      ->type_name("NAME,...")
-      ->delimiter(',')
+void add_filter_option(CLI::App& app, RawOptions& raw) {
+  app.add_option("--filter", raw.filters,
+                 "Show only p or p/2 (relations), -p, [age] or ann[age] (attributes), :person "
+                 "(members), C::D (subclasses), @parish (a space); with ! in front, leave out")
+      ->type_name("PATTERN,...")
       ->allow_extra_args(false)
       ->group("Answers");
 }
 
-void add_answer_options(CLI::App& app, AnswerOptions& answers, RawOptions& raw) {
-  add_filter_option(app, answers);
+void add_answer_options(CLI::App& app, RawOptions& raw) {
+  add_filter_option(app, raw);
   app.add_option("--format", raw.forms, "Form of the answers: " + listed(form_names()))
       ->check(one_of(form_names()))
       ->type_name("FORM")
@@ -317,6 +320,16 @@ bool has_json_on_standard_output(const AnswerOptions& answers) {
   });
 }
 
+std::vector<ItemPattern> patterns_of(const std::vector<std::string>& filters) {
+  std::vector<ItemPattern> patterns;
+  for (const std::string& filter : filters) {
+    ReadPatterns read = read_item_patterns(filter);
+    if (!read.mistake.empty()) throw WrongUsage{read.mistake};
+    std::ranges::move(read.patterns, std::back_inserter(patterns));
+  }
+  return patterns;
+}
+
 void finish(CommandLine& line, const CLI::App& app, const RawOptions& raw) {
   line.answers.destinations = destinations_of(app, raw);
   line.answers.has_one_set = line.search.answer_sets == 1;
@@ -328,7 +341,7 @@ void finish(CommandLine& line, const CLI::App& app, const RawOptions& raw) {
   if (raw.is_brave || raw.is_cautious) {
     line.search.consequences_option = raw.is_brave ? "--brave" : "--cautious";
   }
-  std::erase(line.answers.filters, "");
+  line.answers.filters = patterns_of(raw.filters);
 }
 
 void look_at_files(CommandLine& line) {
@@ -343,7 +356,7 @@ void look_at_files(CommandLine& line) {
 void define_run(CLI::App& app, CommandLine& line, RawOptions& raw) {
   line.command = Command::kRun;
   add_reading_options(app, line);
-  add_answer_options(app, line.answers, raw);
+  add_answer_options(app, raw);
   add_search_options(app, line.search, raw);
   add_message_options(app, line, raw);
 }
@@ -352,7 +365,7 @@ void define_check(CLI::App& app, CommandLine& line, RawOptions& raw) {
   line.command = Command::kCheck;
   add_reading_options(app, line);
   add_bound_option(app, line.search);
-  add_filter_option(app, line.answers);
+  add_filter_option(app, raw);
   add_message_options(app, line, raw);
 }
 

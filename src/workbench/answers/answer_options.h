@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "workbench/answers/item_pattern.h"
+
 namespace workbench {
 
 // Whether text is wrapped to the width of a screen.
@@ -21,7 +23,7 @@ struct AnswerOptions {
   Wrapping wrapping = Wrapping::kOnTerminals;
   bool has_one_set = false;            // no second one is asked for
   bool has_messages = false;           // standard output takes messages, too, as JSON
-  std::vector<std::string> filters;    // names of relations; all are shown when there are none
+  std::vector<ItemPattern> filters;         // everything is shown when there are none
 };
 
 }    // namespace workbench

@@ -61,6 +61,11 @@ zarel::AnswerTerms AnswerSet::arguments(const Item& item) const {
   return zarel::AnswerTerms(part(begin, item.arguments_size), namespaces_);
 }
 
+std::size_t AnswerSet::arity(const Item& item) const {
+  const zarel::AnswerTerms terms = arguments(item);
+  return static_cast<std::size_t>(std::ranges::distance(terms.begin(), terms.end()));
+}
+
 std::string_view AnswerSet::encoding(const Item& item) const {
   std::size_t size = item.relation_size;
   if (item.space_size != 0) size += 1 + item.space_size;

@@ -66,6 +66,7 @@ class AnswerSet {
   std::string_view space(const Item& item) const;
   // Of any kind, as the atom that it is to the solver: frames in a space with their marker.
   zarel::AnswerAtom encoded_atom(const Item& item) const;
+  std::size_t arity(const Item& item) const;    // as the program sees it, space left out
   // The whole item as the solver knows it; equal items, and no others, have equal ones.
   std::string_view encoding(const Item& item) const;
 

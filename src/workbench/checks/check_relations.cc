@@ -409,19 +409,69 @@ void Relations::report_frames(const ForeignText& foreign) {
   }
 }
 
-void Relations::report_filters(std::span<const std::string> filters, const ForeignText& foreign) {
-  for (const std::string& filter : filters) {
-    const auto name = context_.run().names.find(filter);
-    if ((name && by_name_.contains(*name)) || !given_by_variable_.empty()) continue;
-    if (foreign.mentions(filter)) continue;
-    Message& message = context_.tell("unknown-filter", {},
-                                     "the filter " + filter + " names no predicate of the program");
-    const std::string_view near = nearest(filter, given_names(0));
-    if (!near.empty()) message.help = concat({"did you mean ", near, "?"});
+// Objects and frame spaces may come from anywhere; so may what has a prefix.
+bool Relations::is_named(const ItemPattern& filter, const ItemPattern::Reading& reading,
+                         const ForeignText& foreign) const {
+  const std::string& spelling = reading.second;
+  if (spelling.empty() || spelling.find(':') != std::string::npos || foreign.mentions(spelling))
+    return true;
+  const auto name = context_.run().names.find(spelling);
+  switch (reading.kind) {
+    case PatternKind::kRelation: {
+      if (!given_by_variable_.empty()) return true;
+      const auto found = name ? by_name_.find(*name) : by_name_.end();
+      return found != by_name_.end() &&
+             std::ranges::any_of(found->second, [&filter](const Relation* relation) {
+               return !filter.arity || *filter.arity == relation->key.arity;
+             });
+    }
+    case PatternKind::kAttribute:
+      return attributes_vary_ || (name && attributes_.contains(*name));
+    case PatternKind::kMembership:
+      return classes_vary_ || (name && classes_.contains(*name));
+    case PatternKind::kSubclass:
+      break;
+  }
+  return classes_vary_ || name.has_value();
+}
+
+// What the user may have meant, if it is clear.
+std::string Relations::filter_help(const ItemPattern& filter) const {
+  const ItemPattern::Reading& reading = filter.readings.back();
+  if (reading.kind != PatternKind::kRelation) return {};
+  if (const auto name = context_.run().names.find(reading.second)) {
+    const auto found = by_name_.find(*name);
+    if (found != by_name_.end()) {
+      const std::size_t arity = found->second.front()->key.arity;
+      return concat({reading.second, " is given ", with_arguments(arity), ": write ",
+                     reading.second, "/", std::to_string(arity)});
+    }
+    if (classes_.contains(*name))
+      return concat({"write :", reading.second, " for the members of the class"});
+    if (attributes_.contains(*name))
+      return concat({"write [", reading.second, "] for the attribute"});
+  }
+  const std::string_view near = nearest(reading.second, given_names(0));
+  return near.empty() ? std::string() : concat({"did you mean ", near, "?"});
+}
+
+void Relations::report_filters(std::span<const ItemPattern> filters, const ForeignText& foreign) {
+  for (const ItemPattern& filter : filters) {
+    if (std::ranges::any_of(filter.readings, [&](const auto& reading) {
+          return is_named(filter, reading, foreign);
+        }))
+      continue;
+    const bool is_relation = filter.readings.back().kind == PatternKind::kRelation;
+    Message& message =
+        context_.tell("unknown-filter", {},
+                      concat({"the filter ", filter.text, " names ",
+                              is_relation ? "no predicate" : "nothing", " of the program"}));
+    const std::string help = filter_help(filter);
+    if (!help.empty()) message.help = help;
   }
 }
 
-void Relations::report(std::span<const std::string> filters, const ForeignText& foreign) {
+void Relations::report(std::span<const ItemPattern> filters, const ForeignText& foreign) {
   for (const Relation& relation : relations_) {
     for (const int sign : {0, 1}) {
       report_unknown(relation, sign, foreign);

@@ -11,6 +11,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "workbench/answers/item_pattern.h"
 #include "workbench/checks/check_context.h"
 #include "workbench/syntax/foreign_text.h"
 
@@ -64,7 +65,7 @@ class Relations {
   void look_at(const zarel::WrittenFlatFact& fact);
 
   // When all was read.
-  void report(std::span<const std::string> filters, const ForeignText& foreign);
+  void report(std::span<const ItemPattern> filters, const ForeignText& foreign);
 
   const std::deque<Relation>& all() const { return relations_; }    // by number
   // The relation of an atom of the program; null when its name or its frame space is a variable.
@@ -96,7 +97,10 @@ class Relations {
   void report_unused(const Relation& relation, int sign, const ForeignText& foreign);
   void report_frames(const ForeignText& foreign);
   void report_attribute(zarel::NameId name, const Attribute& attribute, const ForeignText& foreign);
-  void report_filters(std::span<const std::string> filters, const ForeignText& foreign);
+  void report_filters(std::span<const ItemPattern> filters, const ForeignText& foreign);
+  bool is_named(const ItemPattern& filter, const ItemPattern::Reading& reading,
+                const ForeignText& foreign) const;
+  std::string filter_help(const ItemPattern& filter) const;
   std::string shown(const Relation& relation, int sign) const;
   void suggest(Message& message, zarel::NameId name, std::span<const std::string_view> candidates);
   std::vector<std::string_view> given_names(std::uint32_t scope) const;

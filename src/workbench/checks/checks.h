@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "parser/written_statement.h"
+#include "workbench/answers/item_pattern.h"
 #include "workbench/messages/message.h"
 #include "zarel/program.h"
 
@@ -15,7 +16,7 @@ namespace workbench {
 
 // What the warnings need to know of the command line.
 struct CheckOptions {
-  std::vector<std::string> filters;      // as given
+  std::vector<ItemPattern> filters;
   bool has_maxint = false;               // there is a bound on integers besides the program's
   std::string_view query_option = {};    // an option that is about the program's query
 };

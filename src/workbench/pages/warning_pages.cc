@@ -199,9 +199,11 @@ the fraction is cut off, and 0.5 costs nothing. Multiply all weights instead.
 )"},
     {.code = "unknown-filter",
      .severity = kWarning,
-     .title = "a filter names no predicate",
-     .meaning = R"(The option --filter shows the predicates that it names, and nothing else. No
-predicate of the program has this name, so nothing will be shown for it.
+     .title = "a filter names nothing of the program",
+     .meaning = R"(The option --filter shows what it names, and nothing else. No predicate,
+attribute or class of the program is named so, with this number of arguments if
+one is given, and nothing will be shown for it. A name alone is one of a
+predicate: [age] names an attribute, and :person the members of a class.
 )",
      .kind = ExampleKind::kCommand,
      .wrong = R"(echo "road(ash, birch)." | zrl check --filter=raod -
