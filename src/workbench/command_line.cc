@@ -11,6 +11,7 @@
 #include <iterator>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
 
 #include "dl/options.h"
 #include "workbench/answers/forms.h"
@@ -50,6 +51,7 @@ struct RawOptions {
   std::string message_form = "text";
   std::vector<std::string> forms;      // --format
   std::vector<std::string> outputs;    // --output
+  std::string difference;              // --diff: to what
   bool is_brave = false;
   bool is_cautious = false;
 };
@@ -141,20 +143,49 @@ void add_filter_option(CLI::App& app, RawOptions& raw) {
       ->group("Answers");
 }
 
-void add_answer_options(CLI::App& app, RawOptions& raw) {
+void add_answer_options(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  constexpr const char* kGroup = "Answers";
   add_filter_option(app, raw);
+  app.add_flag("--project", line.answers.projects,
+               "Answer sets that differ only in what is hidden are one")
+      ->group(kGroup);
+  app.add_flag("--sort", line.answers.sorts,
+               "Order what an answer set holds, by relation and value")
+      ->group(kGroup);
+  app.add_flag("--improving", line.search.shows_improving,
+               "With weak constraints, show each better answer set as it is found")
+      ->group(kGroup);
+  auto* const best =
+      app.add_flag_callback(
+             "--best", [&line] { line.answers.shown_sets = 1; },
+             "Show one answer set only, the best with weak constraints; count the others")
+          ->group(kGroup);
+  app.add_flag_callback(
+         "--count", [&line] { line.answers.shown_sets = 0; },
+         "Show no answers, only how many there are")
+      ->excludes(best)
+      ->group(kGroup);
   app.add_option("--format", raw.forms, "Form of the answers: " + listed(form_names()))
       ->check(one_of(form_names()))
       ->type_name("FORM")
       ->allow_extra_args(false)
-      ->group("Answers");
+      ->group(kGroup);
+  app.add_option("--limit", line.answers.row_limit, "At most K rows of each table")
+      ->check(whole_number(1, kGreatestCount))
+      ->type_name("K")
+      ->group(kGroup);
+  app.add_flag("--diff{before}", raw.difference,
+               "The form diff: what each answer set has more and less than the one before; "
+               "--diff=facts: than the program's facts")
+      ->check(one_of({"before", "facts"}))
+      ->group(kGroup);
   app.add_option("-o,--output", raw.outputs,
                  "Write the answers to FILE, in the form of the --format in front of it or else "
                  "that of its ending; may be repeated")
       ->type_name("FILE")
       ->allow_extra_args(false)
       ->group("Answers");
-  const auto add_wrapping = [&app, &answers](const char* name, const char* what, Wrapping when) {
+  const auto add_wrapping = [&app, &answers = line.answers](const char* name, const char* what, Wrapping when) {
     return app
         .add_flag_callback(
             name, [&answers, when] { answers.wrapping = when; }, what)
@@ -296,8 +327,9 @@ std::vector<Destination> checked(std::vector<Destination> destinations) {
 // A file's form stands in front of it; with one of each, also behind. What is left of the forms is
 // that of standard output.
 std::vector<Destination> destinations_of(const CLI::App& app, const RawOptions& raw) {
-  if (raw.forms.size() == 1 && raw.outputs.size() == 1)
-    return checked({{raw.forms[0], raw.outputs[0]}});
+  std::vector<std::string> forms = raw.forms;
+  if (!raw.difference.empty()) forms.emplace_back("diff");
+  if (forms.size() == 1 && raw.outputs.size() == 1) return checked({{forms[0], raw.outputs[0]}});
   std::vector<Destination> destinations;
   auto form = raw.forms.begin();
   auto file = raw.outputs.begin();
@@ -305,6 +337,9 @@ std::vector<Destination> destinations_of(const CLI::App& app, const RawOptions& 
   for (const CLI::Option* const option : app.parse_order()) {
     if (option->check_lname("format")) {
       destinations.push_back({*form++, ""});
+      has_form = true;
+    } else if (option->check_lname("diff")) {
+      destinations.push_back({"diff", ""});
       has_form = true;
     } else if (option->check_lname("output")) {
       if (!has_form) destinations.push_back({form_for_file(*file), ""});
@@ -341,7 +376,15 @@ void finish(CommandLine& line, const CLI::App& app, const RawOptions& raw) {
   if (raw.is_brave || raw.is_cautious) {
     line.search.consequences_option = raw.is_brave ? "--brave" : "--cautious";
   }
+  if (line.search.shows_improving && !line.search.solver.empty())
+    throw WrongUsage{"--improving needs clingo: leave out --solver"};
+  if (raw.difference == "facts") {
+    line.answers.differs_from_facts = line.search.leaves_out_facts = true;
+  }
   line.answers.filters = patterns_of(raw.filters);
+  if (line.answers.projects) {    // what is found is not what is wanted
+    line.answers.different_sets = std::exchange(line.search.answer_sets, 0);
+  }
 }
 
 void look_at_files(CommandLine& line) {
@@ -356,7 +399,7 @@ void look_at_files(CommandLine& line) {
 void define_run(CLI::App& app, CommandLine& line, RawOptions& raw) {
   line.command = Command::kRun;
   add_reading_options(app, line);
-  add_answer_options(app, raw);
+  add_answer_options(app, line, raw);
   add_search_options(app, line.search, raw);
   add_message_options(app, line, raw);
 }

@@ -5,6 +5,7 @@
 namespace workbench {
 
 void AnswerCounter::answer_set(AnswerSet& set) {
+  if (set.is_improving) return next().answer_set(set);
   note_found(++found_.answer_sets);
   if (!set.costs.empty()) {
     found_.costs.clear();

@@ -7,16 +7,14 @@ namespace workbench {
 
 class AnswerCounter : public AnswerStage {
  public:
-  using AnswerStage::AnswerStage;
-
-  const Found& found() const { return found_; }
+  AnswerCounter(AnswerConsumer& next, Found& found) : AnswerStage(next), found_(found) {}
 
   void answer_set(AnswerSet& set) override;
   void row(const zarel::AnswerTerms& values) override;
   void truth(bool holds) override;
 
  private:
-  Found found_;
+  Found& found_;
 };
 
 }    // namespace workbench

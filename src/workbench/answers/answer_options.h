@@ -1,7 +1,9 @@
 #pragma once
 // answer_options.h - what the user wants to see of the answers, and how.
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +26,12 @@ struct AnswerOptions {
   bool has_one_set = false;            // no second one is asked for
   bool has_messages = false;           // standard output takes messages, too, as JSON
   std::vector<ItemPattern> filters;         // everything is shown when there are none
+  std::size_t row_limit = 0;                // of each table; 0: none
+  bool sorts = false;
+  bool differs_from_facts = false;                 // in the form of differences; facts do not come
+  bool projects = false;                           // sets that show the same are one
+  std::uint64_t different_sets = 0;                // so many of these are wanted; 0: all
+  std::optional<std::uint64_t> shown_sets = {};    // the others are counted only
 };
 
 }    // namespace workbench

@@ -1,7 +1,6 @@
 #include "workbench/answers/answer_outputs.h"
 
-#include <sys/ioctl.h>
-#include <unistd.h>
+#include "workbench/answers/terminal_width.h"
 
 namespace workbench {
 namespace {
@@ -9,12 +8,9 @@ namespace {
 // Those that text is wrapped to; 0 where it is not.
 std::size_t columns_of(Wrapping wrapping, int descriptor) {
   constexpr std::size_t kUsual = 80;
-  const bool is_terminal = descriptor >= 0 && ::isatty(descriptor) != 0;
-  if (wrapping == Wrapping::kNever || (wrapping == Wrapping::kOnTerminals && !is_terminal))
-    return 0;
-  winsize size{};
-  const bool is_known = is_terminal && ::ioctl(descriptor, TIOCGWINSZ, &size) == 0;
-  return is_known && size.ws_col != 0 ? size.ws_col : kUsual;
+  if (wrapping == Wrapping::kNever) return 0;
+  const std::size_t width = terminal_width(descriptor);
+  return width == 0 && wrapping == Wrapping::kAlways ? kUsual : width;
 }
 
 }    // namespace
@@ -37,7 +33,7 @@ AnswerOutputs::AnswerOutputs(const std::vector<Destination>& destinations,
     }
     std::ostream& stream = output.file ? output.file->stream() : standard_stream_;
     const std::size_t columns = columns_of(settings.wrapping, output.file ? -1 : standard);
-    output.form = destination.form == "text" && columns != 0
+    output.form = destination.form == "text" && columns != 0 && !settings.counts_only
                       ? make_wrapped_text_form(stream, columns)
                       : make_form(destination.form, stream, settings);
     outputs_.push_back(std::move(output));

@@ -21,6 +21,7 @@ class AnswerOutputs : public AnswerConsumer {
 
   // The descriptor that somebody reads answers from as they come; -1 for none.
   int descriptor() const { return standard_ ? standard_->descriptor() : -1; }
+  const std::ostream* standard_stream() const { return standard_ ? &standard_stream_ : nullptr; }
   void note_closed() { standard_->note_closed(); }    // nobody reads them any more
 
   struct Failure {

@@ -43,6 +43,51 @@ class ObjectCalls : public zarel::AnswerSink {
   const AnswerSet::ObjectVisitor& visit_;
 };
 
+// One object after the other, of statements in order.
+class OrderedObject {
+ public:
+  bool is_of(const ObjectStatement& said) const {
+    return said.object.text() == name_.text() && said.space == space_;
+  }
+
+  void add(const ObjectStatement& said) {
+    name_ = said.object;
+    space_ = said.space;
+    const bool is_same = !attributes_.empty() && !said.arrow.empty() &&
+                         attributes_.back().name.text() == said.attribute.text() &&
+                         attributes_.back().is_negated == said.is_negated &&
+                         attributes_.back().arrow == said.arrow;
+    if (!is_same) {
+      attributes_.push_back({said.attribute, said.is_negated, said.arrow, {}});
+      counts_.push_back(0);
+    }
+    if (said.arrow.empty()) return;
+    values_.push_back(said.value);
+    ++counts_.back();
+  }
+
+  // Nothing while there is none; then it is gone.
+  void show(const AnswerSet::ObjectVisitor& visit) {
+    if (attributes_.empty()) return;
+    std::span<const AnswerTerm> rest(values_);
+    for (std::size_t i = 0; i < attributes_.size(); ++i) {
+      attributes_[i].values = rest.subspan(0, counts_[i]);
+      rest = rest.subspan(counts_[i]);
+    }
+    visit({name_, space_, attributes_});
+    attributes_.clear();
+    values_.clear();
+    counts_.clear();
+  }
+
+ private:
+  AnswerTerm name_;
+  std::string_view space_;
+  std::vector<zarel::AnswerAttribute> attributes_;
+  std::vector<std::size_t> counts_;    // of the values of each
+  std::vector<AnswerTerm> values_;
+};
+
 }    // namespace
 
 std::string_view AnswerSet::raw_space(const Item& item) const {
@@ -92,7 +137,24 @@ ObjectStatement AnswerSet::statement(const Item& item) const {
   return {object, attribute, space(item), item.is_negated, without_quotes(arrow.text()), value};
 }
 
+void AnswerSet::put_in_order(std::vector<Item> items) {
+  items_ = std::move(items);
+  is_in_order_ = true;
+}
+
+void AnswerSet::each_object_in_order(const ObjectVisitor& visit) const {
+  OrderedObject object;
+  for (const Item& item : items_) {
+    if (item.kind != ItemKind::kValue && item.kind != ItemKind::kAttribute) continue;
+    const ObjectStatement said = statement(item);
+    if (!object.is_of(said)) object.show(visit);
+    object.add(said);
+  }
+  object.show(visit);
+}
+
 void AnswerSet::each_object(const ObjectVisitor& visit) const {
+  if (is_in_order_) return each_object_in_order(visit);
   zarel::FrameMap objects(namespaces_);
   std::string suffix;
   for (const Item& item : items_) {
@@ -114,6 +176,7 @@ void AnswerSet::clear() {
   costs.clear();
   text_.clear();
   items_.clear();
+  is_in_order_ = false;
 }
 
 }    // namespace workbench

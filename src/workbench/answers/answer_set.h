@@ -53,8 +53,9 @@ class AnswerSet {
   // Qualified constants are of these name spaces, which outlive the set; null: there are none.
   explicit AnswerSet(const zarel::NamespaceTable* namespaces = nullptr) : namespaces_(namespaces) {}
 
-  std::uint64_t number = 0;    // from 1, in the order of the solver
-  std::vector<Cost> costs;     // the highest level first; none without weak constraints
+  std::uint64_t number = 0;     // from 1, in the order of the solver; improving ones by themselves
+  bool is_improving = false;    // better than all before it, and not known to be a best one
+  std::vector<Cost> costs;      // the highest level first; none without weak constraints
 
   std::span<const Item> items() const { return items_; }
 
@@ -71,7 +72,8 @@ class AnswerSet {
   std::string_view encoding(const Item& item) const;
 
   // Calls `visit` with all that each object says, in the byte-wise order of object and space;
-  // attributes and values are in order of arrival. The view is valid during the call.
+  // attributes and values are in order of arrival. The view is valid during the call. All is in
+  // their own order where items were put in one.
   using ObjectVisitor = std::function<void(const zarel::AnswerObject&)>;
   void each_object(const ObjectVisitor& visit) const;
 
@@ -80,9 +82,8 @@ class AnswerSet {
   void keep_if(Keeps&& keeps) {
     std::erase_if(items_, [&keeps](const Item& item) { return !keeps(item); });
   }
-  // Puts the items into another order.
-  template <typename Less>
-  void sort(Less&& less);
+  // Gives the items in another order, in which what is said of an object stands together.
+  void put_in_order(std::vector<Item> items);
 
   // For the reader.
   void clear();
@@ -90,6 +91,7 @@ class AnswerSet {
   void add(const Item& item) { items_.push_back(item); }
 
  private:
+  void each_object_in_order(const ObjectVisitor& visit) const;
   std::string_view relation(const Item& item) const { return part(item.begin, item.relation_size); }
   std::string_view raw_space(const Item& item) const;
   zarel::AnswerTerms arguments(const Item& item) const;
@@ -99,12 +101,8 @@ class AnswerSet {
 
   std::string text_;
   std::vector<Item> items_;
+  bool is_in_order_ = false;
   const zarel::NamespaceTable* namespaces_;
 };
-
-template <typename Less>
-void AnswerSet::sort(Less&& less) {
-  std::ranges::stable_sort(items_, less);
-}
 
 }    // namespace workbench

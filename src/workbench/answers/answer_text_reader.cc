@@ -108,6 +108,15 @@ bool AnswerTextReader::read(std::string_view text) {
   return error_.empty();
 }
 
+bool AnswerTextReader::read_improving(std::string_view text) {
+  settle();
+  is_improving_ = true;
+  read(text);
+  settle();
+  is_improving_ = false;
+  return error_.empty();
+}
+
 std::size_t AnswerTextReader::read_between(std::string_view text) {
   const std::size_t blanks = std::min(text.find_first_not_of(kBlanks), text.size());
   if (blanks != 0) return blanks;
@@ -150,7 +159,8 @@ std::size_t AnswerTextReader::read_line(std::string_view text) {
 void AnswerTextReader::begin_set() {
   hand_on();
   set_.clear();
-  set_.number = ++sets_;
+  set_.is_improving = is_improving_;
+  set_.number = is_improving_ ? ++improving_sets_ : ++sets_;
   is_best_ = false;
   state_ = State::kSet;
   in_string_ = has_blanks_ = false;

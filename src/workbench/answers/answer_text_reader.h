@@ -27,6 +27,8 @@ class AnswerTextReader {
 
   // Takes more text. Returns false when it is no answer; then nothing more can be read.
   bool read(std::string_view text);
+  // Takes one answer set with its costs, better than those before. Returns like read().
+  bool read_improving(std::string_view text);
   // Nothing follows for the moment: an answer set whose costs are there goes on.
   void settle();
   // Nothing follows. Returns false when something is not whole.
@@ -64,6 +66,8 @@ class AnswerTextReader {
   std::string line_;         // so far, of another kind than an answer set
   std::vector<End> ends_;    // of the items that are being taken
   std::uint64_t sets_ = 0;
+  std::uint64_t improving_sets_ = 0;
+  bool is_improving_ = false;
   bool is_best_ = false;      // the answer set stands behind two words and a colon
   bool has_set_ = false;      // one is whole and waits for its costs
   bool in_string_ = false;    // these four of the set or line that is being read

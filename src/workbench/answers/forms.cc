@@ -14,9 +14,13 @@ struct Row {
 };
 
 constexpr std::array kForms{
-    Row{"text", ".txt ", make_text_form},          Row{"lines", ".lines ", make_lines_form},
-    Row{"json", ".json .jsonl ", make_json_form},  Row{"csv", ".csv ", make_csv_form},
+    Row{"text", ".txt ", make_text_form},
+    Row{"lines", ".lines ", make_lines_form},
+    Row{"table", "", make_table_form},
+    Row{"json", ".json .jsonl ", make_json_form},
+    Row{"csv", ".csv ", make_csv_form},
     Row{"facts", ".zrl .facts ", make_facts_form},
+    Row{"diff", ".diff ", make_diff_form},
 };
 
 }    // namespace

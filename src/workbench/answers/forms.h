@@ -2,6 +2,7 @@
 // forms.h - the forms in which answers are written. A new one is a file like text_form.cc, its line
 // here, and its row in forms.cc.
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <ostream>
@@ -21,6 +22,11 @@ struct FormSettings {
   std::vector<std::string> query_variables = {};        // in the order of a row's values
   bool has_one_set = false;                             // at most one answer set is asked for
   Wrapping wrapping = Wrapping::kOnTerminals;
+  const std::ostream* terminal = nullptr;    // the stream that goes to one; null for none
+  std::size_t terminal_width = 0;
+  std::size_t limit = 0;              // of a table's rows; 0: none
+  bool differs_from_facts = false;    // a difference is not one to the answer set before
+  bool counts_only = false;           // answers do not come; finish() tells how many there are
 };
 
 // Thrown by forms that cannot hold the answers.
@@ -48,5 +54,7 @@ std::unique_ptr<AnswerConsumer> make_facts_form(std::ostream& out, const FormSet
 // One table on the stream, or a file for each in the folder.
 std::unique_ptr<AnswerConsumer> make_csv_form(std::ostream& out, const FormSettings& settings);
 std::unique_ptr<AnswerConsumer> make_csv_form(OutputFolder& folder, const FormSettings& settings);
+std::unique_ptr<AnswerConsumer> make_table_form(std::ostream& out, const FormSettings& settings);
+std::unique_ptr<AnswerConsumer> make_diff_form(std::ostream& out, const FormSettings& settings);
 
 }    // namespace workbench

@@ -32,13 +32,22 @@ std::string words_of_query(const Found& found, const Asked& asked, const Judgeme
   return asked.is_brave ? "true in no answer set" : "not true in " + scope;
 }
 
+std::string words_of_difference(const Found& found) {
+  if (!found.different || found.answer_sets < 2) return {};
+  if (*found.different == 1) return ", all alike in what is shown";
+  const bool are_all = *found.different == found.answer_sets;
+  return ", " + (are_all ? std::string("all") : std::to_string(*found.different)) +
+         " of them different in what is shown";
+}
+
 std::string words_of_best(const Found& found, const Judgement& judgement) {
   if (found.answer_sets == 0) return "no answer set";
   if (judgement.is_unproven) {
     return "the best answer set so far has " + cost_in_words(found.costs) +
            ", not proven to be optimal";
   }
-  return counted(found.answer_sets, "optimal answer set") + ", " + cost_in_words(found.costs);
+  return counted(found.answer_sets, "optimal answer set") + words_of_difference(found) + ", " +
+         cost_in_words(found.costs);
 }
 
 }    // namespace
@@ -53,10 +62,15 @@ std::string cost_in_words(const std::vector<std::pair<std::string, std::string>>
   return text;
 }
 
+std::uint64_t number_of_answers(const Found& found, const Asked& asked) {
+  return asked.has_query ? found.rows : found.different.value_or(found.answer_sets);
+}
+
 std::string in_words(const Found& found, const Asked& asked, const Judgement& judgement) {
   std::string text = asked.has_query              ? words_of_query(found, asked, judgement)
                      : asked.has_weak_constraints ? words_of_best(found, judgement)
-                                                  : counted_or_no(found.answer_sets, "answer set");
+                                                  : counted_or_no(found.answer_sets, "answer set") +
+                                                        words_of_difference(found);
   if (judgement.end == SearchEnd::kCut && !judgement.is_unproven && !asked.has_query) {
     text += " so far";
   }

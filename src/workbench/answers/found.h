@@ -12,6 +12,7 @@ namespace workbench {
 
 struct Found {
   std::uint64_t answer_sets = 0;
+  std::optional<std::uint64_t> different;    // of these in what is shown, where that is asked for
   std::vector<std::pair<std::string, std::string>> costs;    // weight and level of the last one
   std::uint64_t rows = 0;                                    // of a query
   std::optional<bool> truth;                                 // of a query without variables
@@ -40,6 +41,9 @@ struct Judgement {
 
 // "cost 3 at level 2, 1 at level 1".
 std::string cost_in_words(const std::vector<std::pair<std::string, std::string>>& costs);
+
+// How many answers are counted: rows, answer sets, or those that are different.
+std::uint64_t number_of_answers(const Found& found, const Asked& asked);
 
 // One line that says what was found and whether it is all.
 std::string in_words(const Found& found, const Asked& asked, const Judgement& judgement);

@@ -126,6 +126,7 @@ void JsonForm::add_costs(const Costs& costs) {
 void JsonForm::answer_set(AnswerSet& set) {
   text_ += "{\"kind\":\"answer_set\",\"number\":";
   text_ += std::to_string(set.number);
+  if (set.is_improving) text_ += ",\"improving\":true";
   if (!set.costs.empty()) add_costs(set.costs);
   add_list("atoms", set, {ItemKind::kAtom}, [&](const Item& item) { add_atom(set.atom(item)); });
   add_list("classes", set, {ItemKind::kMembership, ItemKind::kSubclass},

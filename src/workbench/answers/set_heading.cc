@@ -1,17 +1,20 @@
 #include "workbench/answers/set_heading.h"
 
-#include "workbench/answers/found.h"
-
 namespace workbench {
 
-void append_heading(std::string& out, const AnswerSet& set) {
-  (out += "% answer set ") += std::to_string(set.number);
-  if (!set.costs.empty()) {
-    std::vector<std::pair<std::string, std::string>> costs;
-    for (const Cost& cost : set.costs) costs.emplace_back(cost.weight, cost.level);
-    (out += ", ") += cost_in_words(costs);
+std::string set_heading(const AnswerSet& set) {
+  std::string text = set.is_improving ? "better answer set " : "answer set ";
+  text += std::to_string(set.number);
+  const char* separator = ", cost ";
+  for (const Cost& cost : set.costs) {
+    (((text += separator) += cost.weight) += " at level ") += cost.level;
+    separator = ", ";
   }
-  out += '\n';
+  return text;
+}
+
+void append_heading(std::string& out, const AnswerSet& set) {
+  ((out += "% ") += set_heading(set)) += '\n';
 }
 
 }    // namespace workbench

@@ -9,19 +9,23 @@ namespace {
 
 class TextForm : public BufferedForm {
  public:
-  using BufferedForm::BufferedForm;
+  TextForm(std::ostream& out, const FormSettings& settings)
+      : BufferedForm(out), settings_(settings) {}
 
   void answer_set(AnswerSet& set) override;
   void row(const zarel::AnswerTerms& values) override;
   void truth(bool holds) override { text_ += holds ? "true\n" : "false\n"; }
+  void finish(const RunEnding& ending) override;
 
  private:
   void append_items(const AnswerSet& set);
   void append_objects(const AnswerSet& set);
+
+  const FormSettings& settings_;
 };
 
 void TextForm::answer_set(AnswerSet& set) {
-  if (!set.costs.empty()) text_ += "Best model: ";
+  if (!set.costs.empty()) text_ += set.is_improving ? "Better model: " : "Best model: ";
   text_ += '{';
   append_items(set);
   text_ += "}\n";
@@ -67,11 +71,16 @@ void TextForm::row(const zarel::AnswerTerms& values) {
   write_piece();
 }
 
+void TextForm::finish(const RunEnding& ending) {
+  if (!settings_.counts_only || ending.asked.is_ground) return;
+  text_ += std::to_string(number_of_answers(ending.found, ending.asked)) += '\n';
+  flush();
+}
+
 }    // namespace
 
-std::unique_ptr<AnswerConsumer> make_text_form(std::ostream& out,
-                                               const FormSettings& /*settings*/) {
-  return std::make_unique<TextForm>(out);
+std::unique_ptr<AnswerConsumer> make_text_form(std::ostream& out, const FormSettings& settings) {
+  return std::make_unique<TextForm>(out, settings);
 }
 
 }    // namespace workbench

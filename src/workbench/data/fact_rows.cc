@@ -214,8 +214,8 @@ std::optional<TERMT> FactRows::value(const Row& row, Bound& bound, const Field& 
   const std::string_view text = row.text_of(field.kind == FieldKind::kList ? Field{} : field);
   const std::optional<TERMT> term = values_.read(field.kind, text, bound.column);
   const std::int64_t bound_of_all = facts_.greatest_integer();
-  if (term && term->kind == zarel::TermKind::kInteger && term->value > bound_of_all) {
-    const std::string number = std::to_string(term->value);
+  if (term && term->kind == zarel::TermKind::kInteger && term->value() > bound_of_all) {
+    const std::string number = std::to_string(term->value());
     Message message{"maxint-exceeded", place(bound), number + " is larger than #maxint"};
     message.help = "write #maxint = " + number + ". or more";
     tell(std::move(message), declared(bound));

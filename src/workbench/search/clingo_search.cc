@@ -9,6 +9,7 @@
 #include "dl/read_files.h"
 #include "dl/translate.h"
 #include "model/run.h"
+#include "workbench/search/improving_answers.h"
 #include "workbench/progress/run_progress.h"
 #include "workbench/search/search.h"
 #include "workbench/search/solver_message.h"
@@ -39,6 +40,7 @@ class ClingoSearch {
                AnswerPrinter& printer)
       : program_(program),
         options_(translation_options(program.run(), options)),
+        shows_improving_(options.shows_improving),
         kept_(kept),
         printer_(printer),
         messages_(program, translated_.sources),
@@ -59,17 +61,19 @@ class ClingoSearch {
   }
 
  private:
-  std::vector<std::string> arguments() const;
   void translate();
+  std::vector<std::string> arguments() const;
   void read_answers();
   void read_line(std::string_view line, dl::AnswerReader& answers);
   bool print(dl::AnswerReader& answers);
+  void stop();
   void judge(dl::AnswerReader& answers, bool has_whole_lines);
   [[noreturn]] void fail(const dl::ProcessEnd& end);
   Message message(const zarel::Diagnostic& finding) { return messages_.message(finding); }
 
   zarel::Program& program_;
   const dl::Options options_;
+  const bool shows_improving_;
   KeptStages& kept_;
   AnswerPrinter& printer_;
   dl::Translated translated_;
@@ -77,6 +81,7 @@ class ClingoSearch {
   dl::Traits traits_;
   std::string given_;    // to clingo, where sums are watched
   dl::ClingoProcess clingo_;
+  std::optional<ImprovingAnswers> improving_;
   SearchResult result_;
   const bool tells_statistics_;
   const bool tells_profile_;
@@ -91,6 +96,10 @@ std::vector<std::string> ClingoSearch::arguments() const {
   std::vector<std::string> words = dl::clingo_arguments(options_, traits_);
   if (tells_statistics_) words.insert(words.begin(), "--stats");
   if (is_talkative_) std::ranges::replace(words, "--verbose=0", "--verbose=1");
+  // See Note [improving answer sets].
+  if (shows_improving_ && !traits_.has_query) {
+    std::ranges::replace(words, "--quiet=1,0,2", "--quiet=0,0,2");
+  }
   return words;
 }
 
@@ -123,7 +132,8 @@ void ClingoSearch::translate() {
 }
 
 bool ClingoSearch::print(dl::AnswerReader& answers) {
-  const bool goes_on = printer_.print(answers.text()) && printer_.settle();
+  const bool goes_on =
+      printer_.print(answers.text()) && printer_.settle() && !printer_.has_enough();
   answers.text().clear();
   return goes_on;
 }
@@ -147,7 +157,8 @@ void ClingoSearch::read_line(std::string_view line, dl::AnswerReader& answers) {
   }
   has_result_ = kind == dl::LineKind::kOptimumFound || kind == dl::LineKind::kSatisfiable ||
                 kind == dl::LineKind::kUnsatisfiable || kind == dl::LineKind::kUnknown;
-  answers.read_line(line);
+  if (!improving_) return answers.read_line(line);
+  printer_.print_improving(improving_->read_line(line));
 }
 
 void ClingoSearch::read_answers() {
@@ -159,6 +170,9 @@ void ClingoSearch::read_answers() {
   result_.asked.has_weak_constraints = !parts.weak_constraints.empty();
   constexpr std::size_t kPiece = std::size_t{1} << 16;
   dl::AnswerReader answers(translated_, options_.reasoning);
+  if (shows_improving_ && result_.asked.has_weak_constraints && !result_.asked.has_query) {
+    improving_.emplace(translated_, answers);
+  }
   dl::LineReader lines(dl::output_of(clingo_));
   std::string_view line;
   for (bool has_more = true; has_more;) {
@@ -168,18 +182,23 @@ void ClingoSearch::read_answers() {
       read_line(line, answers);
       if (answers.text().size() < kPiece) continue;
       lines.shrink();
-      if (!print(answers)) return;
+      if (!print(answers)) return stop();
     }
     // One answer set may be all there is, and large: it is read while clingo still prints it.
     if (!has_result_ && answers.takes_pieces() && lines.next_piece(line)) {
       kept_.add(Stage::kAnswers, line);
       answers.read_piece(line);
     }
-    if (!print(answers)) return;
+    if (!print(answers)) return stop();
     if (!clingo_.wait_for_output(printer_.descriptor())) return printer_.note_closed();
     has_more = lines.wait();
   }
   judge(answers, !lines.has_rest());
+}
+
+// What was found is enough, or of no use.
+void ClingoSearch::stop() {
+  result_.judgement.end = SearchEnd::kEnough;
 }
 
 // Only what the exit status, the final line and the whole output agree on is a finished search.
@@ -188,6 +207,7 @@ void ClingoSearch::judge(dl::AnswerReader& answers, bool has_whole_lines) {
   const bool is_cut = dl::interruption() != dl::Interruption::kNone;
   const bool has_finished = has_whole_lines && answers.has_result() && dl::has_finished(end);
   if (!has_finished && !is_cut) fail(end);
+  if (improving_) improving_->finish();
   Judgement& judgement = result_.judgement;
   judgement.end = !has_finished                ? SearchEnd::kCut
                   : end.code == dl::kSomeFound ? SearchEnd::kEnough

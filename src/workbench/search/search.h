@@ -7,10 +7,9 @@
 #include <vector>
 
 #include "dl/options.h"
-#include "workbench/answers/answer_counter.h"
-#include "workbench/answers/answer_filter.h"
 #include "workbench/answers/answer_options.h"
 #include "workbench/answers/answer_outputs.h"
+#include "workbench/answers/answer_stages.h"
 #include "workbench/answers/answer_text_reader.h"
 #include "workbench/messages/exit_status.h"
 #include "workbench/messages/reporter.h"
@@ -39,6 +38,8 @@ class AnswerPrinter {
   // Takes more of the solver's answers. Returns false when these cannot be read, or not be written:
   // then there is no use in a further search.
   bool print(std::string_view answers);
+  // Takes an answer set, or nothing, that is better than those before and need not be a best one.
+  void print_improving(std::string_view answer_set) { reader_.read_improving(answer_set); }
   // Nothing follows for the moment.
   bool settle();
   // More may follow, but not at once: what is whole goes out.
@@ -46,22 +47,26 @@ class AnswerPrinter {
   // Nothing follows; false where the last answer is not whole, too.
   bool end();
   // How the run ended, for forms that tell.
-  void finish(const RunEnding& ending) { counter_.finish(ending); }
+  void finish(const RunEnding& ending) { stages_.first().finish(ending); }
 
   void note_closed() { outputs_.note_closed(); }    // nobody reads what is printed
   const std::string& reading_error() const { return reader_.error(); }    // nothing for none
   std::optional<AnswerOutputs::Failure> failure() const { return outputs_.failure(); }
   std::optional<AnswerOutputs::Failure> put_files() { return outputs_.put_files(); }
   int descriptor() const { return outputs_.descriptor(); }
-  const Found& found() const { return counter_.found(); }
+  const Found& found() const { return found_; }
+  bool has_enough() const {
+    return limit_ != 0 && found_.different == limit_;
+  }    // of what is shown
 
  private:
   bool is_fine() const { return !failure() && reading_error().empty(); }
 
   FormSettings settings_;
   AnswerOutputs outputs_;
-  AnswerFilter filter_;
-  AnswerCounter counter_;
+  const std::uint64_t limit_;    // of different answer sets; 0: none
+  Found found_;
+  AnswerStages stages_;
   AnswerTextReader reader_;
 };
 

@@ -152,7 +152,7 @@ void SolverSearch::read_answers() {
       kept_.add(Stage::kAnswers, "\n");
       if (!printer_.print(line) || !printer_.print("\n")) return;
     }
-    if (!printer_.flush()) return;
+    if (!printer_.flush() || printer_.has_enough()) return;
     if (!solver_.wait_for_output(printer_.descriptor())) return printer_.note_closed();
     has_more = lines.wait();
   }
@@ -163,7 +163,7 @@ void SolverSearch::read_answers() {
 void SolverSearch::judge() {
   if (printer_.failure() || !printer_.reading_error().empty()) return;
   const bool is_cut = dl::interruption() != dl::Interruption::kNone;
-  if (solver_.is_running()) {
+  if (solver_.is_running() && !printer_.has_enough()) {
     const dl::ProcessEnd end = solver_.end();
     if (!is_cut && (end.signalled || end.code != 0 || !has_whole_lines_)) {
       SearchFailure failure{solver_failure(options_.solver, end)};
@@ -180,7 +180,8 @@ void SolverSearch::judge() {
   result_.judgement.holds = found.truth;
   result_.asked.is_brave = options_.consequences == Consequences::kBrave;
   result_.asked.has_weak_constraints = !found.costs.empty();
-  const bool has_enough = options_.answer_sets != 0 && found.answer_sets == options_.answer_sets;
+  const bool has_enough = printer_.has_enough() ||
+                          (options_.answer_sets != 0 && found.answer_sets == options_.answer_sets);
   result_.judgement.end = is_cut       ? SearchEnd::kCut
                           : has_enough ? SearchEnd::kEnough
                                        : SearchEnd::kAll;

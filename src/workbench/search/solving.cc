@@ -12,6 +12,7 @@
 #include "base/file_table.h"
 #include "dl/interruption.h"
 #include "model/run.h"
+#include "workbench/answers/terminal_width.h"
 #include "workbench/messages/words.h"
 #include "workbench/progress/run_progress.h"
 #include "workbench/search/search.h"
@@ -46,6 +47,17 @@ std::string noted(const MessageOptions& options, std::string_view text) {
 // Prefixes that the program does not use are not shown.
 const zarel::NamespaceTable* shown_namespaces(const zarel::Run& run) {
   return run.prefix_was_used ? &run.namespaces : nullptr;
+}
+
+FormSettings form_settings(const zarel::Run& run, const AnswerOptions& options) {
+  FormSettings settings;
+  settings.namespaces = shown_namespaces(run);
+  settings.has_one_set = options.has_one_set;
+  settings.wrapping = options.wrapping;
+  settings.limit = options.row_limit;
+  settings.differs_from_facts = options.differs_from_facts;
+  settings.counts_only = options.shown_sets == 0;
+  return settings;
 }
 
 ExitStatus status_of(const Found& found, const SearchResult& result) {
@@ -153,11 +165,14 @@ ExitStatus report_failure(const SearchFailure& failure, Reporter& reporter) {
 
 AnswerPrinter::AnswerPrinter(zarel::Program& program, const AnswerOptions& options,
                              int standard_output)
-    : settings_{shown_namespaces(program.run()), {}, options.has_one_set, options.wrapping},
+    : settings_(form_settings(program.run(), options)),
       outputs_(options.destinations, settings_, standard_output),
-      filter_(outputs_, options.filters),
-      counter_(filter_),
-      reader_(counter_, settings_.namespaces) {}
+      limit_(options.different_sets),
+      stages_(outputs_, options, found_),
+      reader_(stages_.first(), settings_.namespaces) {
+  settings_.terminal_width = terminal_width(outputs_.descriptor());
+  if (settings_.terminal_width != 0) settings_.terminal = outputs_.standard_stream();
+}
 
 void AnswerPrinter::expect_query(std::vector<std::string> variables) {
   reader_.expect_truth_value(variables.empty());
@@ -175,7 +190,7 @@ bool AnswerPrinter::settle() {
 }
 
 bool AnswerPrinter::flush() {
-  counter_.flush();
+  stages_.first().flush();
   return is_fine();
 }
 
