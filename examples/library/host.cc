@@ -72,7 +72,9 @@ class AtomPrinter : public zarel::AnswerSink {
 // are the lines that it prints.
 std::string answer_sets_of(const dl::Translated& translation) {
   dl::AnswerReader reader(translation, dl::Reasoning::kCautious);
-  reader.read_line("top'2(anna) salary'3(anna,3100) salary'3(tom,2800) likes'F(tom,anna)");
+  reader.read_line(
+      "a_2'top'd(anna) a_3'salary'd(anna,3100) a_3'salary'd(tom,2800) "
+      "a_5'valueOf'dF'likes'_s_2d_3e(tom,anna)");
   reader.read_line("SATISFIABLE");
   reader.finish(dl::Search::kComplete, {});
   return reader.text();

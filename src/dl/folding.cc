@@ -9,12 +9,7 @@ namespace {
 
 constexpr std::string_view kGeneric = "a_";    // and a number
 constexpr std::string_view kFrames = "a_5";
-constexpr std::string_view kUsualSpace = "default";
-constexpr std::string_view kUsualSpaceOfFrames = "defaultFlogic";
-constexpr std::string_view kUsualArrow = "\"->\"";
-// In the names of folded predicates.
-constexpr std::string_view kUsualArrowPart = "F";
-constexpr std::string_view kNumberPrefix = "_i";
+constexpr std::size_t kFewestParts = 3;
 constexpr std::size_t kMostParts = 5;
 constexpr std::size_t kLongestSpelling = 4;    // of a character in a name
 constexpr std::uint32_t kFrameArity = 6;
@@ -127,20 +122,15 @@ FoldedAtom taken_apart(std::string_view atom) {
   return folded;
 }
 
-// What the parts of a name are that does not begin with its predicate. The tag is that predicate's
-// number, or an arrow.
-struct ShortName {
-  std::string_view relation, space, tag;
-};
-
-ShortName taken_apart_short(const FoldedAtom& atom) {
-  const auto& parts = atom.parts;
-  const bool has_number = !parts[1].empty() && is_digit(parts[1].front());
-  if (atom.count == 2) {
-    return {parts[0], has_number ? kUsualSpace : kUsualSpaceOfFrames, parts[1]};
+// The usual name spaces change places with shorter ones. See Note [folded atoms].
+std::string_view exchanged(std::string_view space) {
+  constexpr std::array<std::array<std::string_view, 2>, 2> kPairs{
+      {{"default", "d"}, {"defaultFlogic", "dF"}}};
+  for (const auto& [usual, other] : kPairs) {
+    if (space == usual) return other;
+    if (space == other) return usual;
   }
-  if (atom.count == 3) return {parts[0], parts[2], parts[1]};
-  return {parts[0], parts[2], parts[3]};
+  return space;
 }
 
 void append_generic(std::string& out, std::string_view relation, std::string_view space,
@@ -230,52 +220,31 @@ std::string_view predicate_of(const Statement& statement, const Term& atom) {
 
 void append_folded_name(std::string& out, std::string_view predicate,
                         std::span<const std::string_view> keys) {
-  const bool is_frame = keys.size() == kMostKeys;
-  const auto append_part = [&out](std::string_view key) { append_name_part(out += '\'', key); };
-  if (is_frame && keys[3].front() != '"') {
-    out += predicate;
-    for (const std::string_view key : keys) append_part(key);
-    return;
+  out += predicate;
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    append_name_part(out += '\'', i == 1 ? exchanged(keys[i]) : keys[i]);
   }
-  const std::string_view relation = is_frame ? keys[2] : keys[0];
-  if (is_digit(relation.front())) out += kNumberPrefix;
-  append_name_part(out, relation);
-  const std::string_view space = keys[1];
-  const std::string_view usual_space = is_frame ? kUsualSpaceOfFrames : kUsualSpace;
-  if (space < usual_space) append_name_part(out += "''", space);
-  if (!is_frame) {
-    (out += '\'') += predicate.substr(kGeneric.size());
-  } else if (keys[3] == kUsualArrow) {
-    (out += '\'') += kUsualArrowPart;
-  } else {
-    append_part(keys[3]);
-  }
-  if (space > usual_space) append_part(space);
 }
 
-std::string unfolded_predicate(std::string_view predicate) {
-  const FoldedAtom atom = taken_apart(predicate);
-  if (atom.count == 1 || atom.count == kMostParts) return std::string(atom.parts[0]);
-  const std::string_view tag = taken_apart_short(atom).tag;
-  return is_digit(tag.front()) ? std::string(kGeneric).append(tag) : std::string(kFrames);
+std::string_view unfolded_predicate(std::string_view predicate) {
+  return taken_apart(predicate).parts[0];
 }
 
 void append_unfolded(std::string& out, std::string_view atom) {
   const bool is_negated = atom.starts_with('-');
   const FoldedAtom folded = taken_apart(atom.substr(is_negated ? 1 : 0));
-  if (folded.count == 1) {
+  if (folded.count < kFewestParts) {
     out += atom;
     return;
   }
   if (is_negated) out += '-';
+  const auto& parts = folded.parts;
+  const std::string_view space = exchanged(parts[2]);
   if (folded.count == kMostParts) {
-    return append_frame(out, folded.parts[2], folded.parts[3], folded.parts[4], folded.arguments);
+    return append_frame(out, space, parts[3], parts[4], folded.arguments);
   }
-  const auto [relation, space, tag] = taken_apart_short(folded);
-  if (!tag.empty() && is_digit(tag.front())) {
-    return append_generic((out += kGeneric) += tag, relation, space, folded.arguments);
-  }
-  append_frame(out, space, relation, tag == kUsualArrowPart ? kUsualArrow : tag, folded.arguments);
+  out += parts[0];
+  append_generic(out, parts[1], space, folded.arguments);
 }
 
 }    // namespace dl

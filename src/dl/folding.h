@@ -5,17 +5,15 @@
 // A generic atom has its relation and its name space in front: a_3(link,default,X,Y). clingo takes
 // a quarter longer for facts with two arguments more, and what holds of one relation is asked of
 // all of them. So where these two, the keys, are simple terms in every a_3 of the program, they
-// become part of the predicate: link'3(X,Y). As no name of the input holds a prime, nothing else is
-// called so, and atoms of different keys never were the same. An atom with a variable among its keys
-// is written once for each relation that it can be: see Note [instances]. The usual name space,
-// `default`, goes without saying, since clingo reads and prints the name with every atom; another
-// one stands where the names keep the order in which clingo prints them, that of relations and then
-// of spaces: link''crown'3 before link'3, link'3'parish behind it.
+// become part of the predicate: a_3'link'd(X,Y). As no name of the input holds a prime, nothing else
+// is called so, and atoms of different keys never were the same. An atom with a variable among its
+// keys is written once for each relation that it can be: see Note [instances]. clingo reads and
+// prints the name with every atom, so the usual name space, `default`, changes its name with `d`, and
+// that of frames, `defaultFlogic`, with `dF`. No more is made shorter than keeps the order of the
+// names, in which clingo prints atoms.
 // Of a frame of Zarel, a_5(valueOf,defaultFlogic,O,attribute,V,"->"), the attribute and the arrow are
-// keys, too: attribute'F(O,V), and attribute'_s_2d_3e_3e(O,V) where the arrow is "->>". The usual
-// name space of frames is defaultFlogic. All six-place a_5 of the program have to say in front
-// whether they are frames for that. One whose arrow is no string has all of its keys behind the
-// predicate: a_5'valueOf'space'attribute'arrow(O,V).
+// keys, too: a_5'valueOf'dF'attribute'_s_2d_3e(O,V). That needs all six-place a_5 of the program to
+// say in front whether they are frames.
 // One atom in the wrong form would be an atom that nothing derives, so all of the program is parsed
 // before the first one is written.
 
@@ -87,7 +85,7 @@ void append_folded_name(std::string& out, std::string_view predicate,
                         std::span<const std::string_view> keys);
 
 // The predicate that the input calls so: predicate_of() without what was folded in.
-std::string unfolded_predicate(std::string_view predicate);
+std::string_view unfolded_predicate(std::string_view predicate);
 
 // Appends the atom, the folding of which, if there was any, is undone. Its names and strings are
 // spelled as in the input.

@@ -46,7 +46,7 @@ std::size_t append_word(std::string& out, std::string_view printed, std::size_t 
     append_string_part(out, word.substr(2));
     return end;
   }
-  if (word.starts_with("_n") || word.starts_with("_i")) {
+  if (word.starts_with("_n")) {
     word.remove_prefix(2);
   } else if (word.starts_with("_t")) {
     word.remove_prefix(2);

@@ -7,7 +7,6 @@
 //   _tREST       the predicate #REST, whose first character clingo keeps for its own words
 //   _sTEXT       the string TEXT in the name of a predicate; what is no letter and no digit is _XX
 //                there, its code in hexadecimal
-//   _iNUMBER     the number, where the name of a predicate begins with it
 //   _h1, ...     pieces of a long body, and factors that are given in several ways
 //   _some1, ...  atoms of which only named variables matter
 //   _q           the answers of the query

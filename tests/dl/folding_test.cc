@@ -16,40 +16,44 @@ TEST_P(Forms, DependOnAllUsesOfThePredicate) {
 }
 constexpr Case kForms[] = {
     {"constants", "a_2(p,d,X) :- -a_1(q,d), a_3( r, d, X, \"a,'b\"), not a_12(s,e,f(X)).",
-     "p''d'2(X):--q''d'1,r''d'3(X,\"a,'b\"),not s'12'e(f(X)).\n"},
-    {"reserved_words", "a_1(not,v).", "_nnot'1'v.\n"},
-    {"integers", "a_1(p,0). a_2(12,007,3).", "p''0'1.\n_i12''7'2(3).\n"},
+     "a_2'p'default(X):--a_1'q'default,a_3'r'default(X,\"a,'b\"),not a_12's'e(f(X)).\n"},
+    {"reserved_words", "a_1(not,v).", "a_1'_nnot'v.\n"},
+    {"integers", "a_1(p,0). a_2(12,007,3).", "a_1'p'0.\na_2'12'7(3).\n"},
     {"strings", "a_1(p,\"a\"). -a_2(\"x,'_(\\\nÄ\",d,\"x\").",
-     "p''_sa'1.\n-_sx_2c_27_5f_28_5c_0a_c3_84''d'2(\"x\").\n"},
+     "a_1'p'_sa.\n-a_2'_sx_2c_27_5f_28_5c_0a_c3_84'default(\"x\").\n"},
     {"compound", "a_1(p,d). a_1(p,d(1)).", "a_1(p,d).\na_1(p,d(1)).\n"},
     {"too_few_arguments", "a_1(p,d). a_1(p).", "a_1(p,d).\na_1(p).\n"},
     {"no_arguments", "a_1(p,d). a_1.", "a_1(p,d).\na_1.\n"},
     {"layout", "a_1 ( p % a_1(X,Y)\n , d).b:-c,\"a_1\"==\"a_1(X\",a_1(p\t,d).",
-     "p''d'1.\nb:-c,\"a_1\"=\"a_1(X\",p''d'1.\n"},
-    {"terms", "p(a_2(x,y,1)). a_2(p,d,a_2(x,y,1)).", "p(a_2(x,y,1)).\np''d'2(a_2(x,y,1)).\n"},
+     "a_1'p'default.\nb:-c,\"a_1\"=\"a_1(X\",a_1'p'default.\n"},
+    {"terms", "p(a_2(x,y,1)). a_2(p,d,a_2(x,y,1)).",
+     "p(a_2(x,y,1)).\na_2'p'default(a_2(x,y,1)).\n"},
     {"frames",
      "a_5(valueOf,d,f(X,\"(,\"),age,\"b c\",\"->\") :- -a_5(valueOf,e,X,\"h,\",1,\"->>\").",
-     "age''d'F(f(X,\"(,\"),\"b c\"):--_sh_2c'_s_2d_3e_3e'e(X,1).\n"},
+     "a_5'valueOf'default'age'_s_2d_3e(f(X,\"(,\"),\"b "
+     "c\"):--a_5'valueOf'e'_sh_2c'_s_2d_3e_3e(X,1).\n"},
     {"frames_with_other_attributes", "a_5(valueOf,d,o,a(1),1,\"->\"). a_5(valueOf,d,o,b,1,\"->\").",
-     "valueOf''d'5(o,a(1),1,\"->\").\nvalueOf''d'5(o,b,1,\"->\").\n"},
+     "a_5'valueOf'default(o,a(1),1,\"->\").\na_5'valueOf'default(o,b,1,\"->\").\n"},
     {"what_may_be_a_frame", "b(R) :- a_5(R,d,o,b,1,\"->\"). a_5(valueOf,d,o,b,1,\"->\").",
-     "b(valueOf):-valueOf''d'5(o,b,1,\"->\").\nvalueOf''d'5(o,b,1,\"->\").\n"},
+     "b(valueOf):-a_5'valueOf'default(o,b,1,\"->\").\na_5'valueOf'default(o,b,1,\"->\").\n"},
     {"no_frames", "a_5(other,d,o,b,1,\"->\"). a_5(valueOf,d,o,b,1). a_3(valueOf,d,o,b).",
-     "other''d'5(o,b,1,\"->\").\nvalueOf''d'5(o,b,1).\nvalueOf''d'3(o,b).\n"},
+     "a_5'other'default(o,b,1,\"->\").\na_5'valueOf'default(o,b,1).\na_3'valueOf'default(o,b).\n"},
     {"usual_space",
      "a_2(p,default,X) :- -a_1(Q,default,R), a_1(not,default), a_2( \"a b\",default,X). "
      "a_1(7,default). a_3(a_2,default,default,3). a_1(default,p).",
-     "p'2(X):--a_1(Q,default,R),_nnot'1,_sa_20b'2(X).\n_i7'1.\na_2'3(default,3).\n"
-     "default'1'p.\n"},
+     "a_2'p'd(X):--a_1(Q,default,R),a_1'_nnot'd,a_2'_sa_20b'd(X).\na_1'7'd.\na_3'a_2'd(default,3)."
+     "\n"
+     "a_1'default'p.\n"},
     {"frames_in_the_usual_space",
      "-a_5(valueOf,defaultFlogic,o,age,f(1),\"->\"). a_5(valueOf,defaultFlogic,o,\"x "
      "y\",1,\"->>\"). "
      "a_5(valueOf,defaultFlogic,o,7,1,\"->\"). a_5(valueOf,defaultFlogic,o,age,1,f). "
      "a_4(valueOf,default,o,age,1).",
-     "-age'F(o,f(1)).\n_sx_20y'_s_2d_3e_3e(o,1).\n_i7'F(o,1).\n"
-     "a_5'valueOf'defaultFlogic'age'f(o,1).\nvalueOf'4(o,age,1).\n"},
+     "-a_5'valueOf'dF'age'_s_2d_3e(o,f(1)).\na_5'valueOf'dF'_sx_20y'_s_2d_3e_3e(o,1).\na_5'valueOf'"
+     "dF'7'_s_2d_3e(o,1).\n"
+     "a_5'valueOf'dF'age'f(o,1).\na_4'valueOf'd(o,age,1).\n"},
     {"other_predicates", "a_x(p,d). a_(p,d). a_1x(p,d). ba_1(X,Y) :- a_1(p,d), a_x(X,Y).",
-     "a_x(p,d).\na_(p,d).\na_1x(p,d).\nba_1(X,Y):-p''d'1,a_x(X,Y).\n"},
+     "a_x(p,d).\na_(p,d).\na_1x(p,d).\nba_1(X,Y):-a_1'p'default,a_x(X,Y).\n"},
 };
 INSTANTIATE_TEST_SUITE_P(Cases, Forms, testing::ValuesIn(kForms), case_name);
 
@@ -121,8 +125,8 @@ TEST(Folding, LooksAtALargeProgramToItsEnd) {
 
 TEST(Folding, ReachesThePiecesOfALongBody) {
   const std::string all = translation("a_1(q,d) :- " + numbered(299, "a_2(p,d,N),") + "b.");
-  EXPECT_EQ(all.substr(0, 20), "_h1:-p''d'2(0),p''d'");
-  EXPECT_NE(all.find("\nq''d'1:-_h37,p''d'2(296),"), std::string::npos);
+  EXPECT_EQ(all.substr(0, 22), "_h1:-a_2'p'default(0),");
+  EXPECT_NE(all.find("\na_1'q'default:-_h37,a_2'p'default(296),"), std::string::npos);
 }
 
 TEST(Folding, LooksAtAllFiles) {
@@ -134,7 +138,7 @@ TEST(Folding, LooksAtAllFiles) {
     EXPECT_EQ(sorted(folder.run(files).output),
               sorted("{b(p), b(q), a_1(p,d), a_2(p,d,1), a_2(q,d,1)}\n"));
     const std::string all = folder.run(std::string(files) + " -translate").output;
-    EXPECT_NE(all.find("p''d'1."), std::string::npos);
+    EXPECT_NE(all.find("a_1'p'default."), std::string::npos);
   }
 }
 

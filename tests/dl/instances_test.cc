@@ -21,64 +21,71 @@ TEST_P(Instances, AreThoseOfTheRelationsThatAVariableCanBe) {
 constexpr Case kInstances[] = {
     {"relation",
      "a_3(R,d,Y,X) :- a_2(sym,d,R), a_3(R,d,X,Y). a_2(sym,d,m). a_3(m,d,1,2). a_3(e,d,1,2).",
-     "m''d'3(Y,X):-sym''d'2(m),m''d'3(X,Y).\nsym''d'2(m).\nm''d'3(1,2).\ne''d'3(1,2).\n"},
+     "a_3'm'default(Y,X):-a_2'sym'default(m),a_3'm'default(X,Y).\na_2'sym'default(m).\na_3'm'"
+     "default(1,2).\na_3'e'default(1,2).\n"},
     {"name_space", "a_2(p,S,X) :- a_2(q,S,X), b(S). b(d). b(e). a_2(q,d,1).",
-     "p''d'2(X):-q''d'2(X),b(d).\nb(d).\nb(e).\nq''d'2(1).\n"},
+     "a_2'p'default(X):-a_2'q'default(X),b(d).\nb(d).\nb(e).\na_2'q'default(1).\n"},
     {"both", "b :- a_1(R,S), a_1(S,R). a_1(R,R) :- c(R). c(p). a_1(p,q).",
-     "b:-p'1'p,p'1'p.\np'1'p:-c(p).\nc(p).\np'1'q.\n"},
+     "b:-a_1'p'p,a_1'p'p.\na_1'p'p:-c(p).\nc(p).\na_1'p'q.\n"},
     {"in_the_head_alone", "a_1(R,d) v -a_1(R,e) :- b(R). b(p). b(\"x y\"). b(1).",
-     "p''d'1;-p'1'e:-b(p).\n_sx_20y''d'1;-_sx_20y'1'e:-b(\"x "
-     "y\").\n_i1''d'1;-_i1'1'e:-b(1).\nb(p).\nb(\"x y\").\nb(1).\n"},
+     "a_1'p'default;-a_1'p'e:-b(p).\na_1'_sx_20y'default;-a_1'_sx_20y'e:-b(\"x "
+     "y\").\na_1'1'default;-a_1'1'e:-b(1).\nb(p).\nb(\"x y\").\nb(1).\n"},
     {"through_rules", "a_1(R,d) :- b(R). c(q) :- a_1(q,d). b(R) :- c(R). c(p).",
-     "p''d'1:-b(p).\nq''d'1:-b(q).\nc(q):-q''d'1.\nb(R):-c(R).\nc(p).\n"},
+     "a_1'p'default:-b(p).\na_1'q'default:-b(q).\nc(q):-a_1'q'default.\nb(R):-c(R).\nc(p).\n"},
     {"negated", ":- a_1(R,d), not a_1(R,e). a_1(p,d). a_1(q,d).",
-     ":-p''d'1,not p'1'e.\n:-q''d'1,not q'1'e.\np''d'1.\nq''d'1.\n"},
+     ":-a_1'p'default,not a_1'p'e.\n:-a_1'q'default,not "
+     "a_1'q'e.\na_1'p'default.\na_1'q'default.\n"},
     {"nested_uses_too", "a_1(R,d) :- b(f(R)), c(R). c(p). b(f(p)).",
-     "p''d'1:-b(f(R)),c(p),R=p.\nc(p).\nb(f(p)).\n"},
+     "a_1'p'default:-b(f(R)),c(p),R=p.\nc(p).\nb(f(p)).\n"},
     {"weak_constraint", ":~ a_1(R,d), b(R,W). [W:1] a_1(p,d). b(p,2).",
-     "_fault(0):-p''d'1,b(p,W),R=p,2147483647<W.\np''d'1.\nb(p,2).\n:~p''d'1,b(p,W),R=p.[W@1,1,"
+     "_fault(0):-a_1'p'default,b(p,W),R=p,2147483647<W.\na_1'p'default.\nb(p,2).\n:~a_1'p'default,"
+     "b(p,W),R=p.[W@1,1,"
      "R,W]\n:~.[0@1,0]\n"},
     {"query", "a_1(R,_)? a_1(p,d). a_1(q,e).",
-     "_q(R):-p''d'1,R=p.\n_q(R):-q'1'e,R=q.\np''d'1.\nq'1'e.\n"},
+     "_q(R):-a_1'p'default,R=p.\n_q(R):-a_1'q'e,R=q.\na_1'p'default.\na_1'q'e.\n"},
     {"aggregate_with_the_rules_relation",
      "b(N) :- N = #count{X : a_2(R,d,X)}, c(R). c(p). a_2(p,d,1).",
-     "b(N):-c(p),R=p,N=#count{X:p''d'2(X)}.\nc(p).\np''d'2(1).\n"},
+     "b(N):-c(p),R=p,N=#count{X:a_2'p'default(X)}.\nc(p).\na_2'p'default(1).\n"},
     {"aggregate_over_relations",
      "b(N) :- N = #count{X,R : a_2(R,d,X), not -a_2(R,d,X)}. a_2(p,d,1).",
-     "_some1(R,X):-p''d'2(X),R=p.\nb(N):-N=#count{X,R:_some1(R,X),not "
-     "_some2(R,X)}.\np''d'2(1).\n"},
+     "_some1(R,X):-a_2'p'default(X),R=p.\nb(N):-N=#count{X,R:_some1(R,X),not "
+     "_some2(R,X)}.\na_2'p'default(1).\n"},
     {"any_relation_negated", "b :- not a_1(_,d), a_1(p,_). a_1(p,e).",
-     "b:-not _some1,p'1'e.\np'1'e.\n"},
+     "b:-not _some1,a_1'p'e.\na_1'p'e.\n"},
     {"unknown_relation_negated",
      "b(R) :- c(X), #function_builtin(X,f,R), not a_1(R,d). a_1(p,d). c(f(q)).",
-     "_some1(R):-p''d'1,R=p.\nb(R):-c(X),X=f(R),not _some1(R).\np''d'1.\nc(f(q)).\n"},
+     "_some1(R):-a_1'p'default,R=p.\nb(R):-c(X),X=f(R),not _some1(R).\na_1'p'default.\nc(f(q)).\n"},
     {"strongly_negated_with_any_value", "b :- not -a_2(R,d,_), c(R). c(p). -a_2(p,d,1).",
-     "_some1:--p''d'2(_).\nb:-not _some1,c(p).\nc(p).\n-p''d'2(1).\n"},
+     "_some1:--a_2'p'default(_).\nb:-not _some1,c(p).\nc(p).\n-a_2'p'default(1).\n"},
     {"attribute",
      "a_5(valueOf,d,X,A,V,\"->\") :- c(X,C), a_5(valueOf,d,C,A,V,\"->\"), b(A). b(age). c(x,p). "
      "a_5(valueOf,d,p,age,1,\"->\"). a_5(valueOf,d,p,h,1,\"->\").",
-     "age''d'F(X,V):-c(X,C),age''d'F(C,V),b(age).\nb(age).\nc("
-     "x,p).\nage''d'F(p,1).\nh''d'F(p,1).\n"},
+     "a_5'valueOf'default'age'_s_2d_3e(X,V):-c(X,C),a_5'valueOf'default'age'_s_2d_3e(C,V),b(age)."
+     "\nb(age).\nc("
+     "x,p).\na_5'valueOf'default'age'_s_2d_3e(p,1).\na_5'valueOf'default'h'_s_2d_3e(p,1).\n"},
     {"unknown_attribute",
      "a_5(valueOf,d,X,A,1,\"->\") :- b(X), #function_builtin(X,f,A). a_5(valueOf,d,X,p,1,\"->\") "
      ":- a_5(valueOf,d,X,A,1,\"->\"). b(f(q)).",
      "% frames are not folded: what their variables stand for is not known, or too "
-     "much\nvalueOf''d'5(X,A,1,\"->\"):-b(X),X=f(A).\nvalueOf''d'5(X,p,1,\"->\"):-valueOf''d'5("
+     "much\na_5'valueOf'default(X,A,1,\"->\"):-b(X),X=f(A).\na_5'valueOf'default(X,p,1,\"->\"):-a_"
+     "5'valueOf'default("
      "X,A,1,\"->\").\nb(f(q)).\n"},
     {"arrow",
      "b(K) :- a_5(valueOf,d,X,_,1,K). a_5(valueOf,d,x,a,1,\"->\"). a_5(valueOf,d,x,a,2,\"->>\").",
-     "b(\"->\"):-a''d'F(X,1).\nb(\"->>\"):-a''d'_s_2d_3e_3e(X,1).\na''d'F(x,1).\na''d'_s_2d_3e_3e("
+     "b(\"->\"):-a_5'valueOf'default'a'_s_2d_3e(X,1).\nb(\"->>\"):-a_5'valueOf'default'a'_s_2d_3e_"
+     "3e(X,1).\na_5'valueOf'default'a'_s_2d_3e(x,1).\na_5'valueOf'default'a'_s_2d_3e_3e("
      "x,2).\n"},
     {"attribute_and_name_space",
      "b :- a_5(valueOf,S,X,A,V,\"->\"), not a_5(valueOf,S,X,_,1,K), c(K). "
      "a_5(valueOf,d,x,a,1,\"->\").",
-     "_some1(S,X,K):-a''d'F(X,1),S=d,K=\"->\".\nb:-a''d'F(X,V),"
-     "c(K),S=d,not _some1(S,X,K).\na''d'F(x,1).\n"},
-    {"no_relation", "a_1(p,d) :- a_1(R,e), b(R).", "p''d'1:-a_1(R,e),b(R).\n"},
+     "_some1(S,X,K):-a_5'valueOf'default'a'_s_2d_3e(X,1),S=d,K=\"->\".\nb:-a_5'valueOf'default'a'_"
+     "s_2d_3e(X,V),"
+     "c(K),S=d,not _some1(S,X,K).\na_5'valueOf'default'a'_s_2d_3e(x,1).\n"},
+    {"no_relation", "a_1(p,d) :- a_1(R,e), b(R).", "a_1'p'default:-a_1(R,e),b(R).\n"},
     {"unknown_relation_in_a_head",
      "a_1(R,d) :- b(X), #function_builtin(X,f,R). a_2(R,d,1) :- a_2(R,d,2). a_2(q,d,2).",
      "% a_1 is not folded: which relations its variables stand for is not known, or too "
-     "many\na_1(R,d):-b(X),X=f(R).\nq''d'2(1):-q''d'2(2).\nq''d'2(2).\n"},
+     "many\na_1(R,d):-b(X),X=f(R).\na_2'q'default(1):-a_2'q'default(2).\na_2'q'default(2).\n"},
     {"compound_key", "a_1(R,d) :- a_1(R,d(1)), b(R). b(p).",
      "% a_1 is not folded: which relations its variables stand for is not known, or too "
      "many\na_1(R,d):-a_1(R,d(1)),b(R).\nb(p).\n"},
@@ -90,11 +97,11 @@ TEST(TooManyInstances, AreNotWritten) {
   const std::string all = translation(
       facts + "d(R) :- a_1(R,d). a_2(R,d,R) :- a_1(R,d), c(R). a_1(p,d) :- b(X), not a_1(X,d).");
   EXPECT_EQ(all.find("% a_1 is not folded: "), 0);
-  EXPECT_NE(all.find("\nr1''d'2(r1):-a_1(r1,d),c(r1).\n"), std::string::npos);
-  EXPECT_EQ(translation(facts + "d(R) :- a_1(R,d), c(R).").substr(0, 8), "r0''d'1.");
+  EXPECT_NE(all.find("\na_2'r1'default(r1):-a_1(r1,d),c(r1).\n"), std::string::npos);
+  EXPECT_EQ(translation(facts + "d(R) :- a_1(R,d), c(R).").substr(0, 15), "a_1'r0'default.");
   const std::string rule = "b :- a_1(R,d)" + numbered(20'000, ", c(N)") + ". a_1(p,d). ";
   EXPECT_EQ(translation(rule + numbered(6, "a_1(rN,d). ")).substr(0, 8), "% a_1 is");
-  EXPECT_EQ(translation(rule).substr(0, 11), "_h1:-p''d'1");
+  EXPECT_EQ(translation(rule).substr(0, 18), "_h1:-a_1'p'default");
 }
 
 // Random programs in which variables stand for relations and name spaces, wherever they may.

@@ -62,8 +62,8 @@ class Ends : public testing::TestWithParam<ShellCase> {
     folder_.write_script("noted", kNoted);
     folder_.write_script("solver", kNotedSolver);
     folder_.write_script("half",
-                         "echo $$ >pid; cat >/dev/null; echo \"a'1\"; "
-                         "seq -f \"p'2(%.0f)\" 30000 | tr '\\n' ' '; $HALF");
+                         "echo $$ >pid; cat >/dev/null; echo \"a_1'a'd\"; "
+                         "seq -f \"a_2'p'd(%.0f)\" 30000 | tr '\\n' ' '; $HALF");
     folder_.write_script("idle", "echo $$ >pid; exec sleep 100");
     fs::create_directory(folder_.path() / "tmp");
   }
