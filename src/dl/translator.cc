@@ -34,7 +34,11 @@ std::int64_t integer(std::string_view digits) {
 
 Translator::Translator(const Options& options, const Sources& sources, ProgramParts& parts,
                        Translation& out)
-    : options_(options), sources_(sources), parts_(parts), out_(out), writer_(out, parts, options.counts_instances) {
+    : options_(options),
+      sources_(sources),
+      parts_(parts),
+      out_(out),
+      writer_(out, parts, options.counts_instances) {
   parts_.bound = options.bound;
 }
 

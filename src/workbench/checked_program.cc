@@ -18,12 +18,13 @@ CheckedProgram::CheckedProgram(const CommandLine& line, std::ostream& messages)
       texts_(program_.files()),
       reporter_(line.messages, texts_, messages),
       data_(program_, texts_, [this](const Message& message) { reporter_.report(message); }),
-      checks_(program_, {line.answers.filters, line.search.maxint.has_value(),
-                         line.search.consequences_option},
-              {[this](std::string_view remark, const zarel::SourceLocation& place) {
-                 data_.look_at(remark, place);
-               },
-               [this](const zarel::WrittenStatement& statement) { data_.look_at(statement); }}) {}
+      checks_(
+          program_,
+          {line.answers.filters, line.search.maxint.has_value(), line.search.consequences_option},
+          {[this](std::string_view remark, const zarel::SourceLocation& place) {
+             data_.look_at(remark, place);
+           },
+           [this](const zarel::WrittenStatement& statement) { data_.look_at(statement); }}) {}
 
 void CheckedProgram::take(const zarel::Diagnostic& finding) {
   if (finding.code == zarel::Code::kUnreadableFile) has_unreadable_file_ = true;

@@ -52,6 +52,8 @@ struct RawOptions {
   std::vector<std::string> forms;      // --format
   std::vector<std::string> outputs;    // --output
   std::string difference;              // --diff: to what
+  std::vector<std::string> reports;    // --report
+  std::string standard_form = "text";
   bool is_brave = false;
   bool is_cautious = false;
 };
@@ -185,7 +187,8 @@ void add_answer_options(CLI::App& app, CommandLine& line, RawOptions& raw) {
       ->type_name("FILE")
       ->allow_extra_args(false)
       ->group("Answers");
-  const auto add_wrapping = [&app, &answers = line.answers](const char* name, const char* what, Wrapping when) {
+  const auto add_wrapping = [&app, &answers = line.answers](const char* name, const char* what,
+                                                            Wrapping when) {
     return app
         .add_flag_callback(
             name, [&answers, when] { answers.wrapping = when; }, what)
@@ -196,6 +199,20 @@ void add_answer_options(CLI::App& app, CommandLine& line, RawOptions& raw) {
       Wrapping::kAlways);
   add_wrapping("--no-wrap", "An answer set a line, on a terminal, too", Wrapping::kNever)
       ->excludes(wrap);
+}
+
+void add_picture_options(CLI::App& app, AnswerOptions& answers, RawOptions& raw) {
+  constexpr const char* kGroup = "Pictures";
+  app.add_option("--graph", answers.picture.relations,
+                 "Draw these relations and attributes only; : is membership, :: subclass")
+      ->type_name("NAME,...")
+      ->delimiter(',')
+      ->allow_extra_args(false)
+      ->group(kGroup);
+  app.add_option("--report", raw.reports, "Also write a page with all of the run to FILE")
+      ->type_name("FILE.html")
+      ->allow_extra_args(false)
+      ->group(kGroup);
 }
 
 void add_search_options(CLI::App& app, SearchOptions& search, RawOptions& raw) {
@@ -313,7 +330,6 @@ bool wants_colour(const std::string& when) {
 }
 
 std::vector<Destination> checked(std::vector<Destination> destinations) {
-  if (destinations.empty()) destinations.push_back({"text", ""});
   if (std::ranges::count(destinations, std::string(), &Destination::file) > 1)
     throw WrongUsage{"two forms for standard output: give one of them a file, with --output"};
   for (const auto& [form, file] : destinations) {
@@ -347,6 +363,7 @@ std::vector<Destination> destinations_of(const CLI::App& app, const RawOptions& 
       has_form = false;
     }
   }
+  if (destinations.empty()) destinations.push_back({raw.standard_form, ""});
   return checked(std::move(destinations));
 }
 bool has_json_on_standard_output(const AnswerOptions& answers) {
@@ -385,6 +402,11 @@ void finish(CommandLine& line, const CLI::App& app, const RawOptions& raw) {
   if (line.answers.projects) {    // what is found is not what is wanted
     line.answers.different_sets = std::exchange(line.search.answer_sets, 0);
   }
+  for (const std::string& file : raw.reports) {
+    line.answers.destinations.push_back({"report", file});
+  }
+  std::erase(line.answers.picture.relations, "");
+  line.answers.picture.sets = std::max<std::uint64_t>(line.search.answer_sets, 1);
 }
 
 void look_at_files(CommandLine& line) {
@@ -400,6 +422,7 @@ void define_run(CLI::App& app, CommandLine& line, RawOptions& raw) {
   line.command = Command::kRun;
   add_reading_options(app, line);
   add_answer_options(app, line, raw);
+  add_picture_options(app, line.answers, raw);
   add_search_options(app, line.search, raw);
   add_message_options(app, line, raw);
 }
@@ -421,6 +444,25 @@ void define_expand(CLI::App& app, CommandLine& line, RawOptions& raw) {
   add_message_options(app, line, raw);
 }
 
+void define_show(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  line.command = Command::kShow;
+  app.add_option("WHAT", line.shown, "classes, calls (of templates) or predicates")
+      ->required()
+      ->check(one_of({"classes", "calls", "predicates"}));
+  add_reading_options(app, line);
+  app.add_option("--format", raw.forms, "Form of the picture: dot, svg")
+      ->check(one_of({"dot", "svg"}))
+      ->type_name("FORM")
+      ->expected(1)
+      ->group("Answers");
+  app.add_option("-o,--output", raw.outputs, "Write the picture to FILE")
+      ->type_name("FILE")
+      ->expected(1)
+      ->group("Answers");
+  raw.standard_form = "dot";
+  add_message_options(app, line, raw);
+}
+
 void define_explain(CLI::App& app, CommandLine& line, RawOptions& /*raw*/) {
   line.command = Command::kExplain;
   app.add_option("CODE", line.codes, "Codes of messages; without one, all are listed");
@@ -438,6 +480,7 @@ constexpr std::array kCommands{
     CommandRow{"expand",
                "Prints the program as the solver reads it, and what each line comes from.",
                define_expand},
+    CommandRow{"show", "Draws what a program consists of, without solving it.", define_show},
     CommandRow{"explain", "Prints the page of a message: what it means and how it is mended.",
                define_explain},
 };
@@ -453,6 +496,7 @@ constexpr std::string_view kHelp =
   zrl [run] [OPTIONS] FILE...    solve and print
   zrl check FILE...              say what is wrong, without solving
   zrl expand FILE...             print the program as the solver reads it
+  zrl show WHAT FILE...          draw its classes, calls (of templates) or predicates
   zrl explain CODE               tell what a message means, with an example
   zrl help COMMAND               tell a command's options
   zrl --version
@@ -463,8 +507,8 @@ from standard input. The rows of .csv, .tsv, .json, .jsonl, .db and .sqlite file
 
 Exit status: 0 an answer set was found (or the query is true, or has rows), 10 there is none (or
 it is false, or has no rows), 20 ended by a limit or an interrupt, with what was found printed;
-1 errors in the program, 2 wrong usage or a file that cannot be read, 3 the solver is missing or
-failed, 4 the answers could not be written.
+1 errors in the program, 2 wrong usage or a file that cannot be read, 3 the solver, or Graphviz for
+a picture, is missing or failed, 4 the answers could not be written.
 )";
 
 ParsedCommandLine ended(std::string_view text) {
@@ -500,8 +544,8 @@ void refuse_unknown_command(const std::string& word) {
   std::error_code ignored;
   if (word.find_first_of("./-") != std::string::npos || std::filesystem::exists(word, ignored))
     return;
-  constexpr std::array<std::string_view, kCommands.size() + 1> kNames{"run", "check", "expand",
-                                                                      "explain", "help"};
+  constexpr std::array<std::string_view, kCommands.size() + 1> kNames{"run",  "check",   "expand",
+                                                                      "show", "explain", "help"};
   const std::string_view meant = nearest(word, kNames);
   if (meant.empty()) return;
   std::string text = "there is no command or file ";

@@ -13,13 +13,14 @@
 
 namespace workbench {
 
-enum class Command { kRun, kCheck, kExpand, kExplain };
+enum class Command { kRun, kCheck, kExpand, kShow, kExplain };
 
 struct CommandLine {
   Command command = Command::kRun;
   std::vector<std::string> files;      // "-": standard input
   std::vector<std::string> folders;    // -I
   std::vector<std::string> codes;      // of `explain`; none: all are listed
+  std::string shown;                   // by `show`: "classes", "calls" or "predicates"
   bool links_templates = true;
   bool shows_origins = true;              // of `expand`
   bool writes_whole_catalogue = false;    // of `explain`

@@ -1,8 +1,11 @@
 #include "workbench/commands.h"
 
+#include <algorithm>
 #include <unistd.h>
 
 #include "workbench/checked_program.h"
+#include "workbench/messages/message_json.h"
+#include "workbench/pictures/reported_program.h"
 #include "workbench/progress/cleared_output.h"
 
 namespace workbench {
@@ -14,10 +17,19 @@ ExitStatus run(const CommandLine& line) {
   ClearedOutput cleared(line.answers.has_messages ? std::cout : std::cerr);
   std::ostream messages(&cleared);
   CheckedProgram checked(line, messages);
+  ReportedProgram reported{checked.program().files(), checked.texts()};
+  AnswerOptions answers = line.answers;
+  if (std::ranges::count(answers.destinations, "report", &Destination::form) != 0) {
+    answers.reported = &reported;
+    checked.reporter().tell_also([&](const Message& message, Severity severity) {
+      if (reported.messages.size() == ReportedProgram::kMostMessages) return;
+      reported.messages.push_back(message_as_json(message, severity, checked.texts()));
+    });
+  }
   std::optional<ExitStatus> status = checked.prepare();
   checked.reporter().release();
   if (!status) {
-    status = solve(checked.program(), line.search, line.answers, checked.reporter(), STDOUT_FILENO);
+    status = solve(checked.program(), line.search, answers, checked.reporter(), STDOUT_FILENO);
   }
   checked.reporter().finish();
   end_progress();

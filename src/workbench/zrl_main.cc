@@ -19,6 +19,8 @@ workbench::ExitStatus run(std::span<char* const> arguments) {
       return workbench::check(*parsed.line);
     case workbench::Command::kExpand:
       return workbench::expand(*parsed.line);
+    case workbench::Command::kShow:
+      return workbench::show(*parsed.line);
     case workbench::Command::kExplain:
       return workbench::explain(*parsed.line);
   }

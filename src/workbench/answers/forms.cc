@@ -14,13 +14,11 @@ struct Row {
 };
 
 constexpr std::array kForms{
-    Row{"text", ".txt ", make_text_form},
-    Row{"lines", ".lines ", make_lines_form},
-    Row{"table", "", make_table_form},
-    Row{"json", ".json .jsonl ", make_json_form},
-    Row{"csv", ".csv ", make_csv_form},
-    Row{"facts", ".zrl .facts ", make_facts_form},
-    Row{"diff", ".diff ", make_diff_form},
+    Row{"text", ".txt ", make_text_form},  Row{"lines", ".lines ", make_lines_form},
+    Row{"table", "", make_table_form},     Row{"json", ".json .jsonl ", make_json_form},
+    Row{"csv", ".csv ", make_csv_form},    Row{"facts", ".zrl .facts ", make_facts_form},
+    Row{"diff", ".diff ", make_diff_form}, Row{"dot", ".dot .gv ", make_dot_form},
+    Row{"svg", ".svg ", make_svg_form},    Row{"report", ".html .htm ", make_report_form},
 };
 
 }    // namespace

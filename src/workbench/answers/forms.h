@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -27,6 +28,9 @@ struct FormSettings {
   std::size_t limit = 0;              // of a table's rows; 0: none
   bool differs_from_facts = false;    // a difference is not one to the answer set before
   bool counts_only = false;           // answers do not come; finish() tells how many there are
+  PictureOptions picture = {};
+  const ReportedProgram* reported = nullptr;    // null: there is no report
+  std::function<void(std::string_view)> note = [](std::string_view) {};    // says a line of the run
 };
 
 // Thrown by forms that cannot hold the answers.
@@ -42,7 +46,8 @@ std::vector<std::string> form_names();
 std::string form_for_file(std::string_view file);
 
 // The form of that name, one of form_names(). It writes to the stream, where it keeps nothing back
-// behind flush().
+// behind flush(), but for pictures, which are written as a whole. Throws SearchFailure where another
+// program is missing that it needs.
 std::unique_ptr<AnswerConsumer> make_form(std::string_view name, std::ostream& out,
                                           const FormSettings& settings);
 
@@ -56,5 +61,8 @@ std::unique_ptr<AnswerConsumer> make_csv_form(std::ostream& out, const FormSetti
 std::unique_ptr<AnswerConsumer> make_csv_form(OutputFolder& folder, const FormSettings& settings);
 std::unique_ptr<AnswerConsumer> make_table_form(std::ostream& out, const FormSettings& settings);
 std::unique_ptr<AnswerConsumer> make_diff_form(std::ostream& out, const FormSettings& settings);
+std::unique_ptr<AnswerConsumer> make_dot_form(std::ostream& out, const FormSettings& settings);
+std::unique_ptr<AnswerConsumer> make_svg_form(std::ostream& out, const FormSettings& settings);
+std::unique_ptr<AnswerConsumer> make_report_form(std::ostream& out, const FormSettings& settings);
 
 }    // namespace workbench

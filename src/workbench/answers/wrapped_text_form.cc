@@ -140,7 +140,7 @@ void WrappedTextForm::write_groups(std::size_t column) {
 
 void WrappedTextForm::answer_set(AnswerSet& set) {
   gather(set);
-  const std::string_view opening = set.costs.empty()   ? "{"
+  const std::string_view opening = set.costs.empty()  ? "{"
                                    : set.is_improving ? "Better model: {"
                                                       : "Best model: {";
   text_ += opening;

@@ -13,7 +13,7 @@ std::span<const Page> pages() {
     std::vector<Page> joined;
     for (const std::span<const Page> part :
          {syntax_pages(), foreign_pages(), program_pages(), template_pages(), warning_pages(),
-          solver_pages(), data_pages(), command_pages()}) {
+          solver_pages(), data_pages(), picture_pages(), command_pages()}) {
       joined.insert(joined.end(), part.begin(), part.end());
     }
     return joined;

@@ -76,6 +76,7 @@ void Reporter::release() {
 }
 
 void Reporter::show(const Message& message, Severity severity) {
+  if (listener_) listener_(message, severity);
   if (options_.as_json) {
     write(message_as_json(message, severity, texts_));
   } else if (drawn_ < kMostDrawn) {

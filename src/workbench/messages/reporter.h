@@ -3,12 +3,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <ostream>
 #include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "workbench/messages/message.h"
@@ -43,6 +45,10 @@ class Reporter {
   void hold() { is_holding_ = true; }
   void release();
 
+  // Is told of every message that is not switched off, drawn or only counted.
+  using Listener = std::function<void(const Message&, Severity)>;
+  void tell_also(Listener listener) { listener_ = std::move(listener); }
+
   // A line that belongs to the run as a whole, such as "2 answer sets". Not with is_quiet.
   void note(std::string_view text);
 
@@ -66,6 +72,7 @@ class Reporter {
   const MessageOptions& options_;
   SourceTexts& texts_;
   std::ostream& out_;
+  Listener listener_;
   std::size_t errors_ = 0;
   std::size_t warnings_ = 0;
   std::size_t drawn_ = 0;

@@ -14,6 +14,7 @@ std::span<const Page> template_pages();    // templates
 std::span<const Page> warning_pages();     // what is legal and seldom meant
 std::span<const Page> solver_pages();      // the translation and the search
 std::span<const Page> data_pages();        // files of data
+std::span<const Page> picture_pages();     // pictures and their program
 std::span<const Page> command_pages();     // the command line and the files
 
 }    // namespace workbench

@@ -9,8 +9,8 @@
 #include "dl/read_files.h"
 #include "dl/translate.h"
 #include "model/run.h"
-#include "workbench/search/improving_answers.h"
 #include "workbench/progress/run_progress.h"
+#include "workbench/search/improving_answers.h"
 #include "workbench/search/search.h"
 #include "workbench/search/solver_message.h"
 

@@ -14,22 +14,19 @@
 #include "workbench/messages/exit_status.h"
 #include "workbench/messages/reporter.h"
 #include "workbench/search/kept_stages.h"
+#include "workbench/search/search_failure.h"
 #include "workbench/search/solving.h"
 #include "zarel/program.h"
 
 namespace workbench {
 
-// Thrown where a search cannot go on.
-struct SearchFailure {
-  Message message;
-  std::vector<Message> further = {};
-};
-
 // Reads answers and hands them to the form that the user chose.
 class AnswerPrinter {
  public:
-  // The program must outlive the printer; answers without a file go to the descriptor.
-  AnswerPrinter(zarel::Program& program, const AnswerOptions& options, int standard_output);
+  // All must outlive the printer; answers without a file go to the descriptor. Throws SearchFailure
+  // where a form cannot be made.
+  AnswerPrinter(zarel::Program& program, const AnswerOptions& options, Reporter& reporter,
+                int standard_output);
 
   // Tells before the first answer what the query's rows are values of; nothing for one without
   // variables.

@@ -277,9 +277,10 @@ Message solver_failure(const std::string& solver, const dl::ProcessEnd& end) {
 
 // What clingo finds wrong with a statement is the program's fault, anything else is its own.
 ExitStatus status_of(const Message& message) {
-  constexpr std::array<std::string_view, 8> kOfSolvers{
+  constexpr std::array<std::string_view, 10> kOfSolvers{
       "process-failure",    "solver-missing",    "solver-killed", "solver-memory",
-      "solver-interrupted", "solver-incomplete", "cost-mismatch", "solver-error"};
+      "solver-interrupted", "solver-incomplete", "cost-mismatch", "solver-error",
+      "graphviz-missing",   "graphviz-failure"};
   if (message.code == "output-failure") return ExitStatus::kOutputFailed;
   if (message.code == "unreadable-file" || message.code == "form-misfit") return ExitStatus::kUsage;
   const bool is_of_solver =

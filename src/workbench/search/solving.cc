@@ -49,7 +49,8 @@ const zarel::NamespaceTable* shown_namespaces(const zarel::Run& run) {
   return run.prefix_was_used ? &run.namespaces : nullptr;
 }
 
-FormSettings form_settings(const zarel::Run& run, const AnswerOptions& options) {
+FormSettings form_settings(const zarel::Run& run, const AnswerOptions& options,
+                           Reporter& reporter) {
   FormSettings settings;
   settings.namespaces = shown_namespaces(run);
   settings.has_one_set = options.has_one_set;
@@ -57,6 +58,9 @@ FormSettings form_settings(const zarel::Run& run, const AnswerOptions& options) 
   settings.limit = options.row_limit;
   settings.differs_from_facts = options.differs_from_facts;
   settings.counts_only = options.shown_sets == 0;
+  settings.picture = options.picture;
+  settings.reported = options.reported;
+  settings.note = [&reporter](std::string_view text) { reporter.note(text); };
   return settings;
 }
 
@@ -164,8 +168,8 @@ ExitStatus report_failure(const SearchFailure& failure, Reporter& reporter) {
 }    // namespace
 
 AnswerPrinter::AnswerPrinter(zarel::Program& program, const AnswerOptions& options,
-                             int standard_output)
-    : settings_(form_settings(program.run(), options)),
+                             Reporter& reporter, int standard_output)
+    : settings_(form_settings(program.run(), options, reporter)),
       outputs_(options.destinations, settings_, standard_output),
       limit_(options.different_sets),
       stages_(outputs_, options, found_),
@@ -219,16 +223,17 @@ void watch_the_run(double seconds, const MessageOptions& messages) {
 ExitStatus solve(zarel::Program& program, const SearchOptions& options,
                  const AnswerOptions& answers, Reporter& reporter, int output) {
   KeptStages kept(options.keep_folder);
-  AnswerPrinter printer(program, answers, output);
+  std::optional<AnswerPrinter> printer;
   ExitStatus status = ExitStatus::kSolverFailed;
   try {
+    printer.emplace(program, answers, reporter, output);
     if (!kept.has_failed())
-      status = run_search(program, options, kept, printer, reporter, answers.has_messages);
+      status = run_search(program, options, kept, *printer, reporter, answers.has_messages);
   } catch (const SearchFailure& failure) {
-    printer.flush();    // what was found stands in front
+    if (printer) printer->flush();    // what was found stands in front
     status = report_failure(failure, reporter);
   } catch (const AnswersRefused& refusal) {
-    printer.flush();
+    if (printer) printer->flush();
     status = report_failure({{"form-misfit", {}, refusal.text, {}, {}, refusal.help}}, reporter);
   }
   const std::optional<Message> unkept = kept.finish();

@@ -25,7 +25,7 @@ struct SearchOptions {
   std::optional<std::uint32_t> seed;
   bool leaves_out_facts = false;
   bool tells_statistics = false;
-  bool tells_profile = false;    // which rules have most instances
+  bool tells_profile = false;      // which rules have most instances
   bool shows_improving = false;    // what is found on the way to a best answer set
   std::string solver;    // another solver of the same language; empty: clingo, by translation
   std::string clingo = "clingo";
