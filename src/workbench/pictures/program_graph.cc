@@ -314,6 +314,10 @@ void ProgramWatch::statement(const WrittenStatement& statement) {
   look_at(statement);
 }
 
+void ProgramWatch::remark(std::string_view text, const zarel::SourceLocation& place) {
+  if (next_ != nullptr) next_->remark(text, place);
+}
+
 void ProgramWatch::flat_fact(const zarel::WrittenFlatFact& fact) {
   if (next_ != nullptr) next_->flat_fact(fact);
   look_at(fact);

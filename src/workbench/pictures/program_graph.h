@@ -25,6 +25,7 @@ class ProgramWatch : public zarel::StatementObserver {
 
   void statement(const zarel::WrittenStatement& statement) override;
   void flat_fact(const zarel::WrittenFlatFact& fact) override;
+  void remark(std::string_view text, const zarel::SourceLocation& place) override;
 
   // When all was read.
   virtual const Graph& graph() { return graph_; }
