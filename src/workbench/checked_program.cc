@@ -1,5 +1,8 @@
 #include "workbench/checked_program.h"
 
+#include <cstdint>
+#include <iterator>
+
 #include "workbench/messages/findings.h"
 #include "workbench/progress/run_progress.h"
 
@@ -24,7 +27,21 @@ CheckedProgram::CheckedProgram(const CommandLine& line, std::ostream& messages)
           {[this](std::string_view remark, const zarel::SourceLocation& place) {
              data_.look_at(remark, place);
            },
-           [this](const zarel::WrittenStatement& statement) { data_.look_at(statement); }}) {}
+           [this](const zarel::WrittenStatement& statement) { look_at(statement); }}) {}
+
+void CheckedProgram::look_at(const zarel::WrittenStatement& statement) {
+  data_.look_at(statement);
+  if (statement.kind != zarel::WrittenStatement::Kind::kRange) return;
+  // No integer is above #maxint.
+  const auto bound = [](const zarel::WrittenNode& term) -> std::uint64_t {
+    return term.kind == zarel::WrittenKind::kMaxint ? UINT32_MAX : term.value;
+  };
+  const zarel::NameTable& names = program_.run().names;
+  const auto bounds = statement.body();
+  ranges_.push_back({std::string(names.spelling(statement.name)),
+                     std::string(names.spelling(statement.frame_space)), bound(bounds.front()),
+                     bound(*std::next(bounds.begin()))});
+}
 
 void CheckedProgram::take(const zarel::Diagnostic& finding) {
   if (finding.code == zarel::Code::kUnreadableFile) has_unreadable_file_ = true;

@@ -26,9 +26,11 @@ class CheckedProgram {
   zarel::Program& program() { return program_; }
   Reporter& reporter() { return reporter_; }
   SourceTexts& texts() { return texts_; }
+  const std::vector<StatedRange>& ranges() const { return ranges_; }    // that it states
 
  private:
   void take(const zarel::Diagnostic& finding);
+  void look_at(const zarel::WrittenStatement& statement);
 
   const CommandLine& line_;
   LoadedTexts loaded_;
@@ -38,6 +40,7 @@ class CheckedProgram {
   Reporter reporter_;
   DataReader data_;
   Checks checks_;
+  std::vector<StatedRange> ranges_;
   bool has_unreadable_file_ = false;
 };
 

@@ -33,6 +33,10 @@ std::string version_text() {
 // Names and values alone: what they may be is said in the texts.
 class ShortFormatter : public CLI::Formatter {
  public:
+  std::string make_option_name(const CLI::Option* option, bool is_positional) const override {
+    const std::string name = CLI::Formatter::make_option_name(option, is_positional);
+    return name.substr(0, name.find('{'));    // where a value that need not be given is named
+  }
   std::string make_option_opts(const CLI::Option* option) const override {
     return option->get_type_size() == 0 ? "" : ' ' + option->get_type_name();
   }

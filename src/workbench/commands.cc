@@ -28,6 +28,7 @@ ExitStatus run(const CommandLine& line) {
   }
   std::optional<ExitStatus> status = checked.prepare();
   checked.reporter().release();
+  if (line.search.leaves_out_facts) answers.hidden_ranges = checked.ranges();
   if (!status) {
     status = solve(checked.program(), line.search, answers, checked.reporter(), STDOUT_FILENO);
   }

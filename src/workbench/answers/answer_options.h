@@ -28,6 +28,12 @@ struct Destination {
   std::string file;    // empty: standard output; may be a folder
 };
 
+// The facts relation(least..most)@space.
+struct StatedRange {
+  std::string relation, space;
+  std::uint64_t least, most;
+};
+
 struct AnswerOptions {
   std::vector<Destination> destinations;    // at most one of them is standard output
   Wrapping wrapping = Wrapping::kOnTerminals;
@@ -40,6 +46,7 @@ struct AnswerOptions {
   bool projects = false;                           // sets that show the same are one
   std::uint64_t different_sets = 0;                // so many of these are wanted; 0: all
   std::optional<std::uint64_t> shown_sets = {};    // the others are counted only
+  std::vector<StatedRange> hidden_ranges = {};     // where facts are left out
   PictureOptions picture = {};
   const ReportedProgram* reported = nullptr;    // for a report
 };

@@ -7,6 +7,7 @@
 #include "workbench/answers/answer_limit.h"
 #include "workbench/answers/answer_projection.h"
 #include "workbench/answers/answer_sorter.h"
+#include "workbench/answers/stated_ranges.h"
 
 namespace workbench {
 
@@ -23,6 +24,7 @@ AnswerStages::AnswerStages(AnswerConsumer& last, const AnswerOptions& options, F
   if (options.shown_sets) put_in_front<AnswerLimit>(*options.shown_sets);
   if (options.projects) put_in_front<AnswerProjection>(found, options.different_sets);
   put_in_front<AnswerFilter>(options.filters);
+  if (!options.hidden_ranges.empty()) put_in_front<StatedRanges>(options.hidden_ranges);
   put_in_front<AnswerCounter>(found);
 }
 
