@@ -25,6 +25,7 @@ constexpr std::array kForms{
 
 std::vector<std::string> form_names() {
   std::vector<std::string> names;
+  names.reserve(kForms.size());
   for (const Row& row : kForms) names.emplace_back(row.name);
   return names;
 }
