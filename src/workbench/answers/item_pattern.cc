@@ -152,8 +152,9 @@ void PatternText::read_attributes() {
 
 bool PatternText::read_subclass() {
   const std::vector<std::string_view> parts = split(rest_, ':');
+  if (parts.size() < 3) return false;
   const auto empty = std::ranges::find(parts.begin() + 1, parts.end() - 1, std::string_view());
-  if (parts.size() < 3 || empty == parts.end() - 1) return false;
+  if (empty == parts.end() - 1) return false;
   const auto behind = static_cast<std::size_t>(empty->data() + 1 - rest_.data());
   add(PatternKind::kSubclass, name_of(rest_.substr(0, behind - 2)), name_of(rest_.substr(behind)));
   return true;
