@@ -198,8 +198,8 @@ RunProgress& progress() {
 }    // namespace
 
 std::string_view name_of(Phase phase) {
-  constexpr std::array<std::string_view, 4> kNames{"reading", "expanding", "grounding",
-                                                   "searching"};
+  constexpr std::array<std::string_view, 5> kNames{"reading", "expanding", "grounding", "searching",
+                                                   "writing"};
   return kNames.at(static_cast<std::size_t>(phase));
 }
 

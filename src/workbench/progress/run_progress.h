@@ -9,7 +9,7 @@
 
 namespace workbench {
 
-enum class Phase : std::uint8_t { kReading, kExpanding, kGrounding, kSearching };
+enum class Phase : std::uint8_t { kReading, kExpanding, kGrounding, kSearching, kWriting };
 
 std::string_view name_of(Phase phase);
 

@@ -135,6 +135,7 @@ ExitStatus run_search(zarel::Program& program, const SearchOptions& options, Kep
       reporter.report({"answer-syntax", {}, text += printer.reading_error()});
       return ExitStatus::kSolverFailed;
     }
+    enter(Phase::kWriting);
     const ExitStatus status = status_of(printer.found(), result);
     failure = printer.failure();
     // In one stream, what is said of the run stands in front of its end.
