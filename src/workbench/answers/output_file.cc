@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace workbench {
@@ -17,7 +18,17 @@ std::string folder_of(const std::string& path) {
   return folder.empty() ? "." : folder;
 }
 
+// A link stays one: what it leads to is replaced.
+std::string target_of(std::string path) {
+  std::error_code none;
+  if (!std::filesystem::is_symlink(path, none) || path.starts_with("/dev/")) return path;
+  const std::filesystem::path target = std::filesystem::canonical(path, none);
+  return none ? path : target.string();
+}
+
+// The names of what is open already are no places to put a file in, whatever is behind them.
 bool is_special(const std::string& path) {
+  if (path.starts_with("/dev/") || path.starts_with("/proc/")) return true;
   struct stat found {};
   return ::stat(path.c_str(), &found) == 0 && !S_ISREG(found.st_mode);
 }
@@ -25,7 +36,7 @@ bool is_special(const std::string& path) {
 }    // namespace
 
 OutputFile::OutputFile(std::string path)
-    : path_(std::move(path)),
+    : path_(target_of(std::move(path))),
       descriptor_(open()),
       output_(std::make_unique<AnswerOutput>(descriptor_)),
       stream_(output_.get()) {
@@ -38,7 +49,10 @@ OutputFile::~OutputFile() {
 }
 
 int OutputFile::open() {
-  if (is_special(path_)) return ::open(path_.c_str(), O_WRONLY | O_CLOEXEC);
+  // Opened anew, a file would be written to from its beginning.
+  if (path_ == "/dev/stdout") return ::dup(STDOUT_FILENO);
+  if (path_ == "/dev/stderr") return ::dup(STDERR_FILENO);
+  if (is_special(path_)) return ::open(path_.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
   const int nameless = ::open(folder_of(path_).c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, kMode);
   is_nameless_ = nameless >= 0;
   std::string draft = path_ + ".part" + std::to_string(::getpid());
