@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/characters.h"
 #include "dl/names.h"
 
 namespace dl {
@@ -41,10 +42,6 @@ std::size_t end_of_string(std::string_view text, std::size_t begin, Escapes esca
     end += text[end] == '\\' && escapes == Escapes::kBackslash ? 2 : 1;
   }
   return std::min(end + 1, text.size());
-}
-
-bool is_digit(char c) {
-  return c >= '0' && c <= '9';
 }
 
 // The end of the part of a name that begins there, as the input spells it: at a prime, or where the
@@ -157,7 +154,7 @@ void append_frame(std::string& out, std::string_view space, std::string_view att
 
 bool is_generic(std::string_view name) {
   return name.starts_with(kGeneric) && name.size() > kGeneric.size() &&
-         std::ranges::all_of(name.substr(kGeneric.size()), is_digit);
+         std::ranges::all_of(name.substr(kGeneric.size()), zarel::is_digit);
 }
 
 std::uint32_t Folding::keys_of(const Statement& statement, const Term& atom) const {

@@ -4,18 +4,12 @@
 
 #include "workbench/checked_program.h"
 #include "workbench/commands.h"
+#include "workbench/messages/words.h"
 
 namespace workbench {
 namespace {
 
 constexpr std::size_t kPiece = std::size_t{64} * 1024;    // bytes handed to the stream at once
-
-std::string_view without_blanks(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
-}
 
 void append_place(std::string& out, const zarel::Place& place, const SourceTexts& texts) {
   if (!place.is_known()) return;
@@ -37,7 +31,7 @@ std::string comment_of(const zarel::LineOrigin& origin, SourceTexts& texts) {
   const zarel::Position& first = origin.place.first;
   comment += "% ";
   append_place(comment, origin.place, texts);
-  (comment += "  ") += without_blanks(texts.line(first.file, first.line));
+  (comment += "  ") += trimmed(texts.line(first.file, first.line));
   comment += '\n';
   for (const zarel::OriginStep& step : origin.steps) append_step(comment, step, texts);
   return comment;

@@ -7,7 +7,9 @@
 #include <utility>
 
 #include "base/characters.h"
+#include "dl/folding.h"
 #include "model/generic_encoding.h"
+#include "workbench/answers/term_text.h"
 
 namespace workbench {
 namespace {
@@ -18,34 +20,12 @@ bool is_blank(char c) {
   return kBlanks.find(c) != std::string_view::npos;
 }
 
-bool is_upper(char c) {
-  return c >= 'A' && c <= 'Z';
-}
-
-std::string without_blanks(std::string_view text) {
-  std::string kept;
-  kept.reserve(text.size());
-  bool in_string = false;
-  for (const char c : text) {
-    if (c == '"') in_string = !in_string;
-    if (in_string || !is_blank(c)) kept += c;
-  }
-  return kept;
-}
-
 constexpr std::size_t kPiece = std::size_t{1} << 16;    // of an answer set, looked at at once
 constexpr std::size_t kShown = 60;                      // of what cannot be read
 
 // Characters that say nothing about where an item ends.
 bool is_inner(char c) {
   return zarel::is_in_word(c) || c == '-' || c == '\'' || c == '#';
-}
-
-// Whether the predicate is a_ and a number.
-bool is_generic(std::string_view predicate) {
-  if (!predicate.starts_with(zarel::kGenericStem)) return false;
-  predicate.remove_prefix(zarel::kGenericStem.size());
-  return !predicate.empty() && std::ranges::all_of(predicate, zarel::is_digit);
 }
 
 std::size_t count_of(const zarel::AnswerTerms& terms) {
@@ -143,7 +123,7 @@ std::size_t AnswerTextReader::read_line(std::string_view text) {
     if (text[i] == '{') {
       line_ += text.substr(0, i);
       const std::size_t end = line_.find_last_not_of(kBlanks);
-      if (!is_upper(line_.front()) || end == std::string::npos || line_[end] != ':') {
+      if (!zarel::is_upper_case(line_.front()) || end == std::string::npos || line_[end] != ':') {
         fail("an answer set that does not begin a line");
         return text.size();
       }
@@ -246,7 +226,7 @@ void AnswerTextReader::take_item(std::size_t begin, std::size_t size) {
     return static_cast<std::uint32_t>(piece.size());
   };
   const std::string_view relation = terms.substr(0, zarel::end_of_first_term(terms));
-  if (!is_generic(predicate) || relation.size() == terms.size()) {
+  if (!dl::is_generic(predicate) || relation.size() == terms.size()) {
     item.begin = at(predicate);
     item.relation_size = size_of(predicate);
     item.arguments_size = size_of(terms);
@@ -288,7 +268,8 @@ void AnswerTextReader::end_line() {
   state_ = State::kBetween;
   if (has_set_ && read_costs(line_)) return;
   hand_on();
-  if (is_upper(line_.front())) return fail(std::string("the line ") + line_.substr(0, kShown));
+  if (zarel::is_upper_case(line_.front()))
+    return fail(std::string("the line ") + line_.substr(0, kShown));
   const std::string values = without_blanks(line_);
   if (is_ground_ && (values == "true" || values == "false")) {
     consumer_.truth(values == "true");

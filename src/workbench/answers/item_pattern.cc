@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/characters.h"
+#include "workbench/answers/term_text.h"
 #include "workbench/messages/words.h"
 
 namespace workbench {
@@ -43,16 +44,6 @@ std::vector<std::string_view> split(std::string_view text, char at) {
   if (!open.empty()) throw Mistake{std::string(1, open.back()) + " is missing"};
   parts.push_back(text.substr(begin));
   return parts;
-}
-
-std::string without_blanks(std::string_view text) {
-  std::string kept;
-  bool in_string = false;
-  for (const char c : text) {
-    if (c == '"') in_string = !in_string;
-    if (in_string || kBlanks.find(c) == std::string_view::npos) kept += c;
-  }
-  return kept;
 }
 
 // Words and "_" that stand for anything become nothing.

@@ -113,4 +113,16 @@ void append_costs(std::string& out, const AnswerSet& set) {
   }
 }
 
+std::string without_blanks(std::string_view text) {
+  constexpr std::string_view kBlanks = " \t\r\n";
+  std::string kept;
+  kept.reserve(text.size());
+  bool in_string = false;
+  for (const char c : text) {
+    if (c == '"') in_string = !in_string;
+    if (in_string || kBlanks.find(c) == std::string_view::npos) kept += c;
+  }
+  return kept;
+}
+
 }    // namespace workbench

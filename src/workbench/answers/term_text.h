@@ -22,4 +22,7 @@ void append_space(std::string& out, std::string_view space);
 // Appends a line for each level of the costs, if there are any, as solvers of the language do.
 void append_costs(std::string& out, const AnswerSet& set);
 
+// The text without the blanks and line ends outside of its strings.
+std::string without_blanks(std::string_view text);
+
 }    // namespace workbench

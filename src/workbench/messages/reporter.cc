@@ -20,12 +20,6 @@ bool is_in_code(char c) {
   return zarel::is_in_word(c) || c == '-';
 }
 
-// Without the blanks in front.
-std::string_view trimmed(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
-  return text;
-}
-
 // Adds the codes that the rest of a comment behind "%!" names, if it allows any.
 void add_allowed(std::string_view comment, std::set<std::string, std::less<>>& codes) {
   constexpr std::string_view kAllow = "allow";

@@ -11,6 +11,7 @@
 #include "model/run.h"
 #include "parser/written_clause.h"
 #include "workbench/messages/findings.h"
+#include "workbench/messages/words.h"
 
 namespace workbench {
 namespace {
@@ -108,12 +109,6 @@ std::string_view taken_line(std::string_view& rest) {
   return line;
 }
 
-std::string_view without_blanks(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t\r") + 1 - first);
-}
-
 // "-:12:3-4: error: text": the line and the text behind the kind.
 struct ClingoLine {
   std::size_t line = 0;
@@ -123,7 +118,7 @@ struct ClingoLine {
 std::optional<ClingoLine> read_clingo_line(std::string_view line, std::string_view kind) {
   const std::size_t found = line.find(kind);
   if (!line.starts_with("-:") || found == std::string_view::npos) return std::nullopt;
-  ClingoLine result{0, without_blanks(line.substr(found + kind.size()))};
+  ClingoLine result{0, trimmed(line.substr(found + kind.size()))};
   std::from_chars(line.data() + 2, line.data() + line.size(), result.line);
   return result;
 }
@@ -140,7 +135,7 @@ constexpr std::string_view kInstallHelp =
 // What a solver said last is why it ended, as a rule.
 std::string first_said(std::string_view said) {
   while (!said.empty()) {
-    const std::string_view line = without_blanks(taken_line(said));
+    const std::string_view line = trimmed(taken_line(said));
     if (!line.empty()) return std::string(line.substr(0, 300));
   }
   return {};
