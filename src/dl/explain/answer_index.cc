@@ -1,0 +1,1 @@
+#include "dl/explain/answer_index.h"

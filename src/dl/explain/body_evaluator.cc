@@ -1,0 +1,1 @@
+#include "dl/explain/body_evaluator.h"

@@ -1,0 +1,78 @@
+#pragma once
+// body_evaluator.h - for which values of its variables a body holds in an answer set.
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "dl/explain/statement_store.h"
+
+namespace dl {
+
+// The values of a statement's variables, by VariableId; kNoTerm where there is none.
+using Binding = std::vector<GroundTerm>;
+
+// Takes a binding, which is changed afterwards; false ends the search.
+using TakeBinding = std::function<bool(const Binding&)>;
+
+// The elements of an aggregate that hold.
+struct AggregateElements {
+  // The distinct tuples, in the order in which they were found, each with the bindings of its
+  // elements' variables.
+  struct Tuple {
+    std::vector<GroundTerm> terms;
+    std::vector<Binding> bindings;
+  };
+  std::vector<Tuple> tuples;
+  // What the function makes of them; kNoTerm for an extremum of nothing and every average. A sum or
+  // a count beyond 31 bits is not reached: such answer sets are refused.
+  GroundTerm value = kNoTerm;
+};
+
+class BodyEvaluator {
+ public:
+  // All must outlive the evaluator.
+  BodyEvaluator(GroundTerms& terms, AnswerIndex& index, const StatementStore& store)
+      : terms_(terms), index_(index), store_(store) {}
+
+  // Which literals of the body are looked at: all but those of which `is_left_out` (by literal) is
+  // true; empty for all.
+  using LeftOut = std::span<const char>;
+
+  // Calls `take` with each binding of the outer variables with which the literals hold, beginning
+  // with those that `start` has. Variables that only literals bind that were left out have kNoTerm;
+  // so do those of a literal that cannot be evaluated for lack of them, which is then left out, too.
+  // Bindings are told once, but for those that differ in "_" alone. Returns false when `take` did.
+  bool each(const StoredStatement& statement, const Binding& start, LeftOut is_left_out,
+            const TakeBinding& take);
+
+  // Whether the literal holds; nothing when a variable that it needs has no value.
+  std::optional<bool> holds(const StoredStatement& statement, const StoredLiteral& literal,
+                            const Binding& binding);
+
+  // The atoms of the answer set that the atom is with such values; several only where it has "_" or
+  // variables without a value. `most` bounds them.
+  std::vector<AtomNumber> atoms_of(const StoredStatement& statement, const AtomPattern& atom,
+                                   const Binding& binding, std::size_t most);
+
+  // The elements of the aggregate, whose outer variables have values.
+  AggregateElements elements(const StoredStatement& statement, const StoredAggregate& aggregate,
+                             const Binding& binding);
+
+  // Makes the pattern equal to the term by giving values to variables that have none. Returns false
+  // when that cannot be; then the binding may have been changed.
+  bool match(const StoredStatement& statement, PatternNumber pattern, GroundTerm term,
+             Binding& binding) const;
+  bool match(const StoredStatement& statement, const AtomPattern& atom,
+             std::span<const GroundTerm> arguments, Binding& binding) const;
+  // The term that the pattern is with these values; kNoTerm when one is missing.
+  GroundTerm value(const StoredStatement& statement, PatternNumber pattern, const Binding& binding);
+
+ private:
+  GroundTerms& terms_;
+  AnswerIndex& index_;
+  const StatementStore& store_;
+};
+
+}    // namespace dl

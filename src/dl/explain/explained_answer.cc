@@ -1,0 +1,1 @@
+#include "dl/explain/explained_answer.h"

@@ -1,0 +1,1 @@
+#include "dl/explain/failure_search.h"

@@ -1,0 +1,1 @@
+#include "dl/explain/ground_terms.h"

@@ -1,0 +1,70 @@
+#pragma once
+// ground_terms.h - names, strings, integers and the terms made of them, each stored once: equal
+// terms are equal numbers.
+
+#include <compare>
+#include <cstdint>
+#include <deque>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace dl {
+
+// The number of a ground term, valid for its table.
+using GroundTerm = std::uint32_t;
+constexpr GroundTerm kNoTerm = 0x7fffffffu;
+
+enum class GroundKind : std::uint8_t { kInteger, kConstant, kString, kCompound };
+
+// A name of a constant, functor or predicate, or a string with its quotes, spelled as in the input.
+using NameNumber = std::uint32_t;
+
+class GroundTerms {
+ public:
+  NameNumber name(std::string_view spelling);
+  std::string_view spelling(NameNumber name) const { return names_[name]; }
+
+  // Each gives the term's number; the same one each time.
+  static GroundTerm integer(std::uint32_t value) { return kIntegerBit | value; }    // of 31 bits
+  GroundTerm constant(std::string_view name) { return simple(GroundKind::kConstant, name); }
+  GroundTerm string(std::string_view quoted) { return simple(GroundKind::kString, quoted); }
+  GroundTerm compound(NameNumber functor, std::span<const GroundTerm> arguments);
+
+  static bool is_integer(GroundTerm term) { return (term & kIntegerBit) != 0; }
+  static std::uint32_t value(GroundTerm integer) { return integer & ~kIntegerBit; }
+  GroundKind kind(GroundTerm term) const;
+  NameNumber name_of(GroundTerm term) const { return terms_[term].name; }    // of no integer
+  std::span<const GroundTerm> arguments(GroundTerm term) const;    // none of what is no compound
+
+  // The order in which the solver's comparisons, #min and #max have terms: integers by value, then
+  // constants, strings, and compounds by number of arguments, name and arguments.
+  std::strong_ordering compare(GroundTerm left, GroundTerm right) const;
+
+  // Appends the term as the input would spell it.
+  void append(std::string& out, GroundTerm term) const;
+
+ private:
+  static constexpr std::uint32_t kIntegerBit = 0x80000000u;
+  struct Stored {
+    GroundKind kind;
+    NameNumber name;
+    std::uint32_t begin;    // of its arguments
+    std::uint32_t count;
+  };
+  GroundTerm simple(GroundKind kind, std::string_view spelling);
+  void grow();
+  std::uint64_t hash_of(NameNumber functor, std::span<const GroundTerm> arguments) const;
+
+  std::deque<std::string> names_;    // a deque: the keys point into it
+  std::unordered_map<std::string_view, NameNumber> name_numbers_;
+  std::vector<GroundTerm> constants_;    // by name: the term, kNoTerm where there is none
+  std::vector<Stored> terms_;
+  std::vector<GroundTerm> arguments_;
+  std::vector<GroundTerm> slots_;    // of compounds, by hash
+  std::size_t compounds_ = 0;
+};
+
+}    // namespace dl

@@ -1,0 +1,1 @@
+#include "dl/explain/paid_costs.h"

@@ -1,0 +1,1 @@
+#include "dl/explain/single_search.h"

@@ -1,0 +1,1 @@
+#include "dl/explain/statement_store.h"
