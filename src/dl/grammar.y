@@ -49,7 +49,7 @@ program
   ;
 
 statement
-  : head '.'                                            { build->fact(); }
+  : head '.'[e]                                         { build->fact($e); }
   | head IMPLIES body '.'[e]                            { build->rule($e); }
   | constraint_mark body '.'[e]                         { build->constraint($e); }
   | weak_mark body '.'[e]                               { build->weak_constraint({}, {}, $e); }

@@ -155,7 +155,7 @@ struct Statement {
   std::vector<Slice> variables;    // the spelling of each, in text
   std::uint32_t line = 0;          // see Note [lines as shown]
   std::uint32_t column = 0;        // where in that line it begins
-  zarel::SourceRange range{};      // of all but facts, whose last column nobody asks for
+  zarel::SourceRange range{};      // of all but facts of one head: nobody asks for it
   const char* source = nullptr;    // the text of the file
   std::string_view written;        // the statement in it, again but of facts
   bool atoms_only = true;          // the body holds no builtin and no aggregate

@@ -160,7 +160,9 @@ void StatementBuilder::begin_weak(const Token& first) {
   weak_ = true;
 }
 
-void StatementBuilder::fact() {
+// Only a disjunction may be asked for its range: a million facts do without.
+void StatementBuilder::fact(const Token& end) {
+  if (statement_.heads.size() > 1) note_end(end);
   finish(receiver_.fact(statement_));
 }
 
@@ -549,12 +551,19 @@ void StatementBuilder::push_frame(std::uint32_t text_begin, std::string_view nam
     fail(line_, kInputTooDeep,
          "a term is nested deeper than " + std::to_string(kMaxNesting) + " levels", name);
   }
-  frames_.push_back({text_begin, uses_size(), arguments_size(), 0, 0, name});
+  frames_.push_back({text_begin, uses_size(), arguments_size(), 0, 0, name,
+                     static_cast<std::uint32_t>(nested_.size())});
 }
 
 StatementBuilder::Frame StatementBuilder::close_frame() {
-  const Frame frame = frames_.back();
+  Frame frame = frames_.back();
   frames_.pop_back();
+  if (lists_all_) {
+    const auto begin = nested_.begin() + frame.nested_begin;
+    frame.arguments_begin = arguments_size();
+    statement_.arguments.insert(statement_.arguments.end(), begin, nested_.end());
+    nested_.erase(begin, nested_.end());
+  }
   return frame;
 }
 
@@ -598,7 +607,7 @@ std::uint32_t StatementBuilder::flat_compound(const Token& token) {
 
 void StatementBuilder::flat_argument(std::string_view word, std::uint32_t line) {
   separate();
-  if (lists_arguments_ && frames_.size() == 1) return list_flat_argument(word, line);
+  if (lists_all_ || (lists_arguments_ && frames_.size() == 1)) return list_flat_argument(word, line);
   if (is_lower(word.front())) {
     note_simple_argument();
     append_clingo_name(statement_.text, word);
@@ -639,12 +648,16 @@ void StatementBuilder::note_simple_argument() {
   if (frame.count <= 32) frame.simple |= 1U << (frame.count - 1);
 }
 
-// Only the arguments of the outermost parentheses are looked at one by one, so only they are
-// listed.
+// Only the arguments of the outermost parentheses are looked at one by one, as a rule, so only they
+// are listed. Where all are, each parenthesis lists its own when it is closed.
 void StatementBuilder::argument(std::uint32_t term) {
   if (frames_.empty()) return;
   if (is_simple(statement_.terms[term].kind)) note_simple_argument();
-  if (frames_.size() == 1) statement_.arguments.push_back(term);
+  if (lists_all_) {
+    nested_.push_back(term);
+  } else if (frames_.size() == 1) {
+    statement_.arguments.push_back(term);
+  }
 }
 
 }    // namespace dl

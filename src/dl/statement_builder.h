@@ -78,6 +78,8 @@ class StatementBuilder {
 
   // The arguments of atoms are to be listed, which takes time: see Term::arguments.
   void list_arguments() { lists_arguments_ = true; }
+  // Those of nested terms, too.
+  void list_all_arguments() { lists_arguments_ = lists_all_ = true; }
 
   // Tokens come from this text from now on.
   void begin_text(const char* text) { statement_.source = line_begin_ = text; }
@@ -109,7 +111,7 @@ class StatementBuilder {
   // Statements; `end` is the last token of one.
   void begin(const Token& first) { note_line(first); }
   void begin_weak(const Token& first);
-  void fact();
+  void fact(const Token& end);
   void rule(const Token& end);
   void constraint(const Token& end) { rule(end); }
   void weak_constraint(const Token& weight, const Token& level, const Token& end);
@@ -164,6 +166,7 @@ class StatementBuilder {
     std::uint32_t count;
     std::uint32_t simple;    // as in Term
     std::string_view name;
+    std::uint32_t nested_begin;    // in nested_
   };
 
   void note_line(const Token& token) {
@@ -210,6 +213,8 @@ class StatementBuilder {
   const char* line_begin_ = nullptr;    // of that line
   std::uint32_t fresh_variables_ = 0;
   bool lists_arguments_ = false;
+  bool lists_all_ = false;
+  std::vector<std::uint32_t> nested_;    // the arguments of open parentheses, where all are listed
   bool in_aggregate_ = false;
   bool awaits_aggregate_colon_ = false;
   bool outer_negated_ = false;

@@ -40,12 +40,22 @@ class BodyEvaluator {
   // true; empty for all.
   using LeftOut = std::span<const char>;
 
+  // From now on a call of each() ends behind so many attempts to match, 0: never; was_cut() tells of
+  // the last call.
+  void limit(std::uint64_t most_attempts) { most_attempts_ = most_attempts; }
+  bool was_cut() const { return was_cut_; }
+
   // Calls `take` with each binding of the outer variables with which the literals hold, beginning
   // with those that `start` has. Variables that only literals bind that were left out have kNoTerm;
   // so do those of a literal that cannot be evaluated for lack of them, which is then left out, too.
-  // Bindings are told once, but for those that differ in "_" alone. Returns false when `take` did.
+  // Where nothing is left out, an operand that nothing else binds ranges over the integers up to the
+  // bound. A binding is told once. Returns false when `take` did.
   bool each(const StoredStatement& statement, const Binding& start, LeftOut is_left_out,
             const TakeBinding& take);
+
+  // A list with all atoms of the answer set that the atom can be with these values, and others.
+  std::span<const AtomNumber> candidates(const StoredStatement& statement, const AtomPattern& atom,
+                                         const Binding& binding);
 
   // Whether the literal holds; nothing when a variable that it needs has no value.
   std::optional<bool> holds(const StoredStatement& statement, const StoredLiteral& literal,
@@ -60,6 +70,10 @@ class BodyEvaluator {
   AggregateElements elements(const StoredStatement& statement, const StoredAggregate& aggregate,
                              const Binding& binding);
 
+  // Whether the guards hold for these elements. Variables of guards without a value make it false.
+  bool guards_hold(const StoredStatement& statement, const StoredAggregate& aggregate,
+                   const AggregateElements& elements, const Binding& binding);
+
   // Makes the pattern equal to the term by giving values to variables that have none. Returns false
   // when that cannot be; then the binding may have been changed.
   bool match(const StoredStatement& statement, PatternNumber pattern, GroundTerm term,
@@ -70,9 +84,18 @@ class BodyEvaluator {
   GroundTerm value(const StoredStatement& statement, PatternNumber pattern, const Binding& binding);
 
  private:
+  bool atom_holds(const StoredStatement& statement, const AtomPattern& atom,
+                  const Binding& binding);
+  std::optional<bool> builtin_holds(const StoredStatement& statement, const StoredLiteral& literal,
+                                    const Binding& binding);
+  std::optional<bool> aggregate_holds(const StoredStatement& statement,
+                                      const StoredLiteral& literal, const Binding& binding);
+
   GroundTerms& terms_;
   AnswerIndex& index_;
   const StatementStore& store_;
+  std::uint64_t most_attempts_ = 0;
+  bool was_cut_ = false;
 };
 
 }    // namespace dl

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace dl {
@@ -56,7 +57,7 @@ class GroundTerms {
   };
   GroundTerm simple(GroundKind kind, std::string_view spelling);
   void grow();
-  std::uint64_t hash_of(NameNumber functor, std::span<const GroundTerm> arguments) const;
+  static std::uint64_t hash_of(NameNumber functor, std::span<const GroundTerm> arguments);
 
   std::deque<std::string> names_;    // a deque: the keys point into it
   std::unordered_map<std::string_view, NameNumber> name_numbers_;

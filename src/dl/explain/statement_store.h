@@ -38,6 +38,8 @@ struct StoredLiteral {
   AtomPattern atom;                       // of kAtom
   std::vector<PatternNumber> operands;    // of a builtin; of #function_builtin the functor is [1]
   std::uint32_t aggregate = 0;            // of kAggregate: an index in StoredStatement::aggregates
+  // Each once; of an aggregate the outer ones between its braces, not those of its guards.
+  std::vector<VariableId> variables;
 };
 
 struct StoredGuard {
