@@ -63,10 +63,14 @@ void ClingoRun::give(std::string_view text) {
   if (traits_.has_sums) given_ += text;
 }
 
-Search ClingoRun::solve(Translated& program) {
+void ClingoRun::give_rest(Translated& program) {
   give(program.text);
   program.text = std::string();
   process_.finish_input();
+}
+
+Search ClingoRun::solve(Translated& program) {
+  give_rest(program);
   AnswerReader answers(program, options_.reasoning);
   LineReader reader(output_of(process_));
   do {
@@ -75,7 +79,24 @@ Search ClingoRun::solve(Translated& program) {
     if (answers.takes_pieces() && reader.next_piece(line)) answers.read_piece(line);
     flush(answers);
   } while (reader.wait());
-  return judge(answers, program, !reader.has_rest());
+  return end(answers, program, !reader.has_rest());
+}
+
+Search ClingoRun::solve(Translated& program, const std::function<void(std::string_view)>& take) {
+  give_rest(program);
+  LineReader reader(output_of(process_));
+  LineKind status = LineKind::kOther;
+  do {
+    std::string_view line;
+    while (reader.next(line)) {
+      const LineKind kind = kind_of_line(line);
+      if (kind != LineKind::kAnswerSet && kind != LineKind::kCosts && kind != LineKind::kOther)
+        status = kind;
+      take(line);
+    }
+  } while (reader.wait());
+  const bool has_result = status != LineKind::kOther && status != LineKind::kUnknown;
+  return judge(has_result && !reader.has_rest(), program);
 }
 
 void ClingoRun::flush(AnswerReader& answers) const {
@@ -84,15 +105,19 @@ void ClingoRun::flush(AnswerReader& answers) const {
 }
 
 // Only what the exit status, the final line and the whole output agree on is a finished search.
-Search ClingoRun::judge(AnswerReader& answers, const Translated& program, bool complete_lines) {
+Search ClingoRun::judge(bool has_result, const Translated& program) {
   const ProcessEnd end = process_.end();
   const bool is_cut = interruption() != Interruption::kNone;
-  const bool finished = complete_lines && answers.has_result() && has_finished(end);
+  const bool finished = has_result && has_finished(end);
   if (!finished && !is_cut) fail(end, program);
-  const Search search = finished ? Search::kComplete : Search::kCut;
+  return finished ? Search::kComplete : Search::kCut;
+}
+
+Search ClingoRun::end(AnswerReader& answers, const Translated& program, bool complete_lines) {
+  const Search search = judge(complete_lines && answers.has_result(), program);
   const bool is_unproven = answers.finish(search, output_.notes);
   flush(answers);
-  if (finished) return search;
+  if (search == Search::kComplete) return search;
   std::string text(interruption_text());
   text += is_unproven ? "; the best answer set so far is not proven to be optimal"
                       : "; there may be more answers";

@@ -63,9 +63,15 @@ class ClingoRun {
   // Failure when the search failed.
   Search solve(Translated& program);
 
+  // The same for a caller who reads the lines: `take` gets each one, without its end. Nothing goes
+  // to the output.
+  Search solve(Translated& program, const std::function<void(std::string_view)>& take);
+
  private:
+  void give_rest(Translated& program);
+  Search judge(bool has_result, const Translated& program);
   void flush(AnswerReader& answers) const;
-  Search judge(AnswerReader& answers, const Translated& program, bool complete_lines);
+  Search end(AnswerReader& answers, const Translated& program, bool complete_lines);
   [[noreturn]] void fail(const ProcessEnd& end, const Translated& program) const;
   std::optional<zarel::Diagnostic> clingo_error(std::string_view errors,
                                                 const Translated& program) const;

@@ -25,6 +25,7 @@ struct Options {
   bool leave_out_facts = false;
   bool translate_only = false;
   bool tell_all = false;            // mistakes of statements, not the first alone; for hosts
+  bool leaves_out_query = false;    // it is checked, but nothing asks for it; for hosts
   bool shows_costs = false;         // which rules have most instances
   bool counts_instances = false;    // see Note [counted instances]; for such a count alone
   bool fold = true;                 // see Note [folded atoms]

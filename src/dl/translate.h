@@ -50,7 +50,7 @@ struct Translated {
 };
 
 // Translates the texts, as one program. Of the options it looks at the filters, the bound,
-// `leave_out_facts`, `tell_all` and `fold`. An include line whose name has no text is a mistake.
+// `leave_out_facts`, `leaves_out_query`, `tell_all` and `fold`. An include line whose name has no text is a mistake.
 Translated translate(std::span<const Source> sources, const Options& options,
                      const IncludedText& included = {});
 

@@ -232,15 +232,18 @@ MaybeMistake Translator::write_weak_constraint(const Statement& statement, const
 }
 
 MaybeMistake Translator::query(const Statement& statement) {
-  if (parts_.query) {
+  if (const auto& first = options_.leaves_out_query ? left_out_query_ : parts_.query) {
     return Mistake{zarel::Code::kSecondQuery,
-                   "a second query; the first is in " + sources_.name(parts_.query->range.file) +
-                       ", " + "line " + std::to_string(parts_.query->line),
-                   statement.written, Elsewhere{parts_.query->range, "the first query"}};
+                   "a second query; the first is in " + sources_.name(first->range.file) + ", " +
+                       "line " + std::to_string(first->line),
+                   statement.written, Elsewhere{first->range, "the first query"}};
   }
-  return each_instance(
-      statement, VariableUse::kAsAnswers,
-      [](Translator& out, const Statement& instance) { return out.write_query(instance); });
+  const auto write = [](Translator& out, const Statement& instance) {
+    return out.write_query(instance);
+  };
+  if (!options_.leaves_out_query) return each_instance(statement, VariableUse::kAsAnswers, write);
+  left_out_query_ = Query{{}, {file_, statement.range}, statement.line};
+  return mistake_in(statement, write);
 }
 
 MaybeMistake Translator::write_query(const Statement& statement) {

@@ -83,7 +83,8 @@ class Translator : public StatementReceiver {
   bool uses_integers_ = false;
   std::uint32_t projections_ = 0;
   std::optional<BoundUser> bound_user_;    // the first one
-  FileRange bound_range_;                  // of the directive's number
+  std::optional<Query> left_out_query_;
+  FileRange bound_range_;    // of the directive's number
 };
 
 }    // namespace dl
