@@ -65,10 +65,9 @@ GroundTerm StatementCopy::ground_of(const Term& term) {
   if (term.kind == TermKind::kBound) {
     return GroundTerms::integer(static_cast<std::uint32_t>(bound_.value_or(0)));
   }
-  if (term.kind == TermKind::kConstant) return terms_.constant(term.name);
-  std::string quoted;
-  append_input_spelling(quoted, text);
-  return terms_.string(quoted);
+  std::string spelling;
+  append_input_spelling(spelling, text);
+  return term.kind == TermKind::kConstant ? terms_.constant(spelling) : terms_.string(spelling);
 }
 
 // Its arguments are copied before it.
