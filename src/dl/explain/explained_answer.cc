@@ -34,6 +34,7 @@ const FoundAnswer& ExplainedAnswer::find(const AnswerChoice& choice) {
   store_.reset();
   index_ = std::make_unique<AnswerIndex>(terms_);
   add_answer_set(found_.text, terms_, *index_);
+  found_.text = std::string();    // it may be large
   store_ = std::make_unique<StatementStore>(program_, options_.bound, terms_, *index_);
   return found_;
 }

@@ -30,6 +30,7 @@ class ExplainedAnswer {
   // The same without an answer set, for questions that need none: the store has no facts then.
   void look_at_program();
 
+  // Of the last find(); its text is in the index.
   const FoundAnswer& found() const { return found_; }
   GroundTerms& terms() { return terms_; }
   AnswerIndex& index() { return *index_; }

@@ -1,26 +1,64 @@
 #include "dl/explain/ground_terms.h"
 
 #include <algorithm>
+#include <functional>
+
+#include "dl/names.h"
 
 namespace dl {
 namespace {
 
 constexpr std::size_t kFirstSlots = 64;
+constexpr std::size_t kBlock = std::size_t{1} << 16;
+constexpr NameNumber kNoName = 0xffffffffu;
 
 std::uint64_t mixed(std::uint64_t hash, std::uint64_t value) {
   hash ^= value + 0x9e3779b97f4a7c15u + (hash << 6) + (hash >> 2);
   return hash * 0xff51afd7ed558ccdu;
 }
 
+// Where clingo has a name of its own for it, that is what it compares: see Note [reserved names].
+std::string ordered(std::string_view spelling) {
+  std::string name;
+  if (spelling.front() == '"') {
+    name = spelling;
+  } else {
+    append_clingo_name(name, spelling);
+  }
+  return name;
+}
+
 }    // namespace
 
 NameNumber GroundTerms::name(std::string_view spelling) {
-  const auto found = name_numbers_.find(spelling);
-  if (found != name_numbers_.end()) return found->second;
+  if (2 * (names_.size() + 1) > name_slots_.size()) grow_names();
+  const std::size_t mask = name_slots_.size() - 1;
+  std::size_t slot = std::hash<std::string_view>{}(spelling)&mask;
+  for (; name_slots_[slot] != kNoName; slot = (slot + 1) & mask) {
+    if (names_[name_slots_[slot]] == spelling) return name_slots_[slot];
+  }
   const auto number = static_cast<NameNumber>(names_.size());
-  names_.emplace_back(spelling);
-  name_numbers_.emplace(names_.back(), number);
-  return number;
+  names_.push_back(kept(spelling));
+  return name_slots_[slot] = number;
+}
+
+std::string_view GroundTerms::kept(std::string_view spelling) {
+  if (blocks_.empty() || blocks_.back().capacity() - blocks_.back().size() < spelling.size()) {
+    blocks_.emplace_back().reserve(std::max(kBlock, spelling.size()));
+  }
+  std::string& block = blocks_.back();
+  block += spelling;
+  return std::string_view(block).substr(block.size() - spelling.size());
+}
+
+void GroundTerms::grow_names() {
+  name_slots_.assign(std::max(kFirstSlots, 2 * name_slots_.size()), kNoName);
+  const std::size_t mask = name_slots_.size() - 1;
+  for (NameNumber number = 0; number < names_.size(); ++number) {
+    std::size_t slot = std::hash<std::string_view>{}(names_[number]) & mask;
+    while (name_slots_[slot] != kNoName) slot = (slot + 1) & mask;
+    name_slots_[slot] = number;
+  }
 }
 
 // A string is spelled with its quotes, so a name is never both.
@@ -103,7 +141,7 @@ std::strong_ordering GroundTerms::compare(GroundTerm left, GroundTerm right) con
       x.remove_suffix(1);
       y.remove_suffix(1);
     }
-    const auto names = x <=> y;
+    const auto names = ordered(x) <=> ordered(y);
     if (std::is_neq(names)) return names;
     for (std::size_t i = lefts.size(); i-- > 0;) waiting.emplace_back(lefts[i], rights[i]);
   }

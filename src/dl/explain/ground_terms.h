@@ -8,7 +8,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -26,7 +25,7 @@ using NameNumber = std::uint32_t;
 class GroundTerms {
  public:
   NameNumber name(std::string_view spelling);
-  std::string_view spelling(NameNumber name) const { return names_[name]; }
+  std::string_view spelling(NameNumber name) const { return names_[name]; }    // lasts
 
   // Each gives the term's number; the same one each time.
   static GroundTerm integer(std::uint32_t value) { return kIntegerBit | value; }    // of 31 bits
@@ -56,12 +55,15 @@ class GroundTerms {
     std::uint32_t count;
   };
   GroundTerm simple(GroundKind kind, std::string_view spelling);
+  std::string_view kept(std::string_view spelling);
+  void grow_names();
   void grow();
   static std::uint64_t hash_of(NameNumber functor, std::span<const GroundTerm> arguments);
 
-  std::deque<std::string> names_;    // a deque: the keys point into it
-  std::unordered_map<std::string_view, NameNumber> name_numbers_;
-  std::vector<GroundTerm> constants_;    // by name: the term, kNoTerm where there is none
+  std::deque<std::string> blocks_;         // of spellings, none of which ever moves
+  std::vector<std::string_view> names_;    // into them
+  std::vector<NameNumber> name_slots_;     // by hash
+  std::vector<GroundTerm> constants_;      // by name: the term, kNoTerm where there is none
   std::vector<Stored> terms_;
   std::vector<GroundTerm> arguments_;
   std::vector<GroundTerm> slots_;    // of compounds, by hash

@@ -24,21 +24,17 @@ class StatementCopy {
  public:
   StatementCopy(const Statement& statement, std::optional<std::int64_t> bound, GroundTerms& terms,
                 AnswerIndex& index)
-      : statement_(statement),
-        bound_(bound),
-        terms_(terms),
-        index_(index),
-        copied_(statement.terms.size(), kNotCopied),
-        is_outer_(outer_variables(statement)) {}
+      : statement_(statement), bound_(bound), terms_(terms), index_(index) {}
 
   StoredStatement make(StatementKind kind, std::uint32_t file);
-  AtomPattern atom(const Term& term);
-  StoredStatement& stored() { return stored_; }
+  // The value of a term without variables.
+  GroundTerm ground(std::uint32_t term);
   std::optional<PatternNumber> measure(std::string_view text);
 
  private:
   static constexpr PatternNumber kNotCopied = 0xffffffffu;
 
+  AtomPattern atom(const Term& term);
   PatternNumber pattern(std::uint32_t term);
   TermPattern pattern_of(const Term& term);
   TermPattern compound(const Term& term);
@@ -55,7 +51,7 @@ class StatementCopy {
   GroundTerms& terms_;
   AnswerIndex& index_;
   std::vector<PatternNumber> copied_;    // by term
-  const std::vector<char> is_outer_;
+  std::vector<char> is_outer_;
   StoredStatement stored_;
 };
 
@@ -65,9 +61,15 @@ GroundTerm StatementCopy::ground_of(const Term& term) {
   if (term.kind == TermKind::kBound) {
     return GroundTerms::integer(static_cast<std::uint32_t>(bound_.value_or(0)));
   }
+  if (!needs_respelling(text) && text.front() != '"') return terms_.constant(text);
   std::string spelling;
   append_input_spelling(spelling, text);
   return term.kind == TermKind::kConstant ? terms_.constant(spelling) : terms_.string(spelling);
+}
+
+GroundTerm StatementCopy::ground(std::uint32_t term) {
+  const Term& each = statement_.terms[term];
+  return each.kind == TermKind::kCompound ? stored_.terms[pattern(term)].ground : ground_of(each);
 }
 
 // Its arguments are copied before it.
@@ -114,6 +116,7 @@ bool StatementCopy::is_ready(const Term& term) const {
 
 // Terms may be nested deep, so they wait in a list.
 PatternNumber StatementCopy::pattern(std::uint32_t term) {
+  copied_.resize(statement_.terms.size(), kNotCopied);
   std::vector<std::uint32_t> waiting{term};
   while (!waiting.empty()) {
     const std::uint32_t next = waiting.back();
@@ -192,6 +195,7 @@ StoredAggregate StatementCopy::aggregate(const Aggregate& written) {
 
 StoredStatement StatementCopy::make(StatementKind kind, std::uint32_t file) {
   stored_.kind = kind;
+  is_outer_ = outer_variables(statement_);
   for (const std::uint32_t head : statement_.heads) {
     stored_.heads.push_back(atom(statement_.terms[head]));
   }
@@ -241,14 +245,13 @@ class StoreReceiver : public StatementReceiver {
       store(statement, StatementKind::kRule);
       return {};
     }
-    StatementCopy copy(statement, store_.bound_, terms_, index_);
-    const AtomPattern atom = copy.atom(statement.terms[statement.heads.front()]);
-    note(store_.has_facts_, atom.predicate) = 1;
-    arguments_.clear();
-    for (const PatternNumber argument : atom.arguments) {
-      arguments_.push_back(copy.stored().terms[argument].ground);
-    }
-    const AtomNumber number = index_.find(atom.predicate, arguments_);
+    const Term& atom = statement.terms[statement.heads.front()];
+    const std::uint32_t arity = atom.kind == TermKind::kCompound ? atom.arity : 0;
+    const PredicateNumber predicate =
+        index_.number({terms_.name(atom.name), arity, atom.strongly_negated});
+    note(store_.has_facts_, predicate) = 1;
+    read_arguments(statement, atom);
+    const AtomNumber number = index_.find(predicate, arguments_);
     if (number == kNoAtom) return {};
     FactPlace& place = note(store_.facts_, number);
     if (place.file == zarel::kNoFile) {
@@ -288,6 +291,15 @@ class StoreReceiver : public StatementReceiver {
   static T& note(std::vector<T>& list, std::size_t position) {
     if (list.size() <= position) list.resize(position + 1);
     return list[position];
+  }
+
+  // There may be a million facts, most of them without compounds.
+  void read_arguments(const Statement& statement, const Term& atom) {
+    arguments_.clear();
+    StatementCopy copy(statement, store_.bound_, terms_, index_);
+    for (std::uint32_t i = 0; i < atom.arguments.size(); ++i) {
+      arguments_.push_back(copy.ground(statement.arguments[atom.arguments.begin + i]));
+    }
   }
 
   void store(const Statement& statement, StatementKind kind) {
