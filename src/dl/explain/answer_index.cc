@@ -1,6 +1,7 @@
 #include "dl/explain/answer_index.h"
 
 #include <algorithm>
+#include <bit>
 #include <utility>
 
 namespace dl {
@@ -20,10 +21,12 @@ std::size_t hash_of(PredicateNumber predicate, std::span<const GroundTerm> argum
 }    // namespace
 
 PredicateNumber AnswerIndex::number(const Predicate& predicate) {
-  const auto [place, is_new] =
-      numbers_.emplace(predicate, static_cast<PredicateNumber>(predicates_.size()));
-  if (is_new) predicates_.push_back({predicate, {}, {}, {}});
-  return place->second;
+  const auto found = numbers_.find(predicate);
+  if (found != numbers_.end()) return found->second;
+  const auto number = static_cast<PredicateNumber>(predicates_.size());
+  predicates_.push_back({predicate, {}, {}, {}});
+  numbers_.emplace(predicate, number);
+  return number;
 }
 
 PredicateNumber AnswerIndex::contrary(PredicateNumber number) {
@@ -33,7 +36,9 @@ PredicateNumber AnswerIndex::contrary(PredicateNumber number) {
 }
 
 AtomNumber AnswerIndex::add(PredicateNumber predicate, std::span<const GroundTerm> arguments) {
-  if (2 * (atoms_.size() + 1) > slots_.size()) grow();
+  if (2 * (atoms_.size() + 1) > slots_.size()) {
+    make_slots(std::max(kFirstSlots, 2 * slots_.size()));
+  }
   const std::size_t mask = slots_.size() - 1;
   std::size_t slot = hash_of(predicate, arguments) & mask;
   for (; slots_[slot] != kNoAtom; slot = (slot + 1) & mask) {
@@ -58,8 +63,13 @@ void AnswerIndex::clear() {
   slots_.clear();
 }
 
-void AnswerIndex::grow() {
-  slots_.assign(std::max(kFirstSlots, 2 * slots_.size()), kNoAtom);
+void AnswerIndex::reserve(std::size_t atoms) {
+  atoms_.reserve(atoms);
+  if (2 * (atoms + 1) > slots_.size()) make_slots(std::bit_ceil(2 * (atoms + 1)));
+}
+
+void AnswerIndex::make_slots(std::size_t count) {
+  slots_.assign(count, kNoAtom);
   const std::size_t mask = slots_.size() - 1;
   for (AtomNumber atom = 0; atom < atoms_.size(); ++atom) {
     std::size_t slot = hash_of(atoms_[atom].predicate, arguments(atom)) & mask;

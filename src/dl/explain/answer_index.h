@@ -38,6 +38,8 @@ class AnswerIndex {
 
   // Adds an atom of the answer set. Returns its number; that of an equal one if there is one.
   AtomNumber add(PredicateNumber predicate, std::span<const GroundTerm> arguments);
+  // Makes room for so many atoms.
+  void reserve(std::size_t atoms);
   // Forgets the atoms, but neither the terms nor the numbers of predicates.
   void clear();
 
@@ -82,7 +84,7 @@ class AnswerIndex {
              std::size_t{key.strongly_negated};
     }
   };
-  void grow();
+  void make_slots(std::size_t count);
   void index_place(Entry& entry, std::uint32_t place);
 
   const GroundTerms& terms_;

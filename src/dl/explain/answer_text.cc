@@ -1,5 +1,6 @@
 #include "dl/explain/answer_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <string>
 
@@ -93,11 +94,17 @@ void TermReader::arguments(std::vector<GroundTerm>& out) {
 void add_answer_set(std::string_view text, GroundTerms& terms, AnswerIndex& index) {
   TermReader reader(text, terms);
   reader.skip();
+  // Blanks stand between atoms, and in strings.
+  index.reserve(index.size() + static_cast<std::size_t>(std::ranges::count(text, ' ')) + 1);
+  std::string_view last_name;    // most atoms have the predicate of the one before
+  NameNumber name = 0;
   std::vector<GroundTerm> arguments;
   while (!reader.has_ended() && !reader.is_at('}')) {
     const bool is_negated = reader.is_at('-');
     if (is_negated) reader.skip();
-    const NameNumber name = terms.name(reader.word());
+    const std::string_view spelling = reader.word();
+    if (spelling != last_name) name = terms.name(spelling);
+    last_name = spelling;
     reader.arguments(arguments);
     const auto arity = static_cast<std::uint32_t>(arguments.size());
     index.add(index.number({name, arity, is_negated}), arguments);

@@ -33,13 +33,17 @@ std::string ordered(std::string_view spelling) {
 NameNumber GroundTerms::name(std::string_view spelling) {
   if (2 * (names_.size() + 1) > name_slots_.size()) grow_names();
   const std::size_t mask = name_slots_.size() - 1;
-  std::size_t slot = std::hash<std::string_view>{}(spelling)&mask;
-  for (; name_slots_[slot] != kNoName; slot = (slot + 1) & mask) {
-    if (names_[name_slots_[slot]] == spelling) return name_slots_[slot];
+  const std::size_t hash = std::hash<std::string_view>{}(spelling);
+  const auto part = static_cast<std::uint32_t>(hash >> 32);
+  std::size_t slot = hash & mask;
+  for (; name_slots_[slot].name != kNoName; slot = (slot + 1) & mask) {
+    const NameSlot& each = name_slots_[slot];
+    if (each.hash == part && names_[each.name] == spelling) return each.name;
   }
   const auto number = static_cast<NameNumber>(names_.size());
   names_.push_back(kept(spelling));
-  return name_slots_[slot] = number;
+  name_slots_[slot] = {part, number};
+  return number;
 }
 
 std::string_view GroundTerms::kept(std::string_view spelling) {
@@ -52,12 +56,13 @@ std::string_view GroundTerms::kept(std::string_view spelling) {
 }
 
 void GroundTerms::grow_names() {
-  name_slots_.assign(std::max(kFirstSlots, 2 * name_slots_.size()), kNoName);
+  name_slots_.assign(std::max(kFirstSlots, 2 * name_slots_.size()), {});
   const std::size_t mask = name_slots_.size() - 1;
   for (NameNumber number = 0; number < names_.size(); ++number) {
-    std::size_t slot = std::hash<std::string_view>{}(names_[number]) & mask;
-    while (name_slots_[slot] != kNoName) slot = (slot + 1) & mask;
-    name_slots_[slot] = number;
+    const std::size_t hash = std::hash<std::string_view>{}(names_[number]);
+    std::size_t slot = hash & mask;
+    while (name_slots_[slot].name != kNoName) slot = (slot + 1) & mask;
+    name_slots_[slot] = {static_cast<std::uint32_t>(hash >> 32), number};
   }
 }
 

@@ -62,8 +62,13 @@ class GroundTerms {
 
   std::deque<std::string> blocks_;         // of spellings, none of which ever moves
   std::vector<std::string_view> names_;    // into them
-  std::vector<NameNumber> name_slots_;     // by hash
-  std::vector<GroundTerm> constants_;      // by name: the term, kNoTerm where there is none
+  // By hash, of which each slot keeps a part: most that differ are told apart without a look at them.
+  struct NameSlot {
+    std::uint32_t hash = 0;
+    NameNumber name = 0xffffffffu;
+  };
+  std::vector<NameSlot> name_slots_;
+  std::vector<GroundTerm> constants_;    // by name: the term, kNoTerm where there is none
   std::vector<Stored> terms_;
   std::vector<GroundTerm> arguments_;
   std::vector<GroundTerm> slots_;    // of compounds, by hash

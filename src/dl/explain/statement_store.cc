@@ -247,8 +247,7 @@ class StoreReceiver : public StatementReceiver {
     }
     const Term& atom = statement.terms[statement.heads.front()];
     const std::uint32_t arity = atom.kind == TermKind::kCompound ? atom.arity : 0;
-    const PredicateNumber predicate =
-        index_.number({terms_.name(atom.name), arity, atom.strongly_negated});
+    const PredicateNumber predicate = index_.number({name_of(atom), arity, atom.strongly_negated});
     note(store_.has_facts_, predicate) = 1;
     read_arguments(statement, atom);
     const AtomNumber number = index_.find(predicate, arguments_);
@@ -293,6 +292,13 @@ class StoreReceiver : public StatementReceiver {
     return list[position];
   }
 
+  // Most facts have the predicate of the one before.
+  NameNumber name_of(const Term& atom) {
+    if (atom.name != last_name_) name_ = terms_.name(atom.name);
+    last_name_ = atom.name;
+    return name_;
+  }
+
   // There may be a million facts, most of them without compounds.
   void read_arguments(const Statement& statement, const Term& atom) {
     arguments_.clear();
@@ -317,6 +323,8 @@ class StoreReceiver : public StatementReceiver {
   AnswerIndex& index_;
   std::uint32_t file_ = 0;
   std::vector<GroundTerm> arguments_;
+  std::string_view last_name_;
+  NameNumber name_ = 0;
 };
 
 StatementStore::StatementStore(Program& program, std::optional<std::int64_t> bound,
