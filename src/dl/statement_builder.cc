@@ -640,6 +640,7 @@ void StatementBuilder::list_flat_argument(std::string_view word, std::uint32_t l
   }
   const std::uint32_t term = add_term(kind, begin, uses_begin);
   statement_.terms[term].variable = variable;
+  statement_.terms[term].name = word;
   argument(term);
 }
 

@@ -9,7 +9,14 @@ namespace {
 
 constexpr std::size_t kFirstSlots = 64;
 
-std::size_t hash_of(PredicateNumber predicate, std::span<const GroundTerm> arguments) {
+// The part of a hash that a slot keeps.
+std::uint32_t part_of(std::size_t hash) {
+  return static_cast<std::uint32_t>(hash >> 32);
+}
+
+}    // namespace
+
+std::size_t AnswerIndex::hash_of(PredicateNumber predicate, std::span<const GroundTerm> arguments) {
   std::uint64_t hash = predicate * 0x9e3779b97f4a7c15u;
   for (const GroundTerm argument : arguments) {
     hash = (hash ^ argument) * 0xff51afd7ed558ccdu;
@@ -17,8 +24,6 @@ std::size_t hash_of(PredicateNumber predicate, std::span<const GroundTerm> argum
   }
   return hash ^ (hash >> 32);
 }
-
-}    // namespace
 
 PredicateNumber AnswerIndex::number(const Predicate& predicate) {
   const auto found = numbers_.find(predicate);
@@ -35,25 +40,28 @@ PredicateNumber AnswerIndex::contrary(PredicateNumber number) {
   return this->number(key);
 }
 
-AtomNumber AnswerIndex::add(PredicateNumber predicate, std::span<const GroundTerm> arguments) {
+AtomNumber AnswerIndex::add(PredicateNumber predicate, std::span<const GroundTerm> arguments,
+                            std::size_t hash) {
   if (2 * (atoms_.size() + 1) > slots_.size()) {
     make_slots(std::max(kFirstSlots, 2 * slots_.size()));
   }
   const std::size_t mask = slots_.size() - 1;
-  std::size_t slot = hash_of(predicate, arguments) & mask;
-  for (; slots_[slot] != kNoAtom; slot = (slot + 1) & mask) {
-    const AtomNumber other = slots_[slot];
-    if (atoms_[other].predicate == predicate &&
-        std::ranges::equal(this->arguments(other), arguments)) {
-      return other;
-    }
+  std::size_t slot = hash & mask;
+  for (; slots_[slot].atom != kNoAtom; slot = (slot + 1) & mask) {
+    if (is_at(slots_[slot], predicate, arguments, hash)) return slots_[slot].atom;
   }
   const auto atom = static_cast<AtomNumber>(atoms_.size());
   atoms_.push_back({predicate, static_cast<std::uint32_t>(arguments_.size())});
   arguments_.insert(arguments_.end(), arguments.begin(), arguments.end());
-  slots_[slot] = atom;
+  slots_[slot] = {part_of(hash), atom};
   predicates_[predicate].atoms.push_back(atom);
   return atom;
+}
+
+bool AnswerIndex::is_at(const Slot& slot, PredicateNumber predicate,
+                        std::span<const GroundTerm> arguments, std::size_t hash) const {
+  return slot.hash == part_of(hash) && atoms_[slot.atom].predicate == predicate &&
+         std::ranges::equal(this->arguments(slot.atom), arguments);
 }
 
 void AnswerIndex::clear() {
@@ -69,12 +77,13 @@ void AnswerIndex::reserve(std::size_t atoms) {
 }
 
 void AnswerIndex::make_slots(std::size_t count) {
-  slots_.assign(count, kNoAtom);
+  slots_.assign(count, {});
   const std::size_t mask = slots_.size() - 1;
   for (AtomNumber atom = 0; atom < atoms_.size(); ++atom) {
-    std::size_t slot = hash_of(atoms_[atom].predicate, arguments(atom)) & mask;
-    while (slots_[slot] != kNoAtom) slot = (slot + 1) & mask;
-    slots_[slot] = atom;
+    const std::size_t hash = hash_of(atoms_[atom].predicate, arguments(atom));
+    std::size_t slot = hash & mask;
+    while (slots_[slot].atom != kNoAtom) slot = (slot + 1) & mask;
+    slots_[slot] = {part_of(hash), atom};
   }
 }
 
@@ -83,17 +92,12 @@ std::span<const GroundTerm> AnswerIndex::arguments(AtomNumber atom) const {
   return std::span(arguments_).subspan(stored.begin, predicates_[stored.predicate].key.arity);
 }
 
-AtomNumber AnswerIndex::find(PredicateNumber predicate,
-                             std::span<const GroundTerm> arguments) const {
+AtomNumber AnswerIndex::find(PredicateNumber predicate, std::span<const GroundTerm> arguments,
+                             std::size_t hash) const {
   if (slots_.empty()) return kNoAtom;
   const std::size_t mask = slots_.size() - 1;
-  for (std::size_t slot = hash_of(predicate, arguments) & mask; slots_[slot] != kNoAtom;
-       slot = (slot + 1) & mask) {
-    const AtomNumber atom = slots_[slot];
-    if (atoms_[atom].predicate == predicate &&
-        std::ranges::equal(this->arguments(atom), arguments)) {
-      return atom;
-    }
+  for (std::size_t slot = hash & mask; slots_[slot].atom != kNoAtom; slot = (slot + 1) & mask) {
+    if (is_at(slots_[slot], predicate, arguments, hash)) return slots_[slot].atom;
   }
   return kNoAtom;
 }

@@ -37,7 +37,9 @@ class AnswerIndex {
   PredicateNumber contrary(PredicateNumber number);
 
   // Adds an atom of the answer set. Returns its number; that of an equal one if there is one.
-  AtomNumber add(PredicateNumber predicate, std::span<const GroundTerm> arguments);
+  AtomNumber add(PredicateNumber predicate, std::span<const GroundTerm> arguments) {
+    return add(predicate, arguments, hash_of(predicate, arguments));
+  }
   // Makes room for so many atoms.
   void reserve(std::size_t atoms);
   // Forgets the atoms, but neither the terms nor the numbers of predicates.
@@ -48,12 +50,24 @@ class AnswerIndex {
   std::span<const GroundTerm> arguments(AtomNumber atom) const;
 
   // The atom, kNoAtom when it is not in the answer set.
-  AtomNumber find(PredicateNumber predicate, std::span<const GroundTerm> arguments) const;
+  AtomNumber find(PredicateNumber predicate, std::span<const GroundTerm> arguments) const {
+    return find(predicate, arguments, hash_of(predicate, arguments));
+  }
   std::span<const AtomNumber> atoms(PredicateNumber predicate) const;
   // Those with the value at the place, from 0. The first call for a predicate's place takes time
   // linear in its atoms.
   std::span<const AtomNumber> atoms_with(PredicateNumber predicate, std::uint32_t place,
                                          GroundTerm value);
+
+  // The same for lookups in batches, with the atom's hash.
+  static std::size_t hash_of(PredicateNumber predicate, std::span<const GroundTerm> arguments);
+  void prefetch(std::size_t hash) const {
+    if (!slots_.empty()) __builtin_prefetch(&slots_[hash & (slots_.size() - 1)]);
+  }
+  AtomNumber add(PredicateNumber predicate, std::span<const GroundTerm> arguments,
+                 std::size_t hash);
+  AtomNumber find(PredicateNumber predicate, std::span<const GroundTerm> arguments,
+                  std::size_t hash) const;
 
   // Appends the atom as the input would spell it.
   void append(std::string& out, PredicateNumber predicate,
@@ -84,7 +98,6 @@ class AnswerIndex {
              std::size_t{key.strongly_negated};
     }
   };
-  void make_slots(std::size_t count);
   void index_place(Entry& entry, std::uint32_t place);
 
   const GroundTerms& terms_;
@@ -92,7 +105,16 @@ class AnswerIndex {
   std::unordered_map<Predicate, PredicateNumber, KeyHash> numbers_;
   std::vector<Atom> atoms_;
   std::vector<GroundTerm> arguments_;
-  std::vector<AtomNumber> slots_;    // by hash
+  // By hash, of which each slot keeps a part.
+  struct Slot {
+    std::uint32_t hash = 0;
+    AtomNumber atom = kNoAtom;
+  };
+  void make_slots(std::size_t count);
+  bool is_at(const Slot& slot, PredicateNumber predicate, std::span<const GroundTerm> arguments,
+             std::size_t hash) const;
+
+  std::vector<Slot> slots_;
 };
 
 }    // namespace dl

@@ -1,7 +1,6 @@
 #include "dl/explain/ground_terms.h"
 
 #include <algorithm>
-#include <functional>
 
 #include "dl/names.h"
 
@@ -30,10 +29,9 @@ std::string ordered(std::string_view spelling) {
 
 }    // namespace
 
-NameNumber GroundTerms::name(std::string_view spelling) {
+NameNumber GroundTerms::name(std::string_view spelling, std::size_t hash) {
   if (2 * (names_.size() + 1) > name_slots_.size()) grow_names();
   const std::size_t mask = name_slots_.size() - 1;
-  const std::size_t hash = std::hash<std::string_view>{}(spelling);
   const auto part = static_cast<std::uint32_t>(hash >> 32);
   std::size_t slot = hash & mask;
   for (; name_slots_[slot].name != kNoName; slot = (slot + 1) & mask) {
@@ -59,7 +57,7 @@ void GroundTerms::grow_names() {
   name_slots_.assign(std::max(kFirstSlots, 2 * name_slots_.size()), {});
   const std::size_t mask = name_slots_.size() - 1;
   for (NameNumber number = 0; number < names_.size(); ++number) {
-    const std::size_t hash = std::hash<std::string_view>{}(names_[number]);
+    const std::size_t hash = hash_of(names_[number]);
     std::size_t slot = hash & mask;
     while (name_slots_[slot].name != kNoName) slot = (slot + 1) & mask;
     name_slots_[slot] = {static_cast<std::uint32_t>(hash >> 32), number};
@@ -67,14 +65,13 @@ void GroundTerms::grow_names() {
 }
 
 // A string is spelled with its quotes, so a name is never both.
-GroundTerm GroundTerms::simple(GroundKind kind, std::string_view spelling) {
-  const NameNumber number = name(spelling);
-  if (constants_.size() <= number) constants_.resize(number + 1, kNoTerm);
-  if (constants_[number] == kNoTerm) {
-    constants_[number] = static_cast<GroundTerm>(terms_.size());
-    terms_.push_back({kind, number, 0, 0});
+GroundTerm GroundTerms::simple(GroundKind kind, NameNumber name) {
+  if (constants_.size() <= name) constants_.resize(name + 1, kNoTerm);
+  if (constants_[name] == kNoTerm) {
+    constants_[name] = static_cast<GroundTerm>(terms_.size());
+    terms_.push_back({kind, name, 0, 0});
   }
-  return constants_[number];
+  return constants_[name];
 }
 
 std::uint64_t GroundTerms::hash_of(NameNumber functor, std::span<const GroundTerm> arguments) {

@@ -5,6 +5,7 @@
 #include <compare>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -24,13 +25,28 @@ using NameNumber = std::uint32_t;
 
 class GroundTerms {
  public:
-  NameNumber name(std::string_view spelling);
+  NameNumber name(std::string_view spelling) { return name(spelling, hash_of(spelling)); }
   std::string_view spelling(NameNumber name) const { return names_[name]; }    // lasts
+
+  // For lookups in batches: the hash of a spelling, and what a lookup with it begins with.
+  static std::size_t hash_of(std::string_view spelling) {
+    return std::hash<std::string_view>{}(spelling);
+  }
+  void prefetch(std::size_t hash) const {
+    if (!name_slots_.empty()) {
+      __builtin_prefetch(&name_slots_[hash & (name_slots_.size() - 1)]);
+    }
+  }
+  GroundTerm constant(std::string_view spelling, std::size_t hash) {
+    return simple(GroundKind::kConstant, name(spelling, hash));
+  }
 
   // Each gives the term's number; the same one each time.
   static GroundTerm integer(std::uint32_t value) { return kIntegerBit | value; }    // of 31 bits
-  GroundTerm constant(std::string_view name) { return simple(GroundKind::kConstant, name); }
-  GroundTerm string(std::string_view quoted) { return simple(GroundKind::kString, quoted); }
+  GroundTerm constant(std::string_view name) {
+    return simple(GroundKind::kConstant, this->name(name));
+  }
+  GroundTerm string(std::string_view quoted) { return simple(GroundKind::kString, name(quoted)); }
   GroundTerm compound(NameNumber functor, std::span<const GroundTerm> arguments);
 
   static bool is_integer(GroundTerm term) { return (term & kIntegerBit) != 0; }
@@ -54,7 +70,8 @@ class GroundTerms {
     std::uint32_t begin;    // of its arguments
     std::uint32_t count;
   };
-  GroundTerm simple(GroundKind kind, std::string_view spelling);
+  NameNumber name(std::string_view spelling, std::size_t hash);
+  GroundTerm simple(GroundKind kind, NameNumber name);
   std::string_view kept(std::string_view spelling);
   void grow_names();
   void grow();

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "dl/body_order.h"
+#include "dl/explain/atom_batch.h"
 #include "dl/names.h"
 #include "dl/parse.h"
 
@@ -61,10 +62,10 @@ GroundTerm StatementCopy::ground_of(const Term& term) {
   if (term.kind == TermKind::kBound) {
     return GroundTerms::integer(static_cast<std::uint32_t>(bound_.value_or(0)));
   }
-  if (!needs_respelling(text) && text.front() != '"') return terms_.constant(text);
-  std::string spelling;
-  append_input_spelling(spelling, text);
-  return term.kind == TermKind::kConstant ? terms_.constant(spelling) : terms_.string(spelling);
+  if (term.kind == TermKind::kConstant) return terms_.constant(term.name);
+  std::string quoted;
+  append_input_spelling(quoted, text);
+  return terms_.string(quoted);
 }
 
 GroundTerm StatementCopy::ground(std::uint32_t term) {
@@ -236,7 +237,7 @@ std::optional<PatternNumber> StatementCopy::measure(std::string_view text) {
 class StoreReceiver : public StatementReceiver {
  public:
   StoreReceiver(StatementStore& store, GroundTerms& terms, AnswerIndex& index)
-      : store_(store), terms_(terms), index_(index) {}
+      : store_(store), terms_(terms), index_(index), batch_(terms, index) {}
 
   void begin_file(std::uint32_t file) { file_ = file; }
 
@@ -249,14 +250,23 @@ class StoreReceiver : public StatementReceiver {
     const std::uint32_t arity = atom.kind == TermKind::kCompound ? atom.arity : 0;
     const PredicateNumber predicate = index_.number({name_of(atom), arity, atom.strongly_negated});
     note(store_.has_facts_, predicate) = 1;
+    batch_.begin(predicate);
     read_arguments(statement, atom);
-    const AtomNumber number = index_.find(predicate, arguments_);
-    if (number == kNoAtom) return {};
-    FactPlace& place = note(store_.facts_, number);
-    if (place.file == zarel::kNoFile) {
-      place = {file_, statement.range.first_line, statement.range.first_column};
-    }
+    places_.push_back({file_, statement.range.first_line, statement.range.first_column});
+    if (batch_.is_full()) note_facts();
     return {};
+  }
+  // To be called behind the last statement.
+  void note_facts() {
+    const auto note_fact = [this](PredicateNumber predicate, std::span<const GroundTerm> arguments,
+                                  std::size_t hash, std::size_t position) {
+      const AtomNumber atom = index_.find(predicate, arguments, hash);
+      if (atom == kNoAtom) return;
+      FactPlace& place = note(store_.facts_, atom);
+      if (place.file == zarel::kNoFile) place = places_[position];
+    };
+    batch_.empty(note_fact);
+    places_.clear();
   }
   MaybeMistake rule(const Statement& statement) override {
     store(statement, statement.heads.empty() ? StatementKind::kConstraint : StatementKind::kRule);
@@ -299,12 +309,17 @@ class StoreReceiver : public StatementReceiver {
     return name_;
   }
 
-  // There may be a million facts, most of them without compounds.
+  // There may be a million facts, most of them with arguments as simple as these: a constant is
+  // spelled as in the text of the file, which lasts.
   void read_arguments(const Statement& statement, const Term& atom) {
-    arguments_.clear();
     StatementCopy copy(statement, store_.bound_, terms_, index_);
-    for (std::uint32_t i = 0; i < atom.arguments.size(); ++i) {
-      arguments_.push_back(copy.ground(statement.arguments[atom.arguments.begin + i]));
+    for (std::uint32_t i = atom.arguments.begin; i < atom.arguments.end; ++i) {
+      const Term& argument = statement.terms[statement.arguments[i]];
+      if (argument.kind == TermKind::kConstant) {
+        batch_.constant(argument.name);
+      } else {
+        batch_.term(copy.ground(statement.arguments[i]));
+      }
     }
   }
 
@@ -322,7 +337,8 @@ class StoreReceiver : public StatementReceiver {
   GroundTerms& terms_;
   AnswerIndex& index_;
   std::uint32_t file_ = 0;
-  std::vector<GroundTerm> arguments_;
+  AtomBatch batch_;    // of facts
+  std::vector<FactPlace> places_;
   std::string_view last_name_;
   NameNumber name_ = 0;
 };
@@ -339,6 +355,7 @@ StatementStore::StatementStore(Program& program, std::optional<std::int64_t> bou
     builder.list_all_arguments();
     parse_text(program.sources.text(file), builder);
   }
+  receiver.note_facts();
 }
 
 std::span<const HeadUse> StatementStore::heads_of(PredicateNumber predicate) const {
