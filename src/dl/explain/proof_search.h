@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "dl/explain/body_evaluator.h"
+#include "dl/explain/head_index.h"
 
 namespace dl {
 
@@ -67,7 +68,11 @@ class ProofSearch {
  public:
   // All must outlive the search.
   ProofSearch(GroundTerms& terms, AnswerIndex& index, const StatementStore& store)
-      : terms_(terms), index_(index), store_(store), evaluator_(terms, index, store) {}
+      : terms_(terms),
+        index_(index),
+        store_(store),
+        evaluator_(terms, index, store),
+        heads_(store) {}
 
   // Proves the atoms of the answer set.
   Proof prove(const std::vector<AtomNumber>& atoms);
@@ -79,6 +84,7 @@ class ProofSearch {
   AnswerIndex& index_;
   const StatementStore& store_;
   BodyEvaluator evaluator_;
+  HeadIndex heads_;
 };
 
 }    // namespace dl

@@ -1,0 +1,89 @@
+#pragma once
+// proof_builder.h - writes down as a proof what the marks tell.
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <unordered_map>
+#include <vector>
+
+#include "dl/explain/aggregate_need.h"
+#include "dl/explain/atom_finder.h"
+#include "dl/explain/case_search.h"
+#include "dl/explain/marking.h"
+#include "dl/explain/proof_search.h"
+#include "dl/explain/support_graph.h"
+
+namespace dl {
+
+class ProofBuilder {
+ public:
+  // All must outlive the builder.
+  ProofBuilder(BodyEvaluator& evaluator, const GroundTerms& terms, const AnswerIndex& index,
+               const StatementStore& store, const SupportGraph& graph, const Marking& marking,
+               const CaseSearch& cases);
+
+  Proof build(std::span<const AtomNumber> atoms);
+  Proof build(StatementNumber statement, const Binding& binding);
+
+ private:
+  // The order of what needs no mark, and of what has none.
+  static constexpr std::uint32_t kAtOnce = 0;
+  static constexpr std::uint32_t kNever = 0xffffffffu;
+
+  // Where and when something is proved: what it rests on was marked before.
+  struct Moment {
+    ContextNumber context = 0;
+    std::uint32_t order = 0;
+  };
+  // Why an atom is marked, and when. There is no reason when that is not before some moment.
+  struct Found {
+    Reason reason;
+    Moment at;
+  };
+  // A node that is to be filled.
+  struct Waiting {
+    NodeNumber node;
+    Found found;
+  };
+  // A tuple of an aggregate as soon as it can be proved.
+  struct FirstProof {
+    std::uint32_t order = kNever;
+    std::vector<AtomNumber> atoms;    // that it rests on
+  };
+
+  bool is_fact(AtomNumber atom) const { return store_.fact(atom).file != zarel::kNoFile; }
+  Found find(AtomNumber atom, const Moment& moment) const;
+  std::uint32_t order_of(AtomNumber atom, const Moment& moment) const;
+  NodeNumber node_of(AtomNumber atom, const Moment& moment);
+  NodeNumber& known_node(AtomNumber atom, const Found& found);
+  void finish();
+  void fill(const Waiting& waiting);
+  void fill_by_instance(NodeNumber node, const Instance& instance, const Moment& moment);
+  void fill_by_cases(NodeNumber node, const Lemma& lemma, const Moment& moment);
+  std::uint32_t head_of(AtomNumber atom, const StoredStatement& statement, const Binding& binding);
+  std::vector<ProofItem> items_of(const StoredStatement& statement, const Binding& binding,
+                                  const Moment& moment);
+  AtomNumber first_atom(const StoredStatement& statement, const AtomPattern& atom,
+                        const Binding& binding, const Moment& moment);
+  void add_elements(ProofItem& item, const StoredStatement& statement, const Binding& binding,
+                    const Moment& moment);
+  FirstProof first_proof(const StoredStatement& statement, const StoredAggregate& aggregate,
+                         const AggregateElements::Tuple& tuple, const Moment& moment);
+  static std::optional<std::vector<std::uint32_t>> choice(const Need& need,
+                                                          const std::vector<FirstProof>& proofs);
+
+  BodyEvaluator& evaluator_;
+  const GroundTerms& terms_;
+  const StatementStore& store_;
+  const SupportGraph& graph_;
+  const Marking& marking_;
+  const CaseSearch& cases_;
+  AtomFinder atoms_;
+  Proof proof_;
+  std::vector<NodeNumber> nodes_;    // by atom: its node outside all cases
+  std::unordered_map<std::uint64_t, NodeNumber> nodes_in_cases_;    // by context and atom
+  std::vector<Waiting> waiting_;
+};
+
+}    // namespace dl
