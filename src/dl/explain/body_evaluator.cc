@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <type_traits>
 
 #include "dl/explain/body_join.h"
 
@@ -52,10 +53,10 @@ GroundTerm integer_or_nothing(std::uint64_t value) {
   return GroundTerms::integer(static_cast<std::uint32_t>(value));
 }
 
-}    // namespace
-
-bool BodyEvaluator::match(const StoredStatement& statement, PatternNumber pattern, GroundTerm term,
-                          Binding& binding) const {
+// Where the values may not be changed, a variable without one is equal to nothing.
+template <typename Values>
+bool matches(const GroundTerms& terms, const StoredStatement& statement, PatternNumber pattern,
+             GroundTerm term, Values& values) {
   const TermPattern& each = statement.terms[pattern];
   switch (each.kind) {
     case TermPattern::Kind::kAnonymous:
@@ -63,19 +64,28 @@ bool BodyEvaluator::match(const StoredStatement& statement, PatternNumber patter
     case TermPattern::Kind::kGround:
       return each.ground == term;
     case TermPattern::Kind::kVariable:
-      if (binding[each.variable] == kNoTerm) binding[each.variable] = term;
-      return binding[each.variable] == term;
+      if constexpr (!std::is_const_v<Values>) {
+        if (values[each.variable] == kNoTerm) values[each.variable] = term;
+      }
+      return values[each.variable] == term;
     default:
       break;
   }
-  const std::span<const GroundTerm> arguments = terms_.arguments(term);
-  if (arguments.size() != each.arguments.size() || terms_.name_of(term) != each.functor) {
+  const std::span<const GroundTerm> arguments = terms.arguments(term);
+  if (arguments.size() != each.arguments.size() || terms.name_of(term) != each.functor) {
     return false;
   }
   for (std::size_t i = 0; i < arguments.size(); ++i) {
-    if (!match(statement, each.arguments[i], arguments[i], binding)) return false;
+    if (!matches(terms, statement, each.arguments[i], arguments[i], values)) return false;
   }
   return true;
+}
+
+}    // namespace
+
+bool BodyEvaluator::match(const StoredStatement& statement, PatternNumber pattern, GroundTerm term,
+                          Binding& binding) const {
+  return matches(terms_, statement, pattern, term, binding);
 }
 
 bool BodyEvaluator::match(const StoredStatement& statement, const AtomPattern& atom,
@@ -133,9 +143,22 @@ bool BodyEvaluator::atom_holds(const StoredStatement& statement, const AtomPatte
   arguments.reserve(atom.arguments.size());
   for (const PatternNumber argument : atom.arguments) {
     arguments.push_back(value(statement, argument, binding));
-    if (arguments.back() == kNoTerm) return !atoms_of(statement, atom, binding, 1).empty();
+    if (arguments.back() == kNoTerm) return any_holds(statement, atom, binding);
   }
   return index_.find(atom.predicate, arguments) != kNoAtom;
+}
+
+// Of an atom with "_", whose variables have values.
+bool BodyEvaluator::any_holds(const StoredStatement& statement, const AtomPattern& atom,
+                              const Binding& binding) {
+  const auto is_such = [&](AtomNumber candidate) {
+    const std::span<const GroundTerm> arguments = index_.arguments(candidate);
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+      if (!matches(terms_, statement, atom.arguments[i], arguments[i], binding)) return false;
+    }
+    return true;
+  };
+  return std::ranges::any_of(candidates(statement, atom, binding), is_such);
 }
 
 std::optional<bool> BodyEvaluator::holds(const StoredStatement& statement,
@@ -201,7 +224,7 @@ AggregateElements BodyEvaluator::elements(const StoredStatement& statement,
   Binding inside = binding;
   std::unordered_map<GroundTerm, std::size_t> places;    // of tuples, by a term made of them
   const NameNumber tuple_name = terms_.name("");
-  BodyJoin join(*this, terms_, index_, store_, statement, aggregate.body, inside);
+  BodyJoin join(*this, terms_, index_, store_, statement, aggregate.body, inside, attempts_);
   join.run([&](const Binding& each) {
     std::vector<GroundTerm> tuple;
     for (const PatternNumber term : aggregate.terms) tuple.push_back(value(statement, term, each));
@@ -248,10 +271,22 @@ bool BodyEvaluator::each(const StoredStatement& statement, const Binding& start,
                          LeftOut is_left_out, const TakeBinding& take) {
   Binding binding = start;
   binding.resize(statement.variables.size(), kNoTerm);
-  BodyJoin join(*this, terms_, index_, store_, statement, statement.body, binding);
+  BodyJoin join(*this, terms_, index_, store_, statement, statement.body, binding, attempts_);
   join.leave_out(is_left_out);
   const bool leaves_out = std::ranges::find(is_left_out, 1) != is_left_out.end();
   if (leaves_out) join.set_open_operands(OpenOperands::kUnknown);
+  join.limit(most_attempts_);
+  const bool goes_on = join.run(take);
+  was_cut_ = join.was_cut();
+  return goes_on || was_cut_;
+}
+
+bool BodyEvaluator::each_of(const StoredStatement& statement,
+                            std::span<const std::uint32_t> literals, OpenOperands open,
+                            Binding& binding, const TakeBinding& take) {
+  BodyJoin join(*this, terms_, index_, store_, statement, statement.body, binding, attempts_);
+  join.look_at(literals);
+  join.set_open_operands(open);
   join.limit(most_attempts_);
   const bool goes_on = join.run(take);
   was_cut_ = join.was_cut();

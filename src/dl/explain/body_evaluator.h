@@ -30,6 +30,9 @@ struct AggregateElements {
   GroundTerm value = kNoTerm;
 };
 
+// What an operand that nothing binds ranges over.
+enum class OpenOperands : bool { kUnknown, kRange };
+
 class BodyEvaluator {
  public:
   // All must outlive the evaluator.
@@ -40,10 +43,11 @@ class BodyEvaluator {
   // true; empty for all.
   using LeftOut = std::span<const char>;
 
-  // From now on a call of each() ends behind so many attempts to match, 0: never; was_cut() tells of
-  // the last call.
+  // From now on a call of each() ends behind so many attempts to match, those for aggregates
+  // included, 0: never; was_cut() tells of the last call, attempts() of all that were made.
   void limit(std::uint64_t most_attempts) { most_attempts_ = most_attempts; }
   bool was_cut() const { return was_cut_; }
+  std::uint64_t attempts() const { return attempts_; }
 
   // Calls `take` with each binding of the outer variables with which the literals hold, beginning
   // with those that `start` has. Variables that only literals bind that were left out have kNoTerm;
@@ -52,6 +56,10 @@ class BodyEvaluator {
   // bound. A binding is told once. Returns false when `take` did.
   bool each(const StoredStatement& statement, const Binding& start, LeftOut is_left_out,
             const TakeBinding& take);
+  // The same of these literals of the body alone: few of a long body take no longer than few of a
+  // short one. The binding has a place for each variable; it is changed, and at the end what it was.
+  bool each_of(const StoredStatement& statement, std::span<const std::uint32_t> literals,
+               OpenOperands open, Binding& binding, const TakeBinding& take);
 
   // A list with all atoms of the answer set that the atom can be with these values, and others.
   std::span<const AtomNumber> candidates(const StoredStatement& statement, const AtomPattern& atom,
@@ -86,6 +94,7 @@ class BodyEvaluator {
  private:
   bool atom_holds(const StoredStatement& statement, const AtomPattern& atom,
                   const Binding& binding);
+  bool any_holds(const StoredStatement& statement, const AtomPattern& atom, const Binding& binding);
   std::optional<bool> builtin_holds(const StoredStatement& statement, const StoredLiteral& literal,
                                     const Binding& binding);
   std::optional<bool> aggregate_holds(const StoredStatement& statement,
@@ -95,6 +104,7 @@ class BodyEvaluator {
   AnswerIndex& index_;
   const StatementStore& store_;
   std::uint64_t most_attempts_ = 0;
+  std::uint64_t attempts_ = 0;
   bool was_cut_ = false;
 };
 

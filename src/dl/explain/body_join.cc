@@ -103,9 +103,14 @@ BodyJoin::Way BodyJoin::aggregate_way(const StoredLiteral& literal) const {
 }
 
 void BodyJoin::prepare() {
+  first_attempt_ = attempts_;
   open_.clear();
-  for (std::uint32_t i = 0; i < body_.size(); ++i) {
-    if (is_left_out_.empty() || is_left_out_[i] == 0) open_.push_back(i);
+  if (chosen_) {
+    open_.assign(chosen_->begin(), chosen_->end());
+  } else {
+    for (std::uint32_t i = 0; i < body_.size(); ++i) {
+      if (is_left_out_.empty() || is_left_out_[i] == 0) open_.push_back(i);
+    }
   }
   is_planned_ = open_.size() > kLongBody;
   if (is_planned_) plan();
@@ -243,7 +248,7 @@ void BodyJoin::leave() {
 bool BodyJoin::advance(Level& level) {
   while (!was_cut_ && level.next < level.choice.candidates) {
     undo(level);
-    was_cut_ = most_attempts_ != 0 && ++attempts_ > most_attempts_;
+    was_cut_ = ++attempts_ - first_attempt_ > most_attempts_ && most_attempts_ != 0;
     if (!was_cut_ && attempt(level, level.next++)) return true;
   }
   return false;

@@ -8,6 +8,7 @@
 // alone.
 
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <span>
 #include <vector>
@@ -16,24 +17,25 @@
 
 namespace dl {
 
-// What an operand that nothing binds ranges over.
-enum class OpenOperands : bool { kUnknown, kRange };
-
 class BodyJoin {
  public:
-  // All must outlive the join. The binding is changed, and at the end what it was.
+  // All must outlive the join. The binding is changed, and at the end what it was; attempts are
+  // added to those made before.
   BodyJoin(BodyEvaluator& evaluator, GroundTerms& terms, AnswerIndex& index,
            const StatementStore& store, const StoredStatement& statement,
-           const std::vector<StoredLiteral>& body, Binding& binding)
+           const std::vector<StoredLiteral>& body, Binding& binding, std::uint64_t& attempts)
       : evaluator_(evaluator),
         terms_(terms),
         index_(index),
         store_(store),
         statement_(statement),
         body_(body),
-        binding_(binding) {}
+        binding_(binding),
+        attempts_(attempts) {}
 
+  // Without a call of these all literals are looked at.
   void leave_out(std::span<const char> literals) { is_left_out_ = literals; }
+  void look_at(std::span<const std::uint32_t> literals) { chosen_ = literals; }
   void set_open_operands(OpenOperands open) { open_operands_ = open; }
   void limit(std::uint64_t most_attempts) { most_attempts_ = most_attempts; }
 
@@ -106,10 +108,12 @@ class BodyJoin {
   const StoredStatement& statement_;
   const std::vector<StoredLiteral>& body_;
   Binding& binding_;
+  std::uint64_t& attempts_;
   std::span<const char> is_left_out_;
+  std::optional<std::span<const std::uint32_t>> chosen_;
   OpenOperands open_operands_ = OpenOperands::kRange;
   std::uint64_t most_attempts_ = 0;    // 0: no limit
-  std::uint64_t attempts_ = 0;
+  std::uint64_t first_attempt_ = 0;
   bool was_cut_ = false;
   std::vector<std::uint32_t> open_;    // literals that are to be evaluated
   bool is_planned_ = false;            // open_ has the next one at its end
