@@ -47,6 +47,9 @@ class FailureSearch {
   MissingAtom explain(PredicateNumber predicate, const std::vector<GroundTerm>& arguments);
 
  private:
+  std::vector<AtomNumber> other_heads(const FailedRule& rule);
+  std::vector<PredicateNumber> similar(PredicateNumber predicate) const;
+
   GroundTerms& terms_;
   AnswerIndex& index_;
   const StatementStore& store_;
