@@ -1,6 +1,8 @@
 """The inputs of all rows, line by line: none is ever held in memory as a whole, for a process that
 this program starts counts this program's memory as its own."""
 
+from math import isqrt
+
 NODES_PER_FACT = 10
 ADDRESS = "http://example.org/ontology#"
 
@@ -224,6 +226,39 @@ def choices(size, _, disjunction=" v "):
 
 def choices_for_clingo(size, random):
     return choices(size, random, " ; ")
+
+
+# Programs whose answer sets, or want of one, are explained.
+
+def chain(size, _):
+    """As many ground rules, each of which needs the one before."""
+    for i in range(size):
+        yield f"edge({i},{i + 1}).\n"
+    yield "reach(0).\n"
+    yield "reach(Y) :- reach(X), edge(X,Y).\n"
+
+
+def closure(size, _):
+    """Paths along a road: half the square of its nodes are the ground rules."""
+    for i in range(road_nodes(size)):
+        yield f"edge({i},{i + 1}).\n"
+    yield "path(X,Y) :- edge(X,Y).\n"
+    yield "path(X,Z) :- path(X,Y), edge(Y,Z).\n"
+
+
+def road_nodes(size):
+    return max(2, isqrt(2 * size))
+
+
+def hidden_clique(size, _):
+    """Three colours for a graph that four of its nodes do not let have them."""
+    for i in range(size):
+        yield f"node({i}). e({i},{(i + 1) % size}). e({i},{(7 * i + 3) % size}).\n"
+    for i in range(4):
+        for j in range(i):
+            yield f"e({size // 2 + 5 * i},{size // 2 + 5 * j}).\n"
+    yield "c(X,red) v c(X,green) v c(X,blue) :- node(X).\n"
+    yield ":- e(X,Y), c(X,C), c(Y,C), X != Y.\n"
 
 
 def solver_program(size, random):

@@ -150,6 +150,27 @@ def solver_run(lines_of, *words, has_peer=True):
     return make
 
 
+def asked(lines_of, question):
+    """Beside the answer set that is asked about."""
+    def make(size, random, folder):
+        count = written("in.dl", lines_of(size, random))
+        word = question.format(last=size, end=inputs.road_nodes(size))
+        return Trial(dl(folder, word, "in.dl"), dl(folder, "-n=1", "in.dl"), count)
+    return make
+
+
+# Until the lines of a conflict are told; its instances, which come behind them, take many solves.
+LINES_OF_CONFLICT = ("rm -f told; mkfifo told; \"$0\" -conflict in.dl > told & "
+                     "grep -m1 'not go' told; found=$?; kill $! 2> /dev/null; wait; exit $found")
+
+
+def conflict_by_lines(size, random, folder):
+    """Beside the solve that failed."""
+    count = written("in.dl", inputs.hidden_clique(size, random))
+    told = Command(["sh", "-c", LINES_OF_CONFLICT, os.path.join(folder, "dl")])
+    return Trial(told, dl(folder, "in.dl"), count)
+
+
 def data_read(name, lines_of):
     """Beside the same facts as text: both are read, checked and rewritten."""
     def make(size, random, folder):
@@ -215,12 +236,28 @@ def speed_of_one_answer_set(result, results):
             and result.zarel.mebibytes <= 1.2 * result.small.mebibytes)
 
 
+def explained_in(milliseconds):
+    """Behind the answer set, whose text is what the peer printed; memory is above that of the peer,
+    which counts clingo's, too."""
+    return Figure(f"at most {milliseconds:,} ms more than the peer, memory 3 times the answer set's text",
+                  lambda r, _: r.zarel.seconds <= r.peer.seconds + milliseconds / 1000
+                  and r.zarel.mebibytes <= max(r.peer.mebibytes, 3 * r.peer.output_bytes / 1024**2),
+                  needs_peer=True)
+
+
 LINEAR_ONLY = linear_and()
 IN_SECONDS = Figure("solves in seconds", lambda r, _: r.zarel.seconds < 10)
 NEARLY_AS_FAST_A_START = Figure("at most 3 ms more than the peer",
                                 lambda r, _: r.zarel.seconds <= r.peer.seconds + 0.003,
                                 needs_peer=True)
 FAST_START = Figure("5 ms or less", lambda r, _: r.zarel.seconds <= 0.005)
+
+QUESTIONS = [
+    ("why-chain", "along a chain; why its last atom", inputs.chain, "-why=reach({last})"),
+    ("whynot-chain", "along a chain; why not another atom", inputs.chain, "-whynot=reach(nowhere)"),
+    ("why-closure", "of a closure; why its longest path", inputs.closure, "-why=path(0,{end})"),
+    ("whynot-closure", "of a closure; why not a path back", inputs.closure, "-whynot=path({end},0)"),
+]
 
 ROWS = [
     Row("facts", 1_000_000, "facts of three arguments, rewritten",
@@ -296,6 +333,13 @@ ROWS = [
         solver_run(inputs.solver_program, "-translate", has_peer=False), mb_per_second(40)),
     Row("dl-long-body", 100_000, "literals of one body, solved",
         solver_run(inputs.long_body), IN_SECONDS),
+    *(Row(f"{name}-{short}", size, f"ground rules {what}",
+          asked(lines_of, question), explained_in(milliseconds), quick_size=1_000)
+      for name, what, lines_of, question in QUESTIONS
+      for short, size, milliseconds in (("1k", 1_000, 1), ("100k", 100_000, 100),
+                                        ("1m", 1_000_000, 1_500))),
+    Row("conflict", 10_000, "nodes with a clique that three colours do not suffice for, by lines",
+        conflict_by_lines, times_of_peer(5), quick_size=100),
     Row("dl-rules", 200_000, "distinct rules, solved",
         solver_run(inputs.distinct_rules), times_of_peer_and_memory(1.1)),
 ]
