@@ -7,6 +7,7 @@
 // as there is to give up. Strong negation is relaxed by another name for -a and a constraint of
 // both. The programs are text of the same language as the user's, and go the same way.
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -41,21 +42,27 @@ enum class ConflictKind : std::uint8_t {
   kUnknown         // the time was over
 };
 
-// What there is to tell, in the order in which it is found; each call may be the last one that the
-// time allows. `is_proven` is false of what need not be the fewest or the smallest.
+// What there is to tell, in the order in which it is found: first the constraints of all, then the
+// instances, which may take long. Each call may be the last one that the time allows. `is_proven` is
+// false of what need not be the fewest or the smallest.
 class ConflictReceiver {
  public:
   virtual ~ConflictReceiver() = default;
   virtual void kind(ConflictKind kind) = 0;
-  // The fewest constraints without which there is an answer set, and of these the fewest instances.
-  virtual void give_up(const ConstraintSet& lines, const std::vector<ConstraintInstance>& instances,
-                       bool is_proven) = 0;
-  // Constraints that do not go together, while any fewer of them do; until what is left is
-  // consistent.
+  // The fewest constraints without which there is an answer set.
+  virtual void give_up(const ConstraintSet& lines, bool is_proven) = 0;
+  // Constraints that do not go together, while any fewer of them do. Without these the next ones,
+  // until what is left is consistent.
   virtual void conflict(const ConstraintSet& lines, bool is_proven) = 0;
-  // The instances of the conflict told last that do not go together, while any fewer do.
-  virtual void instances(const std::vector<ConstraintInstance>& instances, bool is_proven) = 0;
-  // Of kRules: the fewest rules without which there is an answer set.
+  // The fewest instances of the constraints to give up: without these alone there is an answer set.
+  virtual void give_up_instances(const std::vector<ConstraintInstance>& instances,
+                                 bool is_proven) = 0;
+  // The instances of a conflict, from 0 in the order of telling, that do not go together, while any
+  // fewer do.
+  virtual void instances(std::size_t conflict, const std::vector<ConstraintInstance>& instances,
+                         bool is_proven) = 0;
+  // Of kRules: the fewest rules without which there is an answer set; not called where there is none
+  // even so, which a demand can bring about.
   virtual void rules(const std::vector<StatementNumber>& rules, bool is_proven) = 0;
 };
 
