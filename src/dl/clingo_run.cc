@@ -35,7 +35,12 @@ OutputSource output_of(ClingoProcess& process) {
 // of a large program.
 std::vector<std::string> clingo_arguments(const Options& options, const Traits& traits) {
   std::vector<std::string> words{"--verbose=0", "--warn=none", "--fast-exit"};
-  if (traits.has_weak_constraints) words.emplace_back("--opt-mode=optN");
+  const bool is_one_best = options.one_best && traits.has_weak_constraints;
+  if (traits.has_weak_constraints) {
+    words.emplace_back(is_one_best ? "--opt-mode=opt" : "--opt-mode=optN");
+    if (options.by_cores) words.emplace_back("--opt-strategy=usc");
+  }
+  if (options.differ_in_shown) words.emplace_back("--project=show");
   if (traits.has_weak_constraints || traits.has_query) words.emplace_back("--quiet=1,0,2");
   if (traits.has_query) {
     words.emplace_back(options.reasoning == Reasoning::kBrave ? "--enum-mode=brave"
@@ -48,7 +53,8 @@ std::vector<std::string> clingo_arguments(const Options& options, const Traits& 
     for (const char* const word : {"--rand-freq=0.2", "--sign-def=rnd", "--sign-def-disj=rnd"})
       words.emplace_back(word);
   }
-  words.push_back("--models=" + std::to_string(traits.has_query ? 0 : options.answer_sets));
+  const bool is_limited = !traits.has_query && !is_one_best;
+  words.push_back("--models=" + std::to_string(is_limited ? options.answer_sets : 0));
   words.emplace_back("-");
   return words;
 }

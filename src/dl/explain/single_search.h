@@ -30,4 +30,17 @@ struct FoundAnswer {
 // with a mistake and where the search failed.
 FoundAnswer search_one(Program program, const Options& options, std::uint64_t number = 1);
 
+// Those that clingo prints.
+struct FoundAnswers {
+  SearchOutcome outcome = SearchOutcome::kCut;    // of kUnproven there is one
+  std::vector<std::string> texts;
+};
+
+// Solves a program that was made for an explanation. All options hold; what has to be the same as in
+// the user's run is in own_options().
+FoundAnswers search_all(Program program, const Options& options);
+
+// The bound, the seed, clingo and the threads; queries are left out.
+Options own_options(const Options& options);
+
 }    // namespace dl
