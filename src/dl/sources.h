@@ -32,6 +32,7 @@ class Sources {
   std::size_t size() const { return all_.size(); }
   const std::string& name(std::uint32_t file) const { return all_[file].name; }
   std::string& text(std::uint32_t file) { return all_[file].text; }
+  const std::string& text(std::uint32_t file) const { return all_[file].text; }
 
   // The text has been read for the last time. Only one in which columns in bytes and in characters
   // differ is kept.

@@ -1,11 +1,5 @@
 #pragma once
 // relaxation.h - what of a program without an answer set stands in the way of one.
-//
-// Note [relaxed programs]
-// A constraint that may be given up gets a head of its own, the atom of its number and variables,
-// and a weak constraint makes that atom cost. Best answer sets of such a program give up as little
-// as there is to give up. Strong negation is relaxed by another name for -a and a constraint of
-// both. The programs are text of the same language as the user's, and go the same way.
 
 #include <cstddef>
 #include <cstdint>
@@ -61,8 +55,9 @@ class ConflictReceiver {
   // fewer do.
   virtual void instances(std::size_t conflict, const std::vector<ConstraintInstance>& instances,
                          bool is_proven) = 0;
-  // Of kRules: the fewest rules without which there is an answer set; not called where there is none
-  // even so, which a demand can bring about.
+  // Of kRules: the fewest rules without which there is an answer set, once all constraints are given
+  // up, too. Without a demand only rules in loops through negation are looked at. Not called where
+  // a demand leaves none without any rules.
   virtual void rules(const std::vector<StatementNumber>& rules, bool is_proven) = 0;
 };
 
@@ -73,7 +68,8 @@ class Relaxation {
              const Options& options);
 
   // Why the program has no answer set, with a further constraint, ":- not a.", if one is given: text
-  // of the solver's language, which is never given up.
+  // of the solver's language, which is never given up. Weak constraints and the query do not count.
+  // Ends early when an interruption comes. Throws Failure as search_one() does.
   void explain(ConflictReceiver& receiver, const std::string& demand = {});
 
  private:
