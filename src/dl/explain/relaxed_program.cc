@@ -97,22 +97,22 @@ RelaxedProgram::RelaxedProgram(const StatementStore& store, GroundTerms& terms, 
     : store_(store),
       terms_(terms),
       index_(index),
-      bad_(unused_name("#", "bad")),
-      free_(unused_name("#", "free")),
-      paid_(unused_name("#", "paid")),
-      drop_(unused_name("#", "drop")),
-      keep_(unused_name("#", "keep")) {
+      bad_(unused_name("bad")),
+      free_(unused_name("free")),
+      paid_(unused_name("paid")),
+      drop_(unused_name("drop")),
+      keep_(unused_name("keep")) {
   for (StatementNumber i = 0; i < store.statements().size(); ++i) {
     if (store.statement(i).kind == StatementKind::kConstraint) statements_.push_back(i);
   }
   find_clashes();
 }
 
-std::string RelaxedProgram::unused_name(std::string_view begin, std::string_view end) const {
+std::string RelaxedProgram::unused_name(std::string_view begin) const {
   const Sources& sources = store_.sources();
   for (std::uint32_t number = 0;; ++number) {
     std::string name(begin);
-    (name += std::to_string(number)) += end;
+    name += std::to_string(number);
     bool is_used = std::ranges::find(other_names_, name) != other_names_.end();
     for (std::uint32_t file = 0; file < sources.size() && !is_used; ++file) {
       is_used = text_of(sources, file).find(name) != std::string_view::npos;
@@ -133,9 +133,7 @@ void RelaxedProgram::find_clashes() {
     names.emplace(std::pair(name, key.arity), clash);
     clashes_.push_back(predicate);
     // Generic atoms stay generic: see Note [folded atoms].
-    other_names_.push_back(is_generic(name)
-                               ? unused_name("a_", "")
-                               : unused_name("#", "non" + std::to_string(clash) + name));
+    other_names_.push_back(unused_name(is_generic(name) ? "a_" : "non"));
   }
   if (clashes_.empty()) return;
   const Sources& sources = store_.sources();

@@ -2,12 +2,13 @@
 // relaxed_program.h - the text of a program some constraints of which may be given up.
 //
 // Note [relaxed programs]
-// A constraint that may be given up gets a head, #0bad(7,t(X,Y)), of its number and the variables
+// A constraint that may be given up gets a head, bad0(7,t(X,Y)), of its number and the variables
 // that the user has named, and a weak constraint makes that atom cost. Best answer sets of such a
 // program give up as little as there is to give up. Strong negation is relaxed by another name for
-// -a, and a constraint of both: -#0a and a. The user's own weak constraints are left out. The
+// -a, and a constraint of both: -non0 and a. The user's own weak constraints are left out. The
 // programs are text of the same language as the user's, and go the same way. No name is given that
-// the user's text holds.
+// the user's text holds, and none that clingo would hide from a projection, as those of Note
+// [reserved names].
 
 #include <cstdint>
 #include <span>
@@ -81,7 +82,7 @@ class RelaxedProgram {
     std::uint32_t offset = 0;
   };
 
-  std::string unused_name(std::string_view begin, std::string_view end) const;
+  std::string unused_name(std::string_view begin) const;
   void find_clashes();
   std::size_t offset_of(const StoredStatement& statement) const;
   void relax(Edits& edits, std::uint32_t line, Hold hold) const;

@@ -137,6 +137,9 @@ a_2(symmetric,knows). a_2(symmetric,friend). a_3(knows,default,ann,bob). a_3(lik
 -a_3(friend,default,ann,bob). -a_3(likes,default,i,j) :- not a_2(symmetric,likes).)",
      "constraints; give up lines 1; conflict a_3/4; give up 2; conflict 0 "
      "a_3(friend,default,ann,bob)"},
+    {"odd_names", "#1p(c). - #1p(c). Q(1). -Q(1). N(bad0,paid0,non0).\n:- N(bad0,X,_).",
+     "constraints; give up lines 3; conflict 2; conflict #1p/1; conflict Q/1; give up 3; conflict "
+     "0 2,paid0; conflict 1 #1p(c); conflict 2 Q(1)"},
     {"odd_loop", "b.\na :- b, not a.\nc :- not d. d :- not c.\n:- c.", "rules; rules 2"},
     {"fewest_of_the_loops", "p(1). p(2).\na :- not b.\nb :- not c.\nc :- not a, p(X).\nd :- not d.",
      "rules; rules 4 5"},
