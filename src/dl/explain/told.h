@@ -55,9 +55,10 @@ struct ToldNode {
   ToldKind kind = ToldKind::kNotExplained;
   std::string atom;
   std::string key;    // the atom as the solver has it, the same for the same atom
-  std::optional<ToldStatement> statement;
+  std::optional<std::uint32_t> statement;    // in ToldProof::statements
   ToldValues with;
   std::vector<ToldItem> items;
+  bool is_cut = false;    // its items and cases are not told: they lie beyond the depth asked for
   std::vector<std::string> instead_of;    // of a choice: the head's other atoms
   struct Case {
     std::string assumed;
@@ -67,6 +68,7 @@ struct ToldNode {
 };
 
 struct ToldProof {
+  std::vector<ToldStatement> statements;    // each once: many nodes may come from one
   std::vector<ToldNode> nodes;
   std::vector<std::uint32_t> roots;
 };
@@ -80,7 +82,7 @@ struct ToldFailure {
     State state = State::kHolds;
     std::string text;
     std::string value;                   // of an aggregate
-    std::vector<std::string> because;    // of a failing "not p": proofs' first lines
+    std::vector<std::string> because;    // of a failing "not p": what holds, "p(a)    [fact, f:3]"
   };
   std::vector<Literal> literals;
   std::vector<std::string> other_heads;    // that hold, where the body does
@@ -104,6 +106,57 @@ struct ToldInstance {
   ToldValues with;
   std::string clash;          // "flies(tweety) and -flies(tweety)"
   std::uint64_t times = 1;    // with equal visible values
+};
+
+// Conflicts, in parts: each is told when it is found. Where a demand is told, that an atom holds,
+// they are about the answer sets that hold it.
+enum class ToldOutcome : std::uint8_t {
+  kNone,           // no conflict: there is an answer set
+  kConstraints,    // without some constraints or clashes there is one
+  kRules,          // none even without all of them: a loop through negation
+  kUnknown         // the time was over
+};
+
+// Constraints, clashes, or rules by their lines. What is not proven need not be the fewest, or the
+// smallest that do not go together.
+struct ToldLines {
+  std::vector<ToldStatement> statements;
+  std::vector<std::string> clashes;    // predicates with the number of arguments, "flies/1"
+  bool is_proven = true;
+};
+
+struct ToldInstances {
+  std::vector<ToldInstance> instances;
+  bool is_proven = true;
+};
+
+// Costs: by level, the highest first.
+struct ToldCost {
+  std::int64_t level = 0;
+  std::int64_t cost = 0;
+};
+using ToldCosts = std::vector<ToldCost>;
+
+// What an answer set pays for an instance of a weak constraint.
+struct ToldPayment {
+  std::int64_t level = 0;
+  std::int64_t weight = 0;    // of all its times together
+  ToldInstance instance;
+};
+
+// What the best answer set costs that does not pay for a payment.
+struct ToldAvoidance {
+  enum class Outcome : std::uint8_t {
+    kSameCost,    // another best answer set
+    kDearer,
+    kUnproven,    // the best that the time allowed
+    kNever,       // no answer set avoids it
+    kCut          // nothing can be said: the time was over
+  };
+  Outcome outcome = Outcome::kCut;
+  ToldCosts costs;                     // of that answer set
+  std::vector<ToldPayment> instead;    // what it pays that the explained one does not
+  std::uint64_t others = 0;            // that it pays besides and that are not told
 };
 
 }    // namespace dl
