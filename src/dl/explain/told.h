@@ -17,8 +17,8 @@ struct ToldPlace {
   std::uint32_t end_line = 0;      // 0: not known
   std::uint32_t end_column = 0;    // of the last character
   // Where that was used that stands there, the innermost first: the invocations of templates.
-  std::vector<ToldPlace> uses;
-  std::string used;    // what is used: a template's name; empty where `uses` is
+  std::vector<ToldPlace> uses = {};
+  std::string used = {};    // what is used: a template's name; empty where `uses` is
 };
 
 // A statement of the user's.
