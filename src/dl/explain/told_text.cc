@@ -23,8 +23,8 @@ void append_times(std::string& out, std::uint64_t times) {
   out += " times)";
 }
 
-void append_unproven(std::string& out, bool is_proven, std::string_view what) {
-  if (!is_proven) ((out += " (not proven to be ") += what) += ')';
+void append_unproven(std::string& out, bool is_proven) {
+  if (!is_proven) out += " (not proven to be the fewest)";
 }
 
 }    // namespace
@@ -392,51 +392,53 @@ void ToldText::outcome(ToldOutcome outcome, bool has_demand) {
   }
 }
 
-void ToldText::lines(const ToldLines& lines, std::uint32_t indentation) {
+void ToldText::lines(const ToldLines& lines) {
   for (const ToldStatement& each : lines.statements) {
-    indent(indentation);
+    indent(1);
     statement(each);
     end_line();
   }
   for (const std::string& predicate : lines.clashes) {
-    indent(indentation);
+    indent(1);
     (((out_ += predicate) += " and -") += predicate) += ", which exclude each other";
     end_line();
   }
 }
 
-void ToldText::give_up(const ToldLines& given_up, const ToldInstances& instances, bool has_demand) {
+void ToldText::give_up(const ToldLines& given_up, bool has_demand) {
   out_ += has_demand ? "It could hold without" : "There is one without";
-  append_unproven(out_, given_up.is_proven && instances.is_proven, "the fewest");
-  out_ += ':';
+  append_unproven(out_, given_up.is_proven);
+  out_ += ":";
   end_line();
-  if (instances.instances.empty()) lines(given_up, 1);
-  for (const ToldInstance& each : instances.instances) {
-    indent(1);
-    instance(each);
-    end_line();
-  }
+  lines(given_up);
   hand_on();
 }
 
 void ToldText::conflict(const ToldLines& conflicting) {
   const bool is_one = conflicting.statements.size() + conflicting.clashes.size() == 1;
   out_ += is_one ? "This does not go with the rules" : "These do not go together";
-  append_unproven(out_, conflicting.is_proven, "the fewest");
+  append_unproven(out_, conflicting.is_proven);
   out_ += ':';
   end_line();
-  lines(conflicting, 1);
+  lines(conflicting);
   hand_on();
 }
 
-void ToldText::conflict_instances(const ToldInstances& instances) {
-  indent(1);
-  out_ += "of them these instances";
-  append_unproven(out_, instances.is_proven, "the fewest");
+void ToldText::give_up_instances(const ToldInstances& given_up) {
+  instances(given_up, "Of these, it is enough to give up");
+}
+
+void ToldText::conflict_instances(const ToldInstances& conflicting) {
+  instances(conflicting, "These instances do not go together");
+}
+
+void ToldText::instances(const ToldInstances& told, std::string_view heading) {
+  out_ += heading;
+  append_unproven(out_, told.is_proven);
   out_ += ':';
   end_line();
-  for (const ToldInstance& each : instances.instances) {
-    indent(2);
+  for (const ToldInstance& each : told.instances) {
+    indent(1);
     instance(each);
     end_line();
   }
@@ -445,10 +447,10 @@ void ToldText::conflict_instances(const ToldInstances& instances) {
 
 void ToldText::rules(const ToldLines& rules) {
   out_ += "There is one without";
-  append_unproven(out_, rules.is_proven, "the fewest");
+  append_unproven(out_, rules.is_proven);
   out_ += ':';
   end_line();
-  lines(rules, 1);
+  lines(rules);
   hand_on();
 }
 

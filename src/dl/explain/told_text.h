@@ -37,9 +37,10 @@ class ToldText {
 
   // Conflicts. With a demand the sentences are about answer sets that hold it.
   void outcome(ToldOutcome outcome, bool has_demand);
-  void give_up(const ToldLines& lines, const ToldInstances& instances, bool has_demand);
+  void give_up(const ToldLines& lines, bool has_demand);
   void conflict(const ToldLines& lines);
-  void conflict_instances(const ToldInstances& instances);    // of the conflict written last
+  void give_up_instances(const ToldInstances& instances);
+  void conflict_instances(const ToldInstances& instances);
   void rules(const ToldLines& lines);
 
   // Costs: those of the answer set, and each of its payments, followed by what avoiding it costs.
@@ -54,9 +55,10 @@ class ToldText {
   void statement(const ToldStatement& statement);
   void values(const ToldValues& values, std::string_view before = "   with ");
   void instance(const ToldInstance& instance);
+  void instances(const ToldInstances& instances, std::string_view heading);
   void failure(const ToldFailure& failure);
   void unfit_rules(const ToldMissing& missing);
-  void lines(const ToldLines& lines, std::uint32_t indentation);
+  void lines(const ToldLines& lines);
   void end_line();    // hands on what became long
   void hand_on();
 

@@ -278,30 +278,32 @@ const PartCase kParts[] = {
      "  it is no fact, and no rule has this head\n"},
     {"conflicts",
      [](ToldText& text) {
-       text.outcome(ToldOutcome::kConstraints, false);
        const ToldInstance clash{.statement = {}, .with = {}, .clash = "g(a) and -g(a)"};
-       text.give_up({{line(1, ":- p(X).")}, {"g/1"}, true},
-                    {{instance(1, "a"), instance(1, "b", 3), clash}, true}, false);
+       text.outcome(ToldOutcome::kConstraints, false);
+       text.give_up({{line(1, ":- p(X).")}, {"g/1"}, true}, false);
        text.conflict({{line(1, ":- p(X).")}, {"g/1"}, true});
-       text.conflict_instances({{instance(1, "a"), clash}, false});
        text.conflict({{line(2, ":- q.")}, {}, false});
+       text.give_up_instances({{instance(1, "a"), instance(1, "b", 3)}, true});
+       text.conflict_instances({{instance(1, "a"), clash}, false});
        text.outcome(ToldOutcome::kConstraints, true);
-       text.give_up({{line(2, ":- q.")}, {}, false}, {}, true);
+       text.give_up({{line(2, ":- q.")}, {}, false}, true);
        text.rules({{line(3, "a :- not a.")}, {}, true});
      },
      "There is no answer set.\n"
      "There is one without:\n"
-     "  f:1: :- p(X).   with X = a\n"
-     "  f:1   with X = b (3 times)\n"
-     "  g(a) and -g(a), which exclude each other\n"
+     "  f:1: :- p(X).\n"
+     "  g/1 and -g/1, which exclude each other\n"
      "These do not go together:\n"
      "  f:1\n"
      "  g/1 and -g/1, which exclude each other\n"
-     "  of them these instances (not proven to be the fewest):\n"
-     "    f:1   with X = a\n"
-     "    g(a) and -g(a), which exclude each other\n"
      "This does not go with the rules (not proven to be the fewest):\n"
      "  f:2: :- q.\n"
+     "Of these, it is enough to give up:\n"
+     "  f:1   with X = a\n"
+     "  f:1   with X = b (3 times)\n"
+     "These instances do not go together (not proven to be the fewest):\n"
+     "  f:1   with X = a\n"
+     "  g(a) and -g(a), which exclude each other\n"
      "No answer set holds it.\n"
      "It could hold without (not proven to be the fewest):\n"
      "  f:2\n"
