@@ -102,9 +102,9 @@ struct ToldMissing {
 
 // An instance of a constraint or of a weak constraint; a clash of an atom and its strong negation.
 struct ToldInstance {
-  std::optional<ToldStatement> statement;
-  ToldValues with;
-  std::string clash;          // "flies(tweety) and -flies(tweety)"
+  std::optional<ToldStatement> statement = {};
+  ToldValues with = {};
+  std::string clash = {};     // "flies(tweety) and -flies(tweety)"
   std::uint64_t times = 1;    // with equal visible values
 };
 

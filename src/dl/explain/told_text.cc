@@ -377,6 +377,7 @@ void ToldText::failure(const ToldFailure& failure) {
 }
 
 void ToldText::outcome(ToldOutcome outcome, bool has_demand) {
+  has_demand_ = has_demand;
   switch (outcome) {
     case ToldOutcome::kNone:
       return sentence(has_demand ? "Another answer set holds it." : "There is an answer set.");
@@ -414,9 +415,14 @@ void ToldText::give_up(const ToldLines& given_up, bool has_demand) {
   hand_on();
 }
 
+// What stands against a demand, or against the rules, or against each other.
+std::string_view ToldText::conflict_heading(bool is_one) const {
+  if (has_demand_) return "It does not go together with";
+  return is_one ? "This does not go with the rules" : "These do not go together";
+}
+
 void ToldText::conflict(const ToldLines& conflicting) {
-  const bool is_one = conflicting.statements.size() + conflicting.clashes.size() == 1;
-  out_ += is_one ? "This does not go with the rules" : "These do not go together";
+  out_ += conflict_heading(conflicting.statements.size() + conflicting.clashes.size() == 1);
   append_unproven(out_, conflicting.is_proven);
   out_ += ':';
   end_line();
@@ -429,10 +435,14 @@ void ToldText::give_up_instances(const ToldInstances& given_up) {
 }
 
 void ToldText::conflict_instances(const ToldInstances& conflicting) {
-  instances(conflicting, "These instances do not go together");
+  instances(conflicting, conflict_heading(conflicting.instances.size() == 1));
 }
 
 void ToldText::instances(const ToldInstances& told, std::string_view heading) {
+  const auto is_line = [](const ToldInstance& each) {
+    return each.statement && each.with.empty() && each.times == 1;
+  };
+  if (std::ranges::all_of(told.instances, is_line)) return;
   out_ += heading;
   append_unproven(out_, told.is_proven);
   out_ += ':';

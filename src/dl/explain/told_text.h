@@ -35,7 +35,8 @@ class ToldText {
   void proof(const ToldProof& proof);    // of each of its roots
   void missing(const ToldMissing& missing);
 
-  // Conflicts. With a demand the sentences are about answer sets that hold it.
+  // Conflicts. With a demand the sentences are about answer sets that hold it. Instances without
+  // values are not written: the lines have said it all.
   void outcome(ToldOutcome outcome, bool has_demand);
   void give_up(const ToldLines& lines, bool has_demand);
   void conflict(const ToldLines& lines);
@@ -56,6 +57,7 @@ class ToldText {
   void values(const ToldValues& values, std::string_view before = "   with ");
   void instance(const ToldInstance& instance);
   void instances(const ToldInstances& instances, std::string_view heading);
+  std::string_view conflict_heading(bool is_one) const;
   void failure(const ToldFailure& failure);
   void unfit_rules(const ToldMissing& missing);
   void lines(const ToldLines& lines);
@@ -67,7 +69,8 @@ class ToldText {
   std::string out_;    // not handed on yet
   // By "file:line", the column of the statement that was quoted last.
   std::unordered_map<std::string, std::uint32_t> quoted_;
-  std::int64_t level_ = 0;    // of the payment written last
+  std::int64_t level_ = 0;     // of the payment written last
+  bool has_demand_ = false;    // the conflict that is being written
 };
 
 // "[5:2] [1:1]": costs with their levels; "nothing" where there are none but 0.

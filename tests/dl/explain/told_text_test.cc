@@ -287,6 +287,8 @@ const PartCase kParts[] = {
        text.conflict_instances({{instance(1, "a"), clash}, false});
        text.outcome(ToldOutcome::kConstraints, true);
        text.give_up({{line(2, ":- q.")}, {}, false}, true);
+       text.conflict({{line(2, ":- q.")}, {}, true});
+       text.conflict_instances({{{.statement = line(2, ":- q.")}}, true});
        text.rules({{line(3, "a :- not a.")}, {}, true});
      },
      "There is no answer set.\n"
@@ -301,11 +303,13 @@ const PartCase kParts[] = {
      "Of these, it is enough to give up:\n"
      "  f:1   with X = a\n"
      "  f:1   with X = b (3 times)\n"
-     "These instances do not go together (not proven to be the fewest):\n"
+     "These do not go together (not proven to be the fewest):\n"
      "  f:1   with X = a\n"
      "  g(a) and -g(a), which exclude each other\n"
      "No answer set holds it.\n"
      "It could hold without (not proven to be the fewest):\n"
+     "  f:2\n"
+     "It does not go together with:\n"
      "  f:2\n"
      "There is one without:\n"
      "  f:3: a :- not a.\n"},
