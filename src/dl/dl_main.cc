@@ -13,6 +13,7 @@
 
 #include "dl/clingo_process.h"
 #include "dl/clingo_run.h"
+#include "dl/explain/questions.h"
 #include "dl/failure.h"
 #include "dl/instance_counts.h"
 #include "dl/interruption.h"
@@ -49,7 +50,7 @@ void write_answers(std::string_view text) {
 // "file:line: text"; "dl: text" of what has no place. See Note [lines as shown].
 std::string message(const zarel::Diagnostic& diagnostic, const dl::Sources& sources) {
   std::string text = "dl";
-  if (diagnostic.place.is_known()) {
+  if (diagnostic.place.is_known() && diagnostic.place.first.file < sources.size()) {
     text = sources.name(diagnostic.place.first.file);
     (text += ':') += std::to_string(diagnostic.parser_line);
   }
@@ -74,12 +75,25 @@ void show_costs(const dl::Options& options) {
   }
 }
 
+// The answer, instead of answer sets. Mistakes are told by the names of the program's texts.
+int answer(dl::Program program, const dl::Options& options, dl::Sources& names) {
+  for (std::uint32_t file = 0; file < program.sources.size(); ++file) {
+    names.add(program.sources.name(file), {});
+  }
+  if (dl::answer_question(std::move(program), options, write_answers)) return kSuccess;
+  std::cerr << "dl: " << dl::interruption_text() << "; the answer is not complete\n";
+  return kCut;
+}
+
 int run(const std::vector<std::string_view>& arguments, dl::Translated& program) {
   const dl::Options options = dl::read_options(arguments);
   if (options.help || options.version) {
     return print(options.help ? std::string(dl::help_text()) : dl::version_text());
   }
   dl::watch_interruptions(static_cast<unsigned>(options.seconds), kCut);
+  if (options.question != dl::QuestionKind::kNone) {
+    return answer(dl::survey_files(options.files), options, program.sources);
+  }
   const dl::SearchOutput output{write_answers, [&program](const zarel::Diagnostic& note) {
                                   std::cerr << message(note, program.sources) << '\n';
                                 }};

@@ -18,6 +18,13 @@ struct Flag {
   void (*set)(Options&);
 };
 
+void ask(Options& options, QuestionKind question) {
+  if (options.question != QuestionKind::kNone) {
+    throw Failure{{Code::kOptionValue, {}, "one question at a time, see dl -help"}};
+  }
+  options.question = question;
+}
+
 constexpr Flag kFlags[] = {
     {"silent",
      [](Options&) {
@@ -29,6 +36,8 @@ constexpr Flag kFlags[] = {
     {"FC", [](Options& options) { options.reasoning = Reasoning::kCautious; }},
     {"translate", [](Options& options) { options.translate_only = true; }},
     {"stats", [](Options& options) { options.shows_costs = true; }},
+    {"conflict", [](Options& options) { ask(options, QuestionKind::kConflict); }},
+    {"paid", [](Options& options) { ask(options, QuestionKind::kPaid); }},
     {"nofold", [](Options& options) { options.fold = false; }},
     {"help", [](Options& options) { options.help = true; }},
     {"h", [](Options& options) { options.help = true; }},
@@ -72,6 +81,11 @@ bool set_value(Options& options, std::string_view argument, std::string_view nam
     options.threads = static_cast<std::uint64_t>(number(argument, value, 1, kMaxThreads));
   } else if (name == "time") {
     options.seconds = static_cast<std::uint64_t>(number(argument, value, 1, kMaxInteger));
+  } else if (name == "why" || name == "whynot") {
+    ask(options, name == "why" ? QuestionKind::kWhy : QuestionKind::kWhyNot);
+    options.asked = value;
+  } else if (name == "depth") {
+    options.depth = static_cast<std::uint32_t>(number(argument, value, 0, kMaxInteger));
   } else if (name == "clingo") {
     if (value.empty()) {
       throw Failure{
@@ -141,6 +155,13 @@ std::string_view help_text() {
          "  -time=K        end the search after K seconds and show what was found\n"
          "  -translate     print the program for clingo and stop\n"
          "  -stats         tell which rules have most instances\n"
+         "  -why=ATOM      tell why the atom is in the answer set; \"p(X,_)\" for its instances\n"
+         "  -whynot=ATOM   tell why the atom is not in it\n"
+         "  -conflict      tell what stands in the way of an answer set\n"
+         "  -paid          tell what the best answer set pays, and what it costs to avoid that\n"
+         "                 Of these questions there is one; -n=K chooses the K-th answer set for "
+         "it\n"
+         "  -depth=K       the depth of the proofs that answer it; 0: no limit; else 8\n"
          "  -nofold        leave relation names among the arguments of atoms a_N\n"
          "  -clingo=PATH   the clingo to run\n"
          "  -silent        accepted; dl prints no banner\n"

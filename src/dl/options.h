@@ -11,17 +11,23 @@ namespace dl {
 
 enum class Reasoning { kCautious, kBrave };
 
+// What is asked of an answer set instead of the answer sets themselves.
+enum class QuestionKind { kNone, kWhy, kWhyNot, kConflict, kPaid };
+
 struct Options {
   std::vector<std::string> files;
   std::vector<std::string> filters;    // a name shows the predicate and its strong negation
   std::vector<std::string> positive_filters;    // a name shows the predicate alone
   std::string clingo = "clingo";
-  std::uint64_t answer_sets = 0;    // at most so many; 0: all
+  std::uint64_t answer_sets = 0;    // at most so many, 0: all; the one that a question is about
   std::uint64_t seconds = 0;        // 0: no limit
   std::uint64_t threads = 1;
   std::optional<std::int64_t> bound;
   std::optional<std::uint32_t> seed;    // a search in another order; for hosts, not for dl's users
   Reasoning reasoning = Reasoning::kCautious;
+  QuestionKind question = QuestionKind::kNone;
+  std::string asked;          // its atom
+  std::uint32_t depth = 8;    // of proofs; 0: no limit
   bool leave_out_facts = false;
   bool translate_only = false;
   bool tell_all = false;            // mistakes of statements, not the first alone; for hosts
