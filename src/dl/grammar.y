@@ -52,9 +52,9 @@ statement
   : head '.'[e]                                         { build->fact($e); }
   | head IMPLIES body '.'[e]                            { build->rule($e); }
   | constraint_mark body '.'[e]                         { build->constraint($e); }
-  | weak_mark body '.'[e]                               { build->weak_constraint({}, {}, $e); }
-  | weak_mark body '.' '[' measure[w] ':' measure[l] ']'[e]
-                                        { build->weak_constraint($w, $l, $e); }
+  | weak_mark body '.'[e]                               { build->weak_constraint({}, {}, $e, $e); }
+  | weak_mark body '.'[d] '[' measure[w] ':' measure[l] ']'[e]
+                                        { build->weak_constraint($w, $l, $d, $e); }
   | body '?'[e]                                         { build->query($e); }
   | MAXINT '=' NUMBER[n] '.'                            { build->integer_bound($n); }
   | INCLUDE[i]                                          { build->include($i); }

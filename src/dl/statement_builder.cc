@@ -158,6 +158,7 @@ void StatementBuilder::finish(const MaybeMistake& mistake) {
 void StatementBuilder::begin_weak(const Token& first) {
   note_line(first);
   weak_ = true;
+  statement_.condition = {first.text + first.length, 0};
 }
 
 // Only a disjunction may be asked for its range: a million facts do without.
@@ -176,7 +177,8 @@ void StatementBuilder::query(const Token& end) {
   finish(receiver_.query(statement_));
 }
 
-void StatementBuilder::weak_constraint(const Token& weight, const Token& level, const Token& end) {
+void StatementBuilder::weak_constraint(const Token& weight, const Token& level, const Token& stop,
+                                       const Token& end) {
   for (const Token* measure : {&weight, &level}) {
     if (measure->length != 0 &&
         measure->view().find_first_not_of("0123456789") == std::string_view::npos &&
@@ -187,6 +189,8 @@ void StatementBuilder::weak_constraint(const Token& weight, const Token& level, 
     }
   }
   if (has_failed()) return;
+  const char* const body = statement_.condition.data();
+  statement_.condition = {body, static_cast<std::size_t>(stop.text - body)};
   note_end(end);
   // The receiver looks weight and level up as terms, so that variables among them are known to it.
   const auto written = [this](const Token& measure) {

@@ -114,7 +114,8 @@ class StatementBuilder {
   void fact(const Token& end);
   void rule(const Token& end);
   void constraint(const Token& end) { rule(end); }
-  void weak_constraint(const Token& weight, const Token& level, const Token& end);
+  void weak_constraint(const Token& weight, const Token& level, const Token& stop,
+                       const Token& end);
   void query(const Token& end);
   void integer_bound(const Token& number);
   void include(const Token& directive);

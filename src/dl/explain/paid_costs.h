@@ -10,7 +10,7 @@
 
 namespace dl {
 
-// An instance of a weak constraint that the answer set violates.
+// An instance of a weak constraint that the answer set violates, and that costs something.
 struct PaidInstance {
   StatementNumber statement = 0;
   Binding binding;    // of the outer variables
@@ -29,7 +29,8 @@ struct Avoidance {
   std::string answer;    // "{a, b}"
 };
 
-// Forbids the instance and solves once more. `bound`, `seed` and the like are those of the options.
+// Forbids the instance and solves once more, for any best answer set. Of the options it looks at
+// what search_one() does. An interruption ends it. Throws Failure as that does.
 Avoidance avoid(const StatementStore& store, GroundTerms& terms, const PaidInstance& instance,
                 const Options& options);
 

@@ -105,7 +105,7 @@ FoundAnswers search_all(Program program, const Options& options) {
   if (interruption() != Interruption::kNone) return {};
   return solved(std::move(program), options, 1,
                 [](AnswerTaker& answers, SearchOutcome outcome) -> FoundAnswers {
-                  return {outcome, std::move(answers.texts())};
+                  return {outcome, std::move(answers.texts()), std::move(answers.costs())};
                 });
 }
 

@@ -34,6 +34,7 @@ FoundAnswer search_one(Program program, const Options& options, std::uint64_t nu
 struct FoundAnswers {
   SearchOutcome outcome = SearchOutcome::kCut;    // of kUnproven there is one
   std::vector<std::string> texts;
+  Costs costs;    // of each, by level
 };
 
 // Solves a program that was made for an explanation. All options hold; what has to be the same as in
