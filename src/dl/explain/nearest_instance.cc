@@ -43,6 +43,7 @@ void NearestInstance::settle(const BodyPart& part) {
   SafeOrder order = parts_.safe_order(part);
   rest_operands_ = order.ranges ? open_operands_ : OpenOperands::kUnknown;
   Prefix prefix = longest_prefix(part, std::move(order.literals));
+  prefix.held = std::min(prefix.held, prefix.order.size() - 1);
   if (leave_out_one(part, std::span(prefix.order).first(prefix.held + 1))) return;
   if (leave_out_tests(part)) return;
   keep_most(part, std::move(prefix));
@@ -158,26 +159,39 @@ void NearestInstance::keep_most(const BodyPart& part, Prefix prefix) {
   }
   const std::span order(prefix.order);
   const auto kept = order.first(prefix.held);
-  const std::vector<BodyPart> parts = parts_.split(kept);
   shares_ = 1;
-  Instances found = instances(parts, kMostBindings);
-  // That they hold was found with little effort, and so it is found again.
-  if (found.count == 0) {
-    shares_ = 0;
-    found = instances(parts, 1);
-  }
-  take(found);
+  const Instances found = instances(parts_.split(kept), kMostBindings);
+  take(found.count != 0 ? found : Instances{std::move(prefix.values), 1, true});
   // Where the effort did not suffice, the others are looked at with these values.
   for (auto rest = order.subspan(prefix.held); !rest.empty();) {
     rest = rest.subspan(std::min(follow(rest) + 1, rest.size()));
   }
 }
 
+// How many of the first literals hold together. The steps double first, so that few literals are
+// joined where few hold.
 NearestInstance::Prefix NearestInstance::longest_prefix(const BodyPart& part, Literals order) {
-  const std::size_t held = follow(order);
+  shares_ = 8;
+  Prefix prefix{std::move(order), 0, {}};
+  prefix.held = follow(prefix.order);
+  prefix.values = values_of(part, rule_.binding);
   for (const VariableId variable : part.variables) rule_.binding[variable] = kNoTerm;
-  const std::size_t longest_held = longest(order, held);
-  return {std::move(order), longest_held};
+  std::size_t bad = prefix.order.size() + 1;
+  for (std::size_t step = 1; bad - prefix.held > 1; step *= 2) {
+    const std::size_t next = bad <= prefix.order.size()
+                                 ? std::midpoint(prefix.held, bad)
+                                 : std::min(prefix.held + step, prefix.order.size());
+    (has_effort() && extend(prefix, next) ? prefix.held : bad) = next;
+  }
+  return prefix;
+}
+
+// Whether that many hold together; then the values are theirs.
+bool NearestInstance::extend(Prefix& prefix, std::size_t count) {
+  Instances found = instances(parts_.split(std::span(prefix.order).first(count)), 1);
+  rule_.was_cut = rule_.was_cut || (found.count == 0 && found.was_cut);
+  if (found.count != 0) prefix.values = std::move(found.values);
+  return found.count != 0;
 }
 
 // Gives the literals the first values that they have, one after the other. Returns how many hold:
@@ -196,27 +210,6 @@ std::size_t NearestInstance::follow(std::span<const LiteralNumber> literals) {
     for (const auto& [variable, value] : found.values) rule_.binding[variable] = value;
   }
   return literals.size();
-}
-
-// How many of the first literals hold together; `good` do. The steps double first, so that few
-// literals are joined where few hold.
-std::size_t NearestInstance::longest(const Literals& order, std::size_t good) {
-  shares_ = 8;
-  std::size_t bad = order.size() + 1;
-  for (std::size_t step = 1; bad - good > 1; step *= 2) {
-    const bool is_found = bad <= order.size();
-    const std::size_t next =
-        is_found ? std::midpoint(good, bad) : std::min(good + step, order.size());
-    const bool hold = has_effort() && hold_together(std::span(order).first(next));
-    (hold ? good : bad) = next;
-  }
-  return good;
-}
-
-bool NearestInstance::hold_together(std::span<const LiteralNumber> literals) {
-  const Instances found = instances(parts_.split(literals), 1);
-  rule_.was_cut = rule_.was_cut || (found.count == 0 && found.was_cut);
-  return found.count != 0;
 }
 
 NearestInstance::Instances NearestInstance::instances(const std::vector<BodyPart>& parts,

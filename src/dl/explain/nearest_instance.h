@@ -46,10 +46,11 @@ class NearestInstance {
     bool was_cut = false;    // there may be more
   };
 
-  // An order, and how many of its first literals hold together.
+  // An order, how many of its first literals hold together, and values with which they do.
   struct Prefix {
     Literals order;
     std::size_t held = 0;
+    Values values;
   };
 
   void settle(const BodyPart& part);
@@ -62,8 +63,7 @@ class NearestInstance {
   void keep_most(const BodyPart& part, Prefix prefix);
   Prefix longest_prefix(const BodyPart& part, Literals order);
   std::size_t follow(std::span<const LiteralNumber> literals);
-  std::size_t longest(const Literals& order, std::size_t good);
-  bool hold_together(std::span<const LiteralNumber> literals);
+  bool extend(Prefix& prefix, std::size_t count);
 
   Instances whole(const BodyPart& part);
   Instances instances(const BodyPart& part, OpenOperands open, std::uint64_t most);
@@ -87,8 +87,8 @@ class NearestInstance {
   std::uint64_t& effort_;
   BodyParts parts_;
   std::vector<char> is_impossible_;    // by literal: it is a part that does not hold
-  std::uint64_t shares_ =
-      1;    // a search may spend that part of the effort; 0: as much as it needs
+  // A search may spend that part of the effort; with 0 as much as it needs.
+  std::uint64_t shares_ = 1;
 };
 
 }    // namespace dl

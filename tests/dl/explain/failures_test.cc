@@ -161,6 +161,51 @@ constexpr FailureCase kCases[] = {
 INSTANTIATE_TEST_SUITE_P(Cases, Failures, testing::ValuesIn(kCases),
                          [](const auto& test) { return std::string(test.param.name); });
 
+// How many literals hold, fail and are open.
+std::string states_of_h(const std::string& program, std::string_view answer_set) {
+  const dl::Source source{"p", program};
+  dl::Program read = dl::survey_texts({&source, 1});
+  dl::GroundTerms terms;
+  dl::AnswerIndex index(terms);
+  dl::add_answer_set(answer_set, terms, index);
+  const dl::StatementStore store(read, {}, terms, index);
+  const auto missing =
+      dl::FailureSearch(terms, index, store).explain(index.number({terms.name("h"), 0, false}), {});
+  std::size_t counts[3] = {};
+  for (const LiteralState state : missing.rules.front().literals) {
+    ++counts[static_cast<std::size_t>(state)];
+  }
+  return std::to_string(counts[0]) + ' ' + std::to_string(counts[1]) + ' ' +
+         std::to_string(counts[2]);
+}
+
+// The time limit of the tests is one of these, too: what is linear takes a second.
+TEST(Failures, InBodiesOfAHundredThousandLiteralsTakeNoProducts) {
+  constexpr int kLiterals = 100'000;
+  std::string circle = "h :- c(X0,a)";
+  std::string pairs = "h :- c(a,b)";
+  std::string negations = "h :- c(X,Y)";
+  for (int i = 0; i < kLiterals; ++i) {
+    const std::string x = "X" + std::to_string(i);
+    circle += ", c(" + x + ",X" + std::to_string(i + 1) + ")";
+    if (i % 2 == 0) pairs += ", c(a," + x + "), c(" + x + "," + x + ")";
+    negations += i % 2 == 0 ? ", not c(Y,X)" : ", not c(X,_)";
+  }
+  circle += ", d(X" + std::to_string(kLiterals) + ").";
+  EXPECT_EQ(states_of_h(circle, "{c(a,b), c(b,a)}"), "100001 1 0");
+  EXPECT_EQ(states_of_h(pairs + ".", "{c(a,b), c(b,a)}"), "50001 50000 0");
+  EXPECT_EQ(states_of_h(negations + ".", "{c(a,b), c(b,a)}"), "1 100000 0");
+}
+
+// A thousand million combinations of values, none of which is the one.
+TEST(Failures, OfManyBindingsAreLookedForWithABound) {
+  std::string answer_set = "{c(0)";
+  for (int i = 1; i < 1000; ++i) answer_set += ", c(" + std::to_string(i) + ")";
+  EXPECT_EQ(states_of_h("h :- c(X), c(Y), c(Z), d(X,Y,Z), A = X * Y, B = A * Z, B > 996003000.",
+                        answer_set + "}"),
+            "5 2 0");
+}
+
 // Rules over the facts of random bodies, with recursion where terms cannot grow.
 std::string random_rules(unsigned seed) {
   RandomBodies random(seed);
