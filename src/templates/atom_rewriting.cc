@@ -1,6 +1,7 @@
 #include "templates/atom_rewriting.h"
 
 #include "model/names.h"
+#include "templates/generated_predicates.h"
 #include "templates/generated_program.h"
 #include "templates/group_terms.h"
 #include "templates/opposites.h"
@@ -51,6 +52,7 @@ void add_bridge(Expansion& expansion, const ATOMT& atom) {
   const BodyName name = body_name(atom);
   const ATOMT global = template_rules().bridged(atom);
   const ATOMT local = local_atom(expansion, global, name);
+  generated_predicates().add_stand_in(local.name());
   Body body;
   body.add(
       template_rules().global_source(expansion.definition(), global, name.text, negation_of(name)));
@@ -124,7 +126,10 @@ std::vector<TERMT> Expansion::formal_terms(std::size_t place, std::span<const TE
 
 int Expansion::label(std::string_view local) {
   const auto [entry, is_new] = labels_.try_emplace(std::string(local), 0);
-  if (is_new) entry->second = template_rules().free_label(entry->first);
+  if (is_new) {
+    entry->second = template_rules().free_label(entry->first);
+    generated_predicates().add_local(template_rules().local_name(local, entry->second), local);
+  }
   return entry->second;
 }
 

@@ -5,6 +5,7 @@
 #include "model/run.h"
 #include "templates/definitions.h"
 #include "templates/expansion.h"
+#include "templates/generated_predicates.h"
 #include "templates/invocations.h"
 #include "templates/marker_replacement.h"
 #include "templates/projections.h"
@@ -49,6 +50,7 @@ void Inflation(std::ostream& legend) {
     const std::string generated = template_rules().generated_name(representative.name, counter);
     done.add(signature, generated);
     const BindingList binding = getProjections(representative, definition.formals, counter, legend);
+    generated_predicates().begin_expansion(representative, generated);
     for (const INVOCATIONATOM* const invocation : invhashmap().under(signature)) {
       StandardizeAtomInvocation(*invocation, generated, legend);
     }

@@ -9,6 +9,7 @@
 #include "model/names.h"
 #include "model/run.h"
 #include "model/safety.h"
+#include "templates/generated_predicates.h"
 #include "templates/generated_program.h"
 #include "templates/projections.h"
 #include "templates/safety_literals.h"
@@ -196,6 +197,7 @@ class LinkedRules : public TemplateRules {
     if (group.size() == safety.terms().size()) return std::nullopt;
     const std::string stem = "group";
     const ATOMT atom(local_name(stem, free_label(stem)), group, Type::kUnknown);
+    generated_predicates().add_stand_in(atom.name());
     Body body;
     body.add({safety, false});
     add_generated_rule(atom, body);

@@ -5,6 +5,7 @@
 
 #include "model/names.h"
 #include "model/run.h"
+#include "templates/generated_predicates.h"
 #include "templates/generated_program.h"
 #include "templates/template_rules.h"
 
@@ -39,6 +40,7 @@ void make_opposite(const Projection& projection) {
   const std::string stem = "minus_" + getNameWithoutLabel(predicates.name(predicate));
   const ATOMT made(template_rules().local_name(stem, template_rules().free_label(stem)),
                    projection.atom.terms(), Type::kUnknown);
+  generated_predicates().add_stand_in(made.name());
   const ATOMT source = opposite(projection.source);
   Body body;
   body.add({source, false});

@@ -5,6 +5,7 @@
 #include "model/names.h"
 #include "model/printer.h"
 #include "model/run.h"
+#include "templates/generated_predicates.h"
 #include "templates/generated_program.h"
 #include "templates/group_terms.h"
 #include "templates/legend.h"
@@ -70,6 +71,7 @@ BindingList getProjections(const INVOCATIONATOM& invocation,
     const ProjectionTerms terms = projection_terms(actuals[i].terms());
     const ATOMT projection(name, terms.head, Type::kUnknown);
     binding.emplace_back(formals[i].name, projection);
+    generated_predicates().add_stand_in(name);
     write_line(legend, projection, invocation);
     const ATOMT source = template_rules().projection_source(invocation, i, base, terms.body);
     if (template_rules().are_formals_negated()) note_projection(projection, source);
