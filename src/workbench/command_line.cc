@@ -219,6 +219,25 @@ void add_picture_options(CLI::App& app, AnswerOptions& answers, RawOptions& raw)
       ->group(kGroup);
 }
 
+void add_clingo_options(CLI::App& app, SearchOptions& search) {
+  constexpr const char* kGroup = "Search";
+  app.add_option("-t,--time-limit", search.seconds, "End after S seconds, with what was found")
+      ->check(seconds())
+      ->type_name("S")
+      ->group(kGroup);
+  app.add_option("--threads", search.threads, "Search with K threads")
+      ->check(whole_number(1, kMostThreads))
+      ->type_name("K")
+      ->group(kGroup);
+  app.add_option("--seed", search.seed, "Search in another order")
+      ->check(whole_number(0, kGreatestSeed))
+      ->type_name("N")
+      ->group(kGroup);
+  app.add_option("--clingo", search.clingo, "The clingo that searches")
+      ->type_name("PATH")
+      ->group(kGroup);
+}
+
 void add_search_options(CLI::App& app, SearchOptions& search, RawOptions& raw) {
   constexpr const char* kGroup = "Search";
   add_bound_option(app, search);
@@ -235,21 +254,7 @@ void add_search_options(CLI::App& app, SearchOptions& search, RawOptions& raw) {
   app.add_flag("--brave", raw.is_brave, "A query holds if it does in some answer set")
       ->excludes(cautious)
       ->group("Answers");
-  app.add_option("-t,--time-limit", search.seconds, "End after S seconds, with what was found")
-      ->check(seconds())
-      ->type_name("S")
-      ->group(kGroup);
-  app.add_option("--threads", search.threads, "Search with K threads")
-      ->check(whole_number(1, kMostThreads))
-      ->type_name("K")
-      ->group(kGroup);
-  app.add_option("--seed", search.seed, "Search in another order")
-      ->check(whole_number(0, kGreatestSeed))
-      ->type_name("N")
-      ->group(kGroup);
-  app.add_option("--clingo", search.clingo, "The clingo that searches")
-      ->type_name("PATH")
-      ->group(kGroup);
+  add_clingo_options(app, search);
   app.add_option("--solver", search.solver,
                  "Another solver of the language of dl, in place of clingo")
       ->type_name("PATH")
@@ -287,6 +292,7 @@ std::string_view nearest_of(std::string_view word, const std::vector<std::string
 // Values of known options are gone from what remains.
 void refuse_unknown_options(const CLI::App& app) {
   for (const std::string& rest : app.remaining()) {
+    if (rest == "--") continue;
     const std::string name = rest.substr(0, rest.find('='));
     std::string text = "unknown option ";
     throw WrongUsage{with_hint(text += name, nearest_of(name, option_names(app)))};
@@ -388,6 +394,7 @@ std::vector<ItemPattern> patterns_of(const std::vector<std::string>& filters) {
 
 void finish(CommandLine& line, const CLI::App& app, const RawOptions& raw) {
   line.answers.destinations = destinations_of(app, raw);
+  if (!raw.forms.empty()) line.why.form = raw.forms.back();
   line.answers.has_one_set = line.search.answer_sets == 1;
   for (const std::string& value : raw.switches) read_switch(value, line.messages);
   line.messages.as_json = raw.message_form == "json";
@@ -467,6 +474,75 @@ void define_show(CLI::App& app, CommandLine& line, RawOptions& raw) {
   add_message_options(app, line, raw);
 }
 
+void add_why_options(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  constexpr const char* kGroup = "Explanations";
+  add_reading_options(app, line);
+  app.add_option("-n,--answer-set", line.why.number, "Look at the K-th answer set")
+      ->check(whole_number(1, kGreatestCount))
+      ->type_name("K")
+      ->group(kGroup);
+  app.add_option("--with", line.why.with, "Look at one that holds the atom; may be repeated")
+      ->type_name("ATOM")
+      ->allow_extra_args(false)
+      ->group(kGroup);
+  add_bound_option(app, line.search);
+  add_clingo_options(app, line.search);
+  add_message_options(app, line, raw);
+}
+
+void add_why_form(CLI::App& app, RawOptions& raw, const std::vector<std::string>& forms) {
+  app.add_option("--format", raw.forms, "Form of the explanation: " + listed(forms))
+      ->check(one_of(forms))
+      ->type_name("FORM")
+      ->allow_extra_args(false)
+      ->group("Explanations");
+}
+
+void define_why(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  line.command = Command::kWhy;
+  app.add_option("ATOM", line.why.atom,
+                 "What is explained: p(a), mary[age -> 30], p(X) for the first ten; ?(a) for a row "
+                 "of the query, ? for all")
+      ->required();
+  add_why_options(app, line, raw);
+  app.add_option("--filter", raw.filters, "Prove only what the patterns of zrl run show")
+      ->type_name("PATTERN,...")
+      ->allow_extra_args(false)
+      ->group("Explanations");
+  app.add_option("--depth", line.why.depth,
+                 "Prove K atoms one below the other; 0: all, which is usual for json, else 8")
+      ->check(whole_number(0, kGreatestInteger))
+      ->type_name("K")
+      ->group("Explanations");
+  add_why_form(app, raw, {"text", "json", "dot"});
+}
+
+void define_whynot(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  line.command = Command::kWhyNot;
+  app.add_option("ATOM", line.why.atom, "What does not hold: p(a), mary[age -> 30]")->required();
+  add_why_options(app, line, raw);
+  add_why_form(app, raw, {"text", "json"});
+}
+
+void define_conflict(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  line.command = Command::kConflict;
+  add_reading_options(app, line);
+  app.add_option("--with", line.why.with, "Why there is none that holds the atom; may be repeated")
+      ->type_name("ATOM")
+      ->allow_extra_args(false)
+      ->group("Explanations");
+  add_why_form(app, raw, {"text", "json"});
+  add_bound_option(app, line.search);
+  add_clingo_options(app, line.search);
+  add_message_options(app, line, raw);
+}
+
+void define_cost(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  line.command = Command::kCost;
+  add_why_options(app, line, raw);
+  add_why_form(app, raw, {"text", "json"});
+}
+
 void define_explain(CLI::App& app, CommandLine& line, RawOptions& /*raw*/) {
   line.command = Command::kExplain;
   app.add_option("CODE", line.codes, "Codes of messages; without one, all are listed");
@@ -485,6 +561,11 @@ constexpr std::array kCommands{
                "Prints the program as the solver reads it, and what each line comes from.",
                define_expand},
     CommandRow{"show", "Draws what a program consists of, without solving it.", define_show},
+    CommandRow{"why", "Explains why an answer set holds an atom, by facts and rules.", define_why},
+    CommandRow{"whynot", "Explains why an answer set does not hold an atom.", define_whynot},
+    CommandRow{"conflict", "Explains why a program has no answer set.", define_conflict},
+    CommandRow{"cost", "Explains what a best answer set pays, and what avoiding it would cost.",
+               define_cost},
     CommandRow{"explain", "Prints the page of a message: what it means and how it is mended.",
                define_explain},
 };
@@ -501,6 +582,10 @@ constexpr std::string_view kHelp =
   zrl check FILE...              say what is wrong, without solving
   zrl expand FILE...             print the program as the solver reads it
   zrl show WHAT FILE...          draw its classes, calls (of templates) or predicates
+  zrl why ATOM FILE...           explain why an answer set holds the atom
+  zrl whynot ATOM FILE...        explain why it does not
+  zrl conflict FILE...           explain why there is no answer set
+  zrl cost FILE...               explain what the best one pays
   zrl explain CODE               tell what a message means, with an example
   zrl help COMMAND               tell a command's options
   zrl --version
@@ -520,6 +605,14 @@ ParsedCommandLine ended(std::string_view text) {
   return {std::nullopt, std::cout ? ExitStatus::kFound : ExitStatus::kOutputFailed};
 }
 
+// An atom that begins with "-" is no option: a blank in front tells the library.
+void keep_atoms(std::vector<std::string>& words) {
+  for (std::string& word : words) {
+    const bool is_negated = word.size() > 1 && word[0] == '-' && word[1] >= 'a' && word[1] <= 'z';
+    if (is_negated && word.find_first_of("([") != std::string::npos) word.insert(0, " ");
+  }
+}
+
 ParsedCommandLine parse(const CommandRow& row, std::vector<std::string> words) {
   CLI::App app(std::string(row.what), "zrl " + std::string(row.name));
   app.formatter(std::make_shared<ShortFormatter>());
@@ -527,6 +620,7 @@ ParsedCommandLine parse(const CommandRow& row, std::vector<std::string> words) {
   CommandLine line;
   RawOptions raw;
   row.define(app, line, raw);
+  if (row.name.starts_with("why")) keep_atoms(words);
   std::ranges::reverse(words);    // as the library wants them
   try {
     app.parse(std::move(words));
@@ -548,8 +642,8 @@ void refuse_unknown_command(const std::string& word) {
   std::error_code ignored;
   if (word.find_first_of("./-") != std::string::npos || std::filesystem::exists(word, ignored))
     return;
-  constexpr std::array<std::string_view, kCommands.size() + 1> kNames{"run",  "check",   "expand",
-                                                                      "show", "explain", "help"};
+  constexpr std::array<std::string_view, kCommands.size() + 1> kNames{
+      "run", "check", "expand", "show", "why", "whynot", "conflict", "cost", "explain", "help"};
   const std::string_view meant = nearest(word, kNames);
   if (meant.empty()) return;
   std::string text = "there is no command or file ";

@@ -10,10 +10,11 @@
 #include "workbench/messages/exit_status.h"
 #include "workbench/messages/reporter.h"
 #include "workbench/search/solving.h"
+#include "workbench/why/why_options.h"
 
 namespace workbench {
 
-enum class Command { kRun, kCheck, kExpand, kShow, kExplain };
+enum class Command { kRun, kCheck, kExpand, kShow, kExplain, kWhy, kWhyNot, kConflict, kCost };
 
 struct CommandLine {
   Command command = Command::kRun;
@@ -27,6 +28,7 @@ struct CommandLine {
   MessageOptions messages;
   SearchOptions search;
   AnswerOptions answers;
+  WhyOptions why;
 };
 
 // What became of the arguments: a command line; or, when help or the version was printed, or what

@@ -5,10 +5,14 @@
 
 namespace workbench {
 
-ExitStatus run(const CommandLine& line);        // solves and prints
-ExitStatus check(const CommandLine& line);      // says what can be said without solving
-ExitStatus expand(const CommandLine& line);     // prints the rewritten program with its origins
-ExitStatus show(const CommandLine& line);       // draws what the program consists of
-ExitStatus explain(const CommandLine& line);    // prints pages of the catalogue
+ExitStatus run(const CommandLine& line);         // solves and prints
+ExitStatus check(const CommandLine& line);       // says what can be said without solving
+ExitStatus expand(const CommandLine& line);      // prints the rewritten program with its origins
+ExitStatus show(const CommandLine& line);        // draws what the program consists of
+ExitStatus why(const CommandLine& line);         // explains why an answer set holds an atom
+ExitStatus whynot(const CommandLine& line);      // and why not
+ExitStatus conflict(const CommandLine& line);    // and why there is no answer set
+ExitStatus cost(const CommandLine& line);        // and what one costs
+ExitStatus explain(const CommandLine& line);     // prints pages of the catalogue
 
 }    // namespace workbench

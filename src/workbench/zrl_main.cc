@@ -23,6 +23,14 @@ workbench::ExitStatus run(std::span<char* const> arguments) {
       return workbench::show(*parsed.line);
     case workbench::Command::kExplain:
       return workbench::explain(*parsed.line);
+    case workbench::Command::kWhy:
+      return workbench::why(*parsed.line);
+    case workbench::Command::kWhyNot:
+      return workbench::whynot(*parsed.line);
+    case workbench::Command::kConflict:
+      return workbench::conflict(*parsed.line);
+    case workbench::Command::kCost:
+      return workbench::cost(*parsed.line);
   }
   return workbench::ExitStatus::kUsage;
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "workbench/answers/answer_options.h"
 #include "workbench/messages/exit_status.h"
@@ -31,6 +32,10 @@ struct SearchOptions {
   std::string clingo = "clingo";
   std::string keep_folder;    // where the stages are kept as files; empty: nowhere
 };
+
+// Where to go on when there is none.
+inline constexpr std::string_view kConflictHint =
+    "zrl conflict tells what stands in the way of one";
 
 // From now on SIGINT, SIGTERM, SIGHUP and the end of the time limit end the run, with what was
 // found, and ExitStatus::kIncomplete. To be called once, before anything else takes time.
