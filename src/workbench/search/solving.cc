@@ -114,6 +114,11 @@ void tell(const Found& found, const SearchResult& result, Reporter& reporter) {
   reporter.note(text);
 }
 
+bool has_no_answer_set(const Found& found, const SearchResult& result) {
+  if (result.asked.has_query) return result.judgement.has_no_answer_set;
+  return result.judgement.end == SearchEnd::kAll && found.answer_sets == 0;
+}
+
 // Whoever closes a pipe knows.
 void tell(const AnswerOutputs::Failure& failure, Reporter& reporter) {
   if (failure.error == EPIPE && failure.file.empty()) return;
@@ -142,6 +147,8 @@ ExitStatus run_search(zarel::Program& program, const SearchOptions& options, Kep
     const bool tells_first = has_messages && !failure;
     const auto tell_all = [&] {
       tell(printer.found(), result, reporter);
+      if (has_no_answer_set(printer.found(), result) && options.solver.empty())
+        reporter.note(kConflictHint);
       for (const std::string& line : result.profile) reporter.note(line);
       if (options.tells_statistics) tell_statistics(result, clauses, reporter);
     };
