@@ -18,7 +18,8 @@ ProofBuilder::ProofBuilder(BodyEvaluator& evaluator, const GroundTerms& terms,
       atoms_(evaluator, index),
       nodes_(index.size(), kNoNode) {}
 
-Proof ProofBuilder::build(std::span<const AtomNumber> atoms) {
+Proof ProofBuilder::build(std::span<const AtomNumber> atoms, std::uint32_t depth) {
+  most_depth_ = depth;
   for (const AtomNumber atom : atoms) proof_.roots.push_back(node_of(atom, {0, kNever}));
   finish();
   return std::move(proof_);
@@ -68,7 +69,7 @@ NodeNumber ProofBuilder::node_of(AtomNumber atom, const Moment& moment) {
   proof_.nodes.emplace_back();
   proof_.nodes.back().atom = atom;
   if (is_given) proof_.nodes.back().kind = ProofKind::kFact;
-  if (is_proved) waiting_.push_back({known, found});
+  if (is_proved) waiting_.push_back({known, found, depth_});
   return known;
 }
 
@@ -78,22 +79,29 @@ NodeNumber& ProofBuilder::known_node(AtomNumber atom, const Found& found) {
   return nodes_in_cases_.emplace(key, kNoNode).first->second;
 }
 
-// Proofs can be as long as the program, so their nodes wait in a list.
+// Proofs can be as long as the program, so their nodes wait in a list: those nearest to a root first.
 void ProofBuilder::finish() {
   while (!waiting_.empty()) {
-    const Waiting next = waiting_.back();
-    waiting_.pop_back();
-    fill(next);
+    const Waiting next = waiting_.front();
+    waiting_.pop_front();
+    proof_.nodes[next.node].kind = kind_of(next.found.reason);
+    depth_ = next.depth + 1;
+    if (most_depth_ == 0 || next.depth < most_depth_) fill(next);
   }
+}
+
+ProofKind ProofBuilder::kind_of(Reason reason) const {
+  if (reason.kind() == Reason::kAssumed) return ProofKind::kAssumed;
+  if (reason.kind() == Reason::kLemma) return ProofKind::kCases;
+  const StoredStatement& rule = store_.statement(graph_.instances()[reason.number()].statement);
+  return rule.heads.size() > 1 ? ProofKind::kChoice : ProofKind::kRule;
 }
 
 void ProofBuilder::fill(const Waiting& waiting) {
   const auto& [reason, moment] = waiting.found;
-  if (reason.kind() == Reason::kAssumed) {
-    proof_.nodes[waiting.node].kind = ProofKind::kAssumed;
-  } else if (reason.kind() == Reason::kLemma) {
+  if (reason.kind() == Reason::kLemma) {
     fill_by_cases(waiting.node, cases_.lemma(reason.number()), moment);
-  } else {
+  } else if (reason.kind() == Reason::kInstance) {
     fill_by_instance(waiting.node, graph_.instances()[reason.number()], moment);
   }
 }
@@ -105,7 +113,6 @@ void ProofBuilder::fill_by_instance(NodeNumber node, const Instance& instance,
   Binding binding(values.begin(), values.end());
   std::vector<ProofItem> items = items_of(statement, binding, moment);
   ProofNode& made = proof_.nodes[node];
-  made.kind = statement.heads.size() > 1 ? ProofKind::kChoice : ProofKind::kRule;
   made.statement = instance.statement;
   made.head = instance.head;
   made.binding = std::move(binding);
@@ -125,7 +132,6 @@ void ProofBuilder::fill_by_cases(NodeNumber node, const Lemma& lemma, const Mome
     cases.push_back({assumed, node_of(atom, {context++, kNever})});
   }
   ProofNode& made = proof_.nodes[node];
-  made.kind = ProofKind::kCases;
   made.statement = split.statement;
   made.head = head_of(atom, statement, binding);
   made.binding = std::move(binding);

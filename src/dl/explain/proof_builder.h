@@ -2,6 +2,7 @@
 // proof_builder.h - writes down as a proof what the marks tell.
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <span>
 #include <unordered_map>
@@ -23,7 +24,7 @@ class ProofBuilder {
                const StatementStore& store, const SupportGraph& graph, const Marking& marking,
                const CaseSearch& cases);
 
-  Proof build(std::span<const AtomNumber> atoms);
+  Proof build(std::span<const AtomNumber> atoms, std::uint32_t depth);
   Proof build(StatementNumber statement, const Binding& binding);
 
  private:
@@ -45,6 +46,7 @@ class ProofBuilder {
   struct Waiting {
     NodeNumber node;
     Found found;
+    std::uint32_t depth;
   };
   // A tuple of an aggregate as soon as it can be proved.
   struct FirstProof {
@@ -59,6 +61,7 @@ class ProofBuilder {
   NodeNumber& known_node(AtomNumber atom, const Found& found);
   void finish();
   void fill(const Waiting& waiting);
+  ProofKind kind_of(Reason reason) const;
   void fill_by_instance(NodeNumber node, const Instance& instance, const Moment& moment);
   void fill_by_cases(NodeNumber node, const Lemma& lemma, const Moment& moment);
   std::uint32_t head_of(AtomNumber atom, const StoredStatement& statement, const Binding& binding);
@@ -83,7 +86,9 @@ class ProofBuilder {
   Proof proof_;
   std::vector<NodeNumber> nodes_;    // by atom: its node outside all cases
   std::unordered_map<std::uint64_t, NodeNumber> nodes_in_cases_;    // by context and atom
-  std::vector<Waiting> waiting_;
+  std::deque<Waiting> waiting_;
+  std::uint32_t depth_ = 0;    // of what the nodes made now are for
+  std::uint32_t most_depth_ = 0;
 };
 
 }    // namespace dl

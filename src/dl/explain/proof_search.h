@@ -74,8 +74,9 @@ class ProofSearch {
         evaluator_(terms, index, store),
         heads_(store) {}
 
-  // Proves the atoms of the answer set.
-  Proof prove(const std::vector<AtomNumber>& atoms);
+  // Proves the atoms of the answer set. Of nodes so many steps or more below all roots the kind and
+  // the atom alone are told; 0: of none.
+  Proof prove(const std::vector<AtomNumber>& atoms, std::uint32_t depth = 0);
   // Proves what an instance of a body rests on: the first node of the proof has its items.
   Proof prove_body(StatementNumber statement, const Binding& binding);
 

@@ -81,10 +81,10 @@ struct ProofCase {
   std::string_view name, program, atoms, proof;
   friend void PrintTo(const ProofCase& test, std::ostream* stream) { *stream << test.name; }
 };
-class Proofs : public testing::TestWithParam<ProofCase> {};
+class AtomProofs : public testing::TestWithParam<ProofCase> {};
 
 // All atoms asked for hold in the first answer set that has them.
-TEST_P(Proofs, AreLeastAndNoCircles) {
+TEST_P(AtomProofs, AreLeastAndNoCircles) {
   const dl::Source source{"p", GetParam().program};
   const dl::Options options;
   dl::ExplainedAnswer answer(dl::survey_texts({&source, 1}), options);
@@ -154,7 +154,7 @@ constexpr ProofCase kProofs[] = {
     {"not_an_average_of_what_follows_from_it",
      "p(1). p(5). p(3) :- q. q :- #avg{X : p(X)} > 2. r :- q.", "{r, q}", "r! q!"},
 };
-INSTANTIATE_TEST_SUITE_P(Cases, Proofs, testing::ValuesIn(kProofs),
+INSTANTIATE_TEST_SUITE_P(Cases, AtomProofs, testing::ValuesIn(kProofs),
                          [](const auto& test) { return std::string(test.param.name); });
 
 }    // namespace
