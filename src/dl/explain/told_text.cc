@@ -142,8 +142,9 @@ class ProofText {
       list += " more";
     }
     if (item.unneeded != 0) {
-      append_number(begin_piece() += "and ", item.unneeded);
-      list += " more that it does not need";
+      const bool are_all = list.empty();
+      append_number(begin_piece() += are_all ? "" : "and ", item.unneeded);
+      list += are_all ? " that it does not need" : " more that it does not need";
     }
     out_ += "    [";
     if (!item.value.empty()) ((out_ += "value ") += item.value) += ": ";
