@@ -30,11 +30,11 @@ struct Options {
   std::uint32_t depth = 8;    // of proofs; 0: no limit
   bool leave_out_facts = false;
   bool translate_only = false;
-  bool tell_all = false;            // mistakes of statements, not the first alone; for hosts
+  bool tell_all = false;    // mistakes of statements, not the first alone; for hosts
   // How best answer sets are looked for; for hosts.
-  bool one_best = false;         // any one of them, not one after the other
-  bool by_cores = false;         // from below: where little is to be paid
-  bool differ_in_shown = false;  // answer sets that show the same count as one
+  bool one_best = false;            // any one of them, not one after the other
+  bool by_cores = false;            // from below: where little is to be paid
+  bool differ_in_shown = false;     // answer sets that show the same count as one
   bool leaves_out_query = false;    // it is checked, but nothing asks for it; for hosts
   bool shows_costs = false;         // which rules have most instances
   bool counts_instances = false;    // see Note [counted instances]; for such a count alone
