@@ -1,13 +1,18 @@
 // conflicts_test.cc - what stands in the way of an answer set: exact small cases, and what holds of
 // the conflicts of any program.
-#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <iostream>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "dl/explain/explained_answer.h"
 #include "dl/explain/relaxation.h"
+#include "dl/interruption.h"
+#include "support/run_program.h"
 
 namespace dl_test {
 namespace {
@@ -19,7 +24,8 @@ std::string shown_number(std::size_t number) {
 // Takes what is told as text. Of what to give up it is the number: there are several ways.
 class Told : public dl::ConflictReceiver {
  public:
-  explicit Told(std::string_view program) {
+  explicit Told(std::string_view program, const std::string& clingo = "clingo") {
+    options_.clingo = clingo;
     const dl::Source source{"p", program};
     answer_ = std::make_unique<dl::ExplainedAnswer>(dl::survey_texts({&source, 1}), options_);
     answer_->look_at_program();
@@ -160,6 +166,43 @@ c(X,r) v c(X,g) v c(X,b) :- n(X).
 };
 INSTANTIATE_TEST_SUITE_P(Cases, Conflicts, testing::ValuesIn(kCases),
                          [](const auto& test) { return std::string(test.param.name); });
+
+// In a process of its own: an interruption lasts. The solver finds what it is told to, if anything,
+// and is cut when it is called once more.
+void explain_until_cut(std::string_view first, std::string_view last_words) {
+  std::string text;
+  {
+    const zarel::WorkFolder folder;
+    folder.write_script(
+        "solver", "cat > /dev/null\n[ -e was_called ] || { touch was_called; printf '" +
+                      std::string(first) +
+                      "'; exit 30; }\n"
+                      "trap 'printf \"" +
+                      std::string(last_words) + "\"; exit 1' TERM\nwhile :; do sleep 0.01; done\n");
+    if (first.empty()) folder.write("was_called", "");
+    std::filesystem::current_path(folder.path());
+    dl::InterruptionPlan plan;
+    plan.seconds = 0.5;
+    dl::watch_interruptions(plan);
+    dl::hold_interruptions();
+    Told told("a v b.\n:- a.\n:- b.\n:- c(X), a.", folder.path() / "solver");
+    told.explain();
+    text = told.text;
+  }
+  std::cerr << text << '\n';
+  std::exit(0);
+}
+
+TEST(CutConflicts, AreNeverCalledProven) {
+  constexpr std::string_view kBest = "paid0(0,t)\\nOptimization: 1\\n";
+  const auto proven = std::string(kBest) + "OPTIMUM FOUND\\n";
+  const auto ends = [](const char* text) { return testing::ContainsRegex(text); };
+  EXPECT_EXIT(explain_until_cut(proven, "UNKNOWN\\n"), testing::ExitedWithCode(0),
+              ends("^constraints; give up lines 1; give up 1\n$"));
+  EXPECT_EXIT(explain_until_cut(proven, std::string(kBest) + "SATISFIABLE\\n"),
+              testing::ExitedWithCode(0), ends("^constraints; give up lines 1; give up 1\n$"));
+  EXPECT_EXIT(explain_until_cut("", "UNKNOWN\\n"), testing::ExitedWithCode(0), ends("^unknown\n$"));
+}
 
 }    // namespace
 }    // namespace dl_test

@@ -127,7 +127,7 @@ class RandomCosts {
     for (int i = 0; i < most; ++i) {
       conditions_.push_back(condition());
       const std::string weight = pick(3) == 0 ? "X" : std::to_string(1 + pick(3));
-      const std::string level = pick(4) == 0 ? "X" : std::to_string(pick(3));
+      const std::string level = std::to_string(pick(3));
       text_ += ":~ " + conditions_.back() + ". [" + weight + ":" + level + "]\n";
     }
   }
