@@ -63,8 +63,8 @@ struct ProofCase {
   friend void PrintTo(const ProofCase& test, std::ostream* out) { *out << test.name; }
 };
 
-class Proofs : public testing::TestWithParam<ProofCase> {};
-TEST_P(Proofs, AreWritten) {
+class ToldProofs : public testing::TestWithParam<ProofCase> {};
+TEST_P(ToldProofs, AreWritten) {
   EXPECT_EQ(proof_text(GetParam().proof, GetParam().depth), GetParam().text);
 }
 
@@ -186,10 +186,10 @@ const ProofCase kProofs[] = {
      "    p(1)    [fact]\n    p(1)    [fact]\n"
      "  #count{X : q(X)}=0    [value 0: no elements]\n"},
 };
-INSTANTIATE_TEST_SUITE_P(Told, Proofs, testing::ValuesIn(kProofs), zarel::case_name);
+INSTANTIATE_TEST_SUITE_P(Told, ToldProofs, testing::ValuesIn(kProofs), zarel::case_name);
 
 // Neither the stack nor the width of the text grows with the depth of the proof.
-TEST(Proofs, OfAMillionStepsAreWrittenInParagraphs) {
+TEST(ToldTexts, OfProofsWithAMillionStepsAreWrittenInParagraphs) {
   constexpr std::uint32_t kSteps = 1'000'000;
   ToldProof proof;
   proof.statements = {line(1, "p(Y) :- p(X), next(X,Y).")};
@@ -211,8 +211,8 @@ struct PartCase {
   std::string_view text;
   friend void PrintTo(const PartCase& test, std::ostream* out) { *out << test.name; }
 };
-class Parts : public testing::TestWithParam<PartCase> {};
-TEST_P(Parts, AreWritten) {
+class ToldParts : public testing::TestWithParam<PartCase> {};
+TEST_P(ToldParts, AreWritten) {
   EXPECT_EQ(written(GetParam().write), GetParam().text);
 }
 
@@ -341,7 +341,7 @@ const PartCase kParts[] = {
      "  the time was over before it was known what avoids it\n"
      "The best answer set found pays nothing, not proven to be the best.\n"},
 };
-INSTANTIATE_TEST_SUITE_P(Told, Parts, testing::ValuesIn(kParts), zarel::case_name);
+INSTANTIATE_TEST_SUITE_P(Told, ToldParts, testing::ValuesIn(kParts), zarel::case_name);
 
 }    // namespace
 }    // namespace dl
