@@ -68,7 +68,8 @@ void BackwardSearch::expand(AtomNumber atom, const HeadUse& use) {
   start_.assign(statement.variables.size(), kNoTerm);
   const AtomPattern& head = statement.heads[use.head];
   if (!evaluator_.match(statement, head, index_.arguments(atom), start_)) return;
-  evaluator_.each(statement, start_, {}, [&](const Binding& binding) {
+  evaluator_.each(statement, start_, left_out(use.statement), [&](const Binding& binding) {
+    if (!aggregates_hold(use.statement, binding)) return true;
     if (statement.heads.size() > 1 && !is_alone(atom, use, binding)) return true;
     return add_instance(atom, use, binding);
   });
@@ -135,6 +136,7 @@ bool BackwardSearch::collect_body(const StoredStatement& statement, const Bindin
     if (literal.negated) continue;
     if (literal.kind == kAggregate) {
       basis.points.push_back(quota_of(statement, literal, binding));
+      if (basis.points.back() == kNothing) return false;
     } else if (literal.kind == kAtom && !collect_atom(statement, literal, binding, basis)) {
       return false;
     }
@@ -163,7 +165,7 @@ bool BackwardSearch::collect_any(const StoredStatement& statement, const StoredL
     ++basis.facts;
     return true;
   }
-  const auto [place, is_new] = quotas_.emplace(key_of(literal, binding), kNothing);
+  const auto [place, is_new] = quotas_.emplace(key_of(statement, literal, binding), kNothing);
   if (is_new) {
     const std::uint32_t quota = graph_.add(Quota{{1, 1}});
     const std::uint32_t tuple = graph_.add(QuotaTuple{quota, {1, 1}});
@@ -176,24 +178,73 @@ bool BackwardSearch::collect_any(const StoredStatement& statement, const StoredL
   return true;
 }
 
-BackwardSearch::QuotaKey BackwardSearch::key_of(const StoredLiteral& literal,
+BackwardSearch::QuotaKey BackwardSearch::key_of(const StoredStatement& statement,
+                                                const StoredLiteral& literal,
                                                 const Binding& binding) {
   QuotaKey key{&literal, {}};
   for (const VariableId variable : literal.variables) key.values.push_back(binding[variable]);
+  if (literal.kind != kAggregate) return key;
+  const StoredAggregate& aggregate = statement.aggregates[literal.aggregate];
+  const GuardValues guards = guard_values(evaluator_, statement, aggregate, binding);
+  key.values.push_back(guards.left);
+  key.values.push_back(guards.right);
   return key;
+}
+
+const std::vector<char>& BackwardSearch::left_out(StatementNumber number) {
+  const auto [place, is_new] = left_out_.try_emplace(number);
+  if (!is_new) return place->second;
+  const StoredStatement& statement = store_.statement(number);
+  const auto ranges = [](const StoredLiteral& literal) {
+    return literal.kind == kInt || literal.kind == kSuccessor || literal.kind == kSum ||
+           literal.kind == kProduct;
+  };
+  if (std::ranges::any_of(statement.body, ranges)) return place->second;
+  std::vector<char> chosen(statement.body.size());
+  for (std::size_t i = 0; i < chosen.size(); ++i) {
+    const StoredLiteral& literal = statement.body[i];
+    if (literal.kind != kAggregate) continue;
+    const StoredGuard& guard = statement.aggregates[literal.aggregate].left;
+    const bool may_assign = guard.given && guard.op == kEqual &&
+                            statement.terms[guard.term].kind == TermPattern::Kind::kVariable;
+    chosen[i] = may_assign ? 0 : 1;
+  }
+  if (std::ranges::find(chosen, 1) != chosen.end()) place->second = std::move(chosen);
+  return place->second;
+}
+
+// Whether the aggregates hold that were left out.
+bool BackwardSearch::aggregates_hold(StatementNumber number, const Binding& binding) {
+  const StoredStatement& statement = store_.statement(number);
+  const std::vector<char>& chosen = left_out(number);
+  for (std::size_t i = 0; i < chosen.size(); ++i) {
+    if (chosen[i] == 0) continue;
+    const StoredLiteral& literal = statement.body[i];
+    if (!literal.negated) {
+      if (quota_of(statement, literal, binding) == kNothing) return false;
+      continue;
+    }
+    QuotaKey key = key_of(statement, literal, binding);
+    const auto [place, is_new] = negated_.try_emplace(std::move(key), false);
+    if (is_new) place->second = evaluator_.holds(statement, literal, binding).value_or(false);
+    if (!place->second) return false;
+  }
+  return true;
 }
 
 // The quota of an aggregate.
 Point BackwardSearch::quota_of(const StoredStatement& statement, const StoredLiteral& literal,
                                const Binding& binding) {
   const StoredAggregate& aggregate = statement.aggregates[literal.aggregate];
-  QuotaKey key = key_of(literal, binding);
-  const GuardValues guards = guard_values(evaluator_, statement, aggregate, binding);
-  key.values.push_back(guards.left);
-  key.values.push_back(guards.right);
+  QuotaKey key = key_of(statement, literal, binding);
   const auto known = quotas_.find(key);
   if (known != quotas_.end()) return known->second;
+  const GuardValues guards = guard_values(evaluator_, statement, aggregate, binding);
   const AggregateElements elements = evaluator_.elements(statement, aggregate, binding);
+  if (!evaluator_.guards_hold(statement, aggregate, elements, binding)) {
+    quotas_.emplace(std::move(key), kNothing);
+    return kNothing;
+  }
   const Need told = need_of(NeedKind::kTold, aggregate, guards, elements, terms_);
   const Need least = need_of(NeedKind::kLeast, aggregate, guards, elements, terms_);
   if (!has_one_need(aggregate)) has_two_needs_ = true;

@@ -1,5 +1,11 @@
 #pragma once
 // backward_search.h - goes back from the atoms asked for to what could support them, layer by layer.
+//
+// Note [aggregates once]
+// Thousands of instances can ask for the same aggregate over thousands of elements. So aggregates
+// are left out where a body is joined, and looked at here behind it, once for the same values. Those
+// that give a variable its value stay in the join, as do all where integers up to the bound are
+// gone through, which a join does not do with literals left out.
 
 #include <cstdint>
 #include <span>
@@ -67,7 +73,11 @@ class BackwardSearch {
                     const Binding& binding, Basis& basis);
   bool collect_any(const StoredStatement& statement, const StoredLiteral& literal,
                    const Binding& binding, Basis& basis);
-  static QuotaKey key_of(const StoredLiteral& literal, const Binding& binding);
+  const std::vector<char>& left_out(StatementNumber statement);
+  bool aggregates_hold(StatementNumber statement, const Binding& binding);
+  QuotaKey key_of(const StoredStatement& statement, const StoredLiteral& literal,
+                  const Binding& binding);
+  // kNothing where the aggregate does not hold.
   Point quota_of(const StoredStatement& statement, const StoredLiteral& literal,
                  const Binding& binding);
   void add_option(std::uint32_t tuple, const StoredStatement& statement,
@@ -86,7 +96,10 @@ class BackwardSearch {
   bool takes_splits_ = false;
   bool has_two_needs_ = false;
   std::unordered_map<QuotaKey, Point, KeyHash> quotas_;
-  Basis basis_;    // of the instance that is looked at
+  // By statement: see Note [aggregates once].
+  std::unordered_map<StatementNumber, std::vector<char>> left_out_;
+  std::unordered_map<QuotaKey, bool, KeyHash> negated_;    // whether they hold
+  Basis basis_;                                            // of the instance that is looked at
   Binding start_;
 };
 
