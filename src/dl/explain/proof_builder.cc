@@ -177,29 +177,18 @@ AtomNumber ProofBuilder::first_atom(const StoredStatement& statement, const Atom
 void ProofBuilder::add_elements(ProofItem& item, const StoredStatement& statement,
                                 const Binding& binding, const Moment& moment) {
   const StoredLiteral& literal = statement.body[item.literal];
-  const StoredAggregate& aggregate = statement.aggregates[literal.aggregate];
-  AggregateElements elements = evaluator_.elements(statement, aggregate, binding);
-  item.value = elements.value;
-  item.unneeded = static_cast<std::uint32_t>(elements.tuples.size());
+  const Looked& looked = look(statement, literal, binding, moment.context);
+  item.value = looked.elements.value;
+  item.unneeded = static_cast<std::uint32_t>(looked.elements.tuples.size());
   if (literal.negated) return;
-  std::vector<FirstProof> proofs;
-  proofs.reserve(elements.tuples.size());
-  for (const AggregateElements::Tuple& tuple : elements.tuples) {
-    proofs.push_back(first_proof(statement, aggregate, tuple, moment));
-  }
-  const GuardValues guards = guard_values(evaluator_, statement, aggregate, binding);
-  Need need = need_of(NeedKind::kTold, aggregate, guards, elements, terms_);
-  std::optional<std::vector<std::uint32_t>> chosen = choice(need, proofs);
-  if (!chosen) {
-    need = need_of(NeedKind::kLeast, aggregate, guards, elements, terms_);
-    chosen = choice(need, proofs);
-  }
+  auto chosen = choice(looked, NeedKind::kTold, moment.order);
+  if (!chosen) chosen = choice(looked, NeedKind::kLeast, moment.order);
   // Without a proof of the aggregate what is missing is to be seen.
-  if (!chosen) chosen = heaviest_first(need);
+  if (!chosen) chosen = looked.tuples[static_cast<std::size_t>(NeedKind::kLeast)];
   std::ranges::sort(*chosen);
   for (const std::uint32_t i : *chosen) {
-    ProofItem::Element element{std::move(elements.tuples[i].terms), {}};
-    for (const AtomNumber atom : proofs[i].atoms) {
+    ProofItem::Element element{looked.elements.tuples[i].terms, {}};
+    for (const AtomNumber atom : looked.proofs[i].atoms) {
       element.nodes.push_back(node_of(atom, moment));
     }
     item.elements.push_back(std::move(element));
@@ -207,33 +196,60 @@ void ProofBuilder::add_elements(ProofItem& item, const StoredStatement& statemen
   item.unneeded -= static_cast<std::uint32_t>(item.elements.size());
 }
 
+const ProofBuilder::Looked& ProofBuilder::look(const StoredStatement& statement,
+                                               const StoredLiteral& literal, const Binding& binding,
+                                               ContextNumber context) {
+  const StoredAggregate& aggregate = statement.aggregates[literal.aggregate];
+  const GuardValues guards = guard_values(evaluator_, statement, aggregate, binding);
+  std::vector<GroundTerm> values{guards.left, guards.right};
+  for (const VariableId variable : literal.variables) values.push_back(binding[variable]);
+  Looked& looked = looked_[&literal];
+  if (looked.context == context && looked.values == values) return looked;
+  looked = {};
+  looked.values = std::move(values);
+  looked.context = context;
+  looked.elements = evaluator_.elements(statement, aggregate, binding);
+  if (literal.negated) return looked;
+  for (const AggregateElements::Tuple& tuple : looked.elements.tuples) {
+    looked.proofs.push_back(first_proof(statement, aggregate, tuple, context));
+  }
+  for (const NeedKind kind : {NeedKind::kTold, NeedKind::kLeast}) {
+    const auto i = static_cast<std::size_t>(kind);
+    looked.needs[i] = need_of(kind, aggregate, guards, looked.elements, terms_);
+    looked.tuples[i] = heaviest_first(looked.needs[i]);
+    std::ranges::stable_sort(looked.tuples[i], {},
+                             [&](std::uint32_t tuple) { return looked.proofs[tuple].order; });
+  }
+  return looked;
+}
+
 ProofBuilder::FirstProof ProofBuilder::first_proof(const StoredStatement& statement,
                                                    const StoredAggregate& aggregate,
                                                    const AggregateElements::Tuple& tuple,
-                                                   const Moment& moment) {
+                                                   ContextNumber context) {
+  const Moment at_last{context, kNever};
   FirstProof first;
   for (const Binding& binding : tuple.bindings) {
     FirstProof proof{kAtOnce, {}};
     for (const StoredLiteral& literal : aggregate.body) {
       if (literal.negated || literal.kind != kAtom) continue;
-      proof.atoms.push_back(first_atom(statement, literal.atom, binding, moment));
-      proof.order = std::max(proof.order, order_of(proof.atoms.back(), moment));
+      proof.atoms.push_back(first_atom(statement, literal.atom, binding, at_last));
+      proof.order = std::max(proof.order, order_of(proof.atoms.back(), at_last));
     }
     if (&binding == &tuple.bindings.front() || proof.order < first.order) first = std::move(proof);
   }
   return first;
 }
 
-// The tuples that were there first, as many as are needed; nothing where those that are there are
-// not enough. Behind them none is left without which the others were enough.
-std::optional<std::vector<std::uint32_t>> ProofBuilder::choice(
-    const Need& need, const std::vector<FirstProof>& proofs) {
-  std::vector<std::uint32_t> tuples = heaviest_first(need);
-  std::ranges::stable_sort(tuples, {}, [&](std::uint32_t i) { return proofs[i].order; });
+// The tuples that were there first, as many as are needed; nothing where those that were there
+// before are not enough. Of them none is left without which the others were enough.
+std::optional<std::vector<std::uint32_t>> ProofBuilder::choice(const Looked& looked, NeedKind kind,
+                                                               std::uint32_t before) {
+  const Need& need = looked.needs[static_cast<std::size_t>(kind)];
   std::vector<std::uint32_t> chosen;
   std::uint64_t weight = 0;
-  for (const std::uint32_t i : tuples) {
-    if (weight >= need.weight || proofs[i].order == kNever) break;
+  for (const std::uint32_t i : looked.tuples[static_cast<std::size_t>(kind)]) {
+    if (weight >= need.weight || looked.proofs[i].order >= before) break;
     if (need.weights[i] == 0) continue;
     chosen.push_back(i);
     weight += need.weights[i];

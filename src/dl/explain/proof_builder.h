@@ -54,6 +54,18 @@ class ProofBuilder {
     std::vector<AtomNumber> atoms;    // that it rests on
   };
 
+  // An aggregate with its elements, and the tuples in the order in which they are there. Instances
+  // one after the other often have the same one.
+  struct Looked {
+    std::vector<GroundTerm> values;    // of its variables and guards
+    ContextNumber context = kNoContext;
+    AggregateElements elements;
+    std::vector<FirstProof> proofs;    // by tuple
+    Need needs[2];                     // by NeedKind
+    std::vector<std::uint32_t> tuples[2];
+  };
+  static constexpr ContextNumber kNoContext = 0xffffffffu;
+
   bool is_fact(AtomNumber atom) const { return store_.fact(atom).file != zarel::kNoFile; }
   Found find(AtomNumber atom, const Moment& moment) const;
   std::uint32_t order_of(AtomNumber atom, const Moment& moment) const;
@@ -71,10 +83,12 @@ class ProofBuilder {
                         const Binding& binding, const Moment& moment);
   void add_elements(ProofItem& item, const StoredStatement& statement, const Binding& binding,
                     const Moment& moment);
+  const Looked& look(const StoredStatement& statement, const StoredLiteral& literal,
+                     const Binding& binding, ContextNumber context);
   FirstProof first_proof(const StoredStatement& statement, const StoredAggregate& aggregate,
-                         const AggregateElements::Tuple& tuple, const Moment& moment);
-  static std::optional<std::vector<std::uint32_t>> choice(const Need& need,
-                                                          const std::vector<FirstProof>& proofs);
+                         const AggregateElements::Tuple& tuple, ContextNumber context);
+  static std::optional<std::vector<std::uint32_t>> choice(const Looked& looked, NeedKind kind,
+                                                          std::uint32_t before);
 
   BodyEvaluator& evaluator_;
   const GroundTerms& terms_;
@@ -83,6 +97,7 @@ class ProofBuilder {
   const Marking& marking_;
   const CaseSearch& cases_;
   AtomFinder atoms_;
+  std::unordered_map<const StoredLiteral*, Looked> looked_;    // the last one of each literal
   Proof proof_;
   std::vector<NodeNumber> nodes_;    // by atom: its node outside all cases
   std::unordered_map<std::uint64_t, NodeNumber> nodes_in_cases_;    // by context and atom
