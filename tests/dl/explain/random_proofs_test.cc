@@ -5,6 +5,7 @@
 #include <iostream>
 #include <map>
 #include <random>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -146,6 +147,21 @@ bool has_other_top(const dl::Proof& whole, const dl::Proof& cut) {
   return false;
 }
 
+// Of the first instance of each body.
+std::string fault_in_bodies(dl::ExplainedAnswer& answer, dl::ProofSearch& search,
+                            std::map<ProofKind, std::size_t>& kinds) {
+  dl::BodyEvaluator evaluator(answer.terms(), answer.index(), answer.store());
+  const std::span<const dl::StoredStatement> statements = answer.store().statements();
+  std::string fault;
+  for (dl::StatementNumber number = 0; number < statements.size() && fault.empty(); ++number) {
+    evaluator.each(statements[number], {}, {}, [&](const dl::Binding& binding) {
+      fault = dl_test::fault_of(search.prove_body(number, binding), {dl::kNoAtom}, answer, kinds);
+      return false;
+    });
+  }
+  return fault;
+}
+
 std::string fault_in(const std::string& program, std::uint64_t number, bool& is_found,
                      std::map<ProofKind, std::size_t>& kinds) {
   const dl::Source source{"p", program};
@@ -161,6 +177,8 @@ std::string fault_in(const std::string& program, std::uint64_t number, bool& is_
     const std::string fault = dl_test::fault_of(search.prove(one), one, answer, kinds);
     if (!fault.empty()) return fault + "\nin " + answer.found().text;
   }
+  const std::string fault = fault_in_bodies(answer, search, kinds);
+  if (!fault.empty()) return fault + "\nin a body of " + answer.found().text;
   const dl::Proof whole = search.prove(all);
   if (has_other_top(whole, search.prove(all, 2))) return "another proof when it is cut";
   return dl_test::fault_of(whole, all, answer, kinds);
