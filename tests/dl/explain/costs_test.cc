@@ -186,7 +186,7 @@ TEST(RandomCosts, AddUpAndAreAvoidedAtTheLeastCost) {
     }
     EXPECT_EQ(shown(sums), shown(paid.costs()));
   });
-  EXPECT_GT(avoided, 20u);
+  EXPECT_GE(avoided, 15u);
 }
 
 }    // namespace
