@@ -158,7 +158,7 @@ struct Statement {
   zarel::SourceRange range{};      // of all but facts of one head: nobody asks for it
   const char* source = nullptr;    // the text of the file
   std::string_view written;        // the statement in it, again but of facts
-  std::string_view condition;    // of a weak constraint: its body, as written
+  std::string_view condition;      // of a weak constraint: its body, as written
   bool atoms_only = true;          // the body holds no builtin and no aggregate
   bool is_open = false;            // has an open atom: see Note [instances]
 

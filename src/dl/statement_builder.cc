@@ -158,7 +158,7 @@ void StatementBuilder::finish(const MaybeMistake& mistake) {
 void StatementBuilder::begin_weak(const Token& first) {
   note_line(first);
   weak_ = true;
-  statement_.condition = {first.text + first.length, 0};
+  statement_.condition = first.view().substr(first.length);
 }
 
 // Only a disjunction may be asked for its range: a million facts do without.
@@ -611,7 +611,8 @@ std::uint32_t StatementBuilder::flat_compound(const Token& token) {
 
 void StatementBuilder::flat_argument(std::string_view word, std::uint32_t line) {
   separate();
-  if (lists_all_ || (lists_arguments_ && frames_.size() == 1)) return list_flat_argument(word, line);
+  if (lists_all_ || (lists_arguments_ && frames_.size() == 1))
+    return list_flat_argument(word, line);
   if (is_lower(word.front())) {
     note_simple_argument();
     append_clingo_name(statement_.text, word);

@@ -46,15 +46,15 @@ bool passes(const Limit& limit, GroundTerm value, const GroundTerms& terms) {
   const std::strong_ordering order = terms.compare(value, limit.value);
   switch (limit.op) {
     case kLess:
-      return order < 0;
+      return std::is_lt(order);
     case kLessEqual:
-      return order <= 0;
+      return std::is_lteq(order);
     case kGreater:
-      return order > 0;
+      return std::is_gt(order);
     case kGreaterEqual:
-      return order >= 0;
+      return std::is_gteq(order);
     default:
-      return order == 0;
+      return std::is_eq(order);
   }
 }
 

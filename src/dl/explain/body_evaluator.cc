@@ -26,6 +26,11 @@ bool is_true(Builtin op, std::strong_ordering order) {
   }
 }
 
+std::strong_ordering reversed(std::strong_ordering order) {
+  if (std::is_eq(order)) return order;
+  return std::is_lt(order) ? std::strong_ordering::greater : std::strong_ordering::less;
+}
+
 // The sum and number of the integers that tuples begin with.
 struct Total {
   std::uint64_t sum = 0;
@@ -255,7 +260,7 @@ bool BodyEvaluator::guards_hold(const StoredStatement& statement, const StoredAg
   const Total total = total_of(elements);
   const bool is_average = aggregate.function == kAverage;
   if (is_average ? total.count == 0 : elements.value == kNoTerm) return false;
-  // The order of the guard's term and the value.
+  // The order of the guard's term and the value, or the other way round.
   const auto order = [&](const StoredGuard& guard) {
     const GroundTerm term = value(statement, guard.term, binding);
     return is_average ? compare_with_average(term, total) : terms_.compare(term, elements.value);
@@ -264,7 +269,7 @@ bool BodyEvaluator::guards_hold(const StoredStatement& statement, const StoredAg
     if (guard->given && value(statement, guard->term, binding) == kNoTerm) return false;
   }
   if (aggregate.left.given && !is_true(aggregate.left.op, order(aggregate.left))) return false;
-  return !aggregate.right.given || is_true(aggregate.right.op, 0 <=> order(aggregate.right));
+  return !aggregate.right.given || is_true(aggregate.right.op, reversed(order(aggregate.right)));
 }
 
 bool BodyEvaluator::each(const StoredStatement& statement, const Binding& start,

@@ -71,7 +71,7 @@ void BodyParts::add_variables(const StoredLiteral& item, const Binding& start) {
   }
   const auto is_open = [&start](VariableId variable) { return start[variable] == kNoTerm; };
   std::ranges::copy_if(all, std::back_inserter(variables_), is_open);
-  is_anchored_.push_back(!std::ranges::all_of(all, is_open));
+  is_anchored_.push_back(std::ranges::all_of(all, is_open) ? 0 : 1);
 }
 
 std::span<const VariableId> BodyParts::open_variables(LiteralNumber literal) const {

@@ -1,6 +1,7 @@
 #include "dl/explain/case_search.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace dl {
 namespace {
@@ -91,7 +92,9 @@ std::vector<AtomNumber> CaseSearch::common_atoms(ContextNumber first, ContextNum
     std::uint32_t last;     // of the places at which the contexts have it
     std::uint32_t first;    // at which the first one has it
     Point point;
-    auto operator<=>(const Common&) const = default;
+    bool operator<(const Common& other) const {
+      return std::tie(last, first, point) < std::tie(other.last, other.first, other.point);
+    }
   };
   std::vector<Common> common;
   for (ContextNumber i = first; i < end; ++i) {
@@ -112,7 +115,7 @@ std::vector<AtomNumber> CaseSearch::common_atoms(ContextNumber first, ContextNum
     }
     common = std::move(left);
   }
-  std::ranges::sort(common);
+  std::sort(common.begin(), common.end());
   std::vector<AtomNumber> atoms;
   for (const Common& each : common) {
     if (!graph_.is_quota(each.point)) atoms.push_back(each.point);

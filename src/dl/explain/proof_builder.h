@@ -1,6 +1,7 @@
 #pragma once
 // proof_builder.h - writes down as a proof what the marks tell.
 
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <optional>
@@ -61,8 +62,8 @@ class ProofBuilder {
     ContextNumber context = kNoContext;
     AggregateElements elements;
     std::vector<FirstProof> proofs;    // by tuple
-    Need needs[2];                     // by NeedKind
-    std::vector<std::uint32_t> tuples[2];
+    std::array<Need, 2> needs;         // by NeedKind
+    std::array<std::vector<std::uint32_t>, 2> tuples;
   };
   static constexpr ContextNumber kNoContext = 0xffffffffu;
 

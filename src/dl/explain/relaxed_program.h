@@ -14,6 +14,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "dl/explain/relaxation.h"
@@ -32,7 +33,10 @@ enum class Hold : std::uint8_t {
 struct GivenUp {
   std::uint32_t line = 0;
   GroundTerm values = kNoTerm;
-  friend auto operator<=>(const GivenUp&, const GivenUp&) = default;
+  friend bool operator==(const GivenUp&, const GivenUp&) = default;
+  friend bool operator<(const GivenUp& left, const GivenUp& right) {
+    return std::tie(left.line, left.values) < std::tie(right.line, right.values);
+  }
 };
 
 class RelaxedProgram {

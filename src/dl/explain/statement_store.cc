@@ -163,8 +163,7 @@ std::vector<VariableId> StatementCopy::variables_of(const Literal& literal) cons
     variables.push_back(variable);
   }
   std::ranges::sort(variables);
-  const auto repeated = std::ranges::unique(variables);
-  variables.erase(repeated.begin(), repeated.end());
+  variables.erase(std::unique(variables.begin(), variables.end()), variables.end());
   return variables;
 }
 

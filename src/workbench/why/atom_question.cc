@@ -313,7 +313,7 @@ AskedAtoms::AskedAtoms(const AtomQuestion& question, dl::ExplainedAnswer& answer
   dl::Binding binding(statement.variables.size(), dl::kNoTerm);
   std::vector<char> is_left_out;
   for (const dl::StoredLiteral& literal : statement.body) {
-    is_left_out.push_back(literal.kind != dl::kFunctionTerm);
+    is_left_out.push_back(literal.kind == dl::kFunctionTerm ? 0 : 1);
   }
   evaluator.each(statement, binding, is_left_out, [&binding](const dl::Binding& found) {
     binding = found;

@@ -416,6 +416,7 @@ std::vector<std::string> Teller::similar_names(dl::PredicateNumber predicate,
     }
   }
   std::vector<std::string_view> names;
+  names.reserve(given.size());
   for (const auto& [name, arity] : given) names.push_back(name);
   const auto same = std::ranges::find(names, wanted);
   const std::string_view near = same != names.end() ? *same : nearest(wanted, names);

@@ -385,8 +385,7 @@ ExitStatus Explainer::explain_row(const AtomQuestion& question) {
   std::uint64_t rows = 0;
   evaluator.each(*query, start, {}, [&](const dl::Binding& binding) {
     if (++rows > kMostInstances) return true;
-    const dl::Binding kept = binding;
-    dl::Proof proof = search.prove_body(number, kept);
+    dl::Proof proof = search.prove_body(number, binding);
     if (proof.roots.empty()) proof.roots.push_back(0);
     dl::ToldProof told = teller_->proof(proof, depth(), filter());
     if (!told.roots.empty()) {

@@ -66,7 +66,10 @@ class DotForm : public WhyForm {
       add((is_fact ? "fact, " : "") + shown_place(statement.place));
       if (!is_fact) add(statement.text);
     }
-    for (const auto& [variable, value] : node.with) add(variable + " = " + value);
+    for (const auto& [variable, value] : node.with) {
+      std::string line = variable;
+      add((line += " = ") += value);
+    }
     for (const dl::ToldItem& item : node.items) {
       if (item.kind == dl::ToldItem::Kind::kAtom && item.node) continue;
       add(item.value.empty() ? item.text : item.text + "  = " + item.value);

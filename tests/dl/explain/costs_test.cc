@@ -148,7 +148,7 @@ class RandomCosts {
  private:
   int pick(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
   std::string condition() {
-    static const char* const kLiterals[] = {
+    static constexpr const char* kLiterals[] = {
         "p(X)",   "q(X)",    "not t(X)", "p(Y)", "q(Y)", "m(X,Y)", "#count{V : p(V), V != X} >= 1",
         "Y != X", "not q(Y)"};
     std::string text = "n(X)";

@@ -223,10 +223,10 @@ std::string random_rules(unsigned seed) {
     std::string rule;
     for (unsigned heads = choose() % 3 == 0 ? 2 : 1; heads > 0; --heads) {
       if (!rule.empty()) rule += " v ";
-      const std::string kHeads[] = {"h(" + any() + "," + any() + ")", "h(f(" + any() + "),1)",
-                                    "q(" + any() + "," + any() + ")", "-n(" + any() + ")",
-                                    "n(" + any() + ")"};
-      rule += kHeads[choose() % (grows ? 2 : 5)];
+      const std::string possible_heads[] = {
+          "h(" + any() + "," + any() + ")", "h(f(" + any() + "),1)",
+          "q(" + any() + "," + any() + ")", "-n(" + any() + ")", "n(" + any() + ")"};
+      rule += possible_heads[choose() % (grows ? 2 : 5)];
     }
     rule += " :- " + body + ".\n";
     if (!is_program("#maxint = 5. " + rule)) continue;

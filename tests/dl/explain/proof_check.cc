@@ -193,9 +193,12 @@ class ProofCheck {
       if (!guard.given) continue;
       std::strong_ordering order =
           terms.compare(reached, evaluator_.value(rule, guard.term, binding));
-      if (is_left) order = 0 <=> order;    // as the guard is read: term op aggregate
+      if (is_left) {    // as the guard is read: term op aggregate
+        order = terms.compare(evaluator_.value(rule, guard.term, binding), reached);
+      }
       const bool rises = (guard.op == dl::kLess || guard.op == dl::kLessEqual) == is_left;
-      if (guard.op == dl::kEqual ? order != 0 : rises != is_minimum && !is_true(guard.op, order)) {
+      if (guard.op == dl::kEqual ? std::is_neq(order)
+                                 : rises != is_minimum && !is_true(guard.op, order)) {
         return false;
       }
     }
@@ -203,9 +206,9 @@ class ProofCheck {
   }
 
   static bool is_true(dl::Builtin op, std::strong_ordering order) {
-    if (op == dl::kLess) return order < 0;
-    if (op == dl::kLessEqual) return order <= 0;
-    return op == dl::kGreater ? order > 0 : order >= 0;
+    if (op == dl::kLess) return std::is_lt(order);
+    if (op == dl::kLessEqual) return std::is_lteq(order);
+    return op == dl::kGreater ? std::is_gt(order) : std::is_gteq(order);
   }
 
   const dl::Proof& proof_;

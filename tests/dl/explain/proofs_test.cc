@@ -20,7 +20,7 @@ class ProofLine {
 
   std::string text(dl::NodeNumber number) const {
     const dl::ProofNode& node = proof_.nodes[number];
-    const std::string atom = atom_text(node.atom);
+    std::string atom = atom_text(node.atom);
     switch (node.kind) {
       case ProofKind::kFact:
         return atom;

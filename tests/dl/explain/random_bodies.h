@@ -39,8 +39,8 @@ class RandomBodies {
   bool chance(int one_of) { return pick(one_of) == 0; }
 
   std::string ground() {
-    static const char* const kTerms[] = {"0",       "1",    "2",    "3",      "a",      "b",
-                                         "\"s t\"", "f(1)", "f(a)", "g(1,b)", "f(f(2))"};
+    static constexpr const char* kTerms[] = {"0",       "1",    "2",    "3",      "a",      "b",
+                                             "\"s t\"", "f(1)", "f(a)", "g(1,b)", "f(f(2))"};
     return kTerms[pick(chance(2) ? 4 : 11)];
   }
   std::string variable() {
@@ -67,13 +67,13 @@ class RandomBodies {
     }
   }
   std::string compared() {
-    static const char* const kOperators[] = {"==", "!=", "<", ">", "<=", ">="};
+    static constexpr const char* kOperators[] = {"==", "!=", "<", ">", "<=", ">="};
     const std::string text = variable() + kOperators[pick(6)];
     return text + (chance(3) ? ground() : variable());
   }
   std::string aggregate() {
-    static const char* const kFunctions[] = {"#count", "#sum", "#min", "#max", "#avg"};
-    static const char* const kOperators[] = {"<", "<=", ">", ">="};
+    static constexpr const char* kFunctions[] = {"#count", "#sum", "#min", "#max", "#avg"};
+    static constexpr const char* kOperators[] = {"<", "<=", ">", ">="};
     const std::string guard = chance(3) ? variable() : std::to_string(pick(5));
     is_inside_ = true;
     const std::string local = chance(3) ? "V,W" : "V";

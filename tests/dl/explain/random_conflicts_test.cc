@@ -157,28 +157,29 @@ class RandomConflicts {
   }
 
   std::string head() {
-    static const char* const kHeads[] = {"p(X)", "q(X)", "-p(X)", "~ q(X)", "t(X)", "t(X) v -q(X)"};
+    static constexpr const char* kHeads[] = {"p(X)",   "q(X)", "-p(X)",
+                                             "~ q(X)", "t(X)", "t(X) v -q(X)"};
     return kHeads[pick(6)];
   }
   // Ends with its full stop.
   std::string body(std::string_view variables_used) {
-    static const char* const kLiterals[] = {"p(X)",
-                                            "q(Y)",
-                                            "q(X)",
-                                            "not p(Y)",
-                                            "not q(X)",
-                                            "-p(X)",
-                                            "not -q(X)",
-                                            "t(X)",
-                                            "not t(Y)",
-                                            "s(X,Y)",
-                                            "s(X,_)",
-                                            "X < Y",
-                                            "#count{V : p(V)} >= 2",
-                                            "not #count{V : q(V), V != X} >= 1",
-                                            "p(2)",
-                                            "not ~ p(_)",
-                                            "q(1)"};
+    static constexpr const char* kLiterals[] = {"p(X)",
+                                                "q(Y)",
+                                                "q(X)",
+                                                "not p(Y)",
+                                                "not q(X)",
+                                                "-p(X)",
+                                                "not -q(X)",
+                                                "t(X)",
+                                                "not t(Y)",
+                                                "s(X,Y)",
+                                                "s(X,_)",
+                                                "X < Y",
+                                                "#count{V : p(V)} >= 2",
+                                                "not #count{V : q(V), V != X} >= 1",
+                                                "p(2)",
+                                                "not ~ p(_)",
+                                                "q(1)"};
     std::string text;
     const int literals = 1 + pick(3);
     for (int i = 0; i < literals; ++i) (text += i == 0 ? "" : ", ") += kLiterals[pick(17)];

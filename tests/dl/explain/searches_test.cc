@@ -26,7 +26,8 @@ std::string shown(const dl::FoundAnswer& found) {
 }
 
 // The outcome, the answer set and its costs, or the message.
-std::string search(std::string_view program, std::uint64_t number = 1, dl::Options options = {}) {
+std::string search(std::string_view program, std::uint64_t number = 1,
+                   const dl::Options& options = {}) {
   const dl::Source source{"p", program};
   try {
     return shown(dl::search_one(dl::survey_texts({&source, 1}), options, number));
