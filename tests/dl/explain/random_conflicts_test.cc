@@ -50,6 +50,7 @@ class RandomConflicts {
     const int rules = 1 + pick(5);
     for (int i = 0; i < rules; ++i) rules_.push_back(head() + " :- " + body("X"));
     if (chance(4)) rules_.push_back("u(X) :- not u(X), " + body("X"));
+    if (seed % 8 == 0) rules_.emplace_back("u(X) :- not u(X), n(X).");    // for sure
     if (is_generic_) rules_.emplace_back("a_3(R,d,X) :- n(X), name(R), t(X), not -a_3(R,d,_).");
     const int constraints = 1 + pick(6);
     for (int i = 0; i < constraints; ++i) constraints_.push_back(":- " + body(""));
