@@ -1,6 +1,7 @@
 #include "workbench/why/atom_question.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <set>
 #include <utility>
 
@@ -258,6 +259,12 @@ std::optional<AtomQuestion> QuestionReader::read() {
   }
   if (written_.empty()) {
     refuse("there is no atom");
+    return std::nullopt;
+  }
+  // Whoever forgets the atom names a file in its place.
+  std::error_code unreadable;
+  if (std::filesystem::is_regular_file(written_, unreadable)) {
+    refuse("this is a file, and the atom is missing");
     return std::nullopt;
   }
   if (is_row) statement_ = ":-\nr" + written_.substr(1) + "\n.\n";

@@ -31,6 +31,25 @@ void add_once(std::vector<dl::ToldStatement>& statements, const dl::ToldStatemen
   if (!is_there) statements.push_back(statement);
 }
 
+// Clauses have their negated literals last. Puts these where the user has them, unless he has a
+// frame where there are several literals.
+template <typename Item>
+void put_as_written(std::vector<Item>& items, const UserStatement& statement) {
+  const auto is_negated = [](const Item& item) { return item.text.starts_with("not "); };
+  const auto negated = std::ranges::count_if(items, is_negated);
+  const std::vector<char>& written = statement.negations;
+  if (items.size() != written.size() || negated != std::ranges::count(written, 1)) return;
+  std::ranges::stable_partition(items, [&](const Item& item) { return !is_negated(item); });
+  auto positive = items.begin();
+  auto negative = items.end() - negated;
+  std::vector<Item> ordered;
+  ordered.reserve(items.size());
+  for (const char is_negation : written) {
+    ordered.push_back(std::move(is_negation != 0 ? *negative++ : *positive++));
+  }
+  items = std::move(ordered);
+}
+
 }    // namespace
 
 // Makes told nodes of a proof's, the nearest to the roots first.
@@ -147,6 +166,7 @@ class ProofTelling {
       }
     }
     for (const dl::ProofItem& item : from.items) tell_item(told, statement, from, item, depth);
+    put_as_written(told.items, words_.statements().of(statement));
     if (told.kind == dl::ToldKind::kRule && is_written_as_fact(statement)) {
       told.kind = dl::ToldKind::kFact;
       return told;
@@ -291,6 +311,7 @@ dl::ToldFailure Teller::failure(const dl::FailedRule& failed) {
         });
     if (!is_repeated) told.literals.push_back(std::move(added));
   }
+  put_as_written(told.literals, words_.statements().of(statement));
   for (const dl::AtomNumber atom : failed.other_heads) {
     told.other_heads.push_back(words_.atom(atom));
   }

@@ -1,6 +1,7 @@
 #include "workbench/why/user_statements.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/characters.h"
 #include "model/run.h"
@@ -32,6 +33,34 @@ std::vector<std::string> variables_in(std::string_view text) {
     if (std::ranges::find(variables, word) == variables.end()) variables.push_back(std::move(word));
   }
   return variables;
+}
+
+// Of the literals behind the mark of a rule, in a text on one line without comments.
+std::vector<char> negations_in(std::string_view text) {
+  std::vector<char> negations;
+  bool begins_literal = false;
+  int depth = 0;    // of parentheses, brackets and braces
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const std::string_view rest = text.substr(at);
+    if (text[at] == ' ') continue;
+    if (std::exchange(begins_literal, false)) {
+      negations.push_back(rest.starts_with("not ") || rest.starts_with("non ") ? 1 : 0);
+    }
+    if (text[at] == '"') {
+      at = end_of_passed(text, at) - 1;
+    } else if (negations.empty() &&
+               (rest.starts_with(":-") || rest.starts_with("<-") || rest.starts_with(":~"))) {
+      begins_literal = true;
+      ++at;
+    } else if (text[at] == '(' || text[at] == '[' || text[at] == '{') {
+      ++depth;
+    } else if (text[at] == ')' || text[at] == ']' || text[at] == '}') {
+      --depth;
+    } else if (text[at] == ',' && depth == 0 && !negations.empty()) {
+      begins_literal = true;
+    }
+  }
+  return negations;
 }
 
 }    // namespace
@@ -123,6 +152,7 @@ UserStatement UserStatements::read(std::uint32_t file, const zarel::SourceRange&
     if (!origin.steps.empty()) statement.made_by = origin.steps.front().kind;
   }
   statement.variables = variables_in(told.text);
+  statement.negations = negations_in(told.text);
   return statement;
 }
 

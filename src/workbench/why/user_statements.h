@@ -20,6 +20,7 @@ namespace workbench {
 struct UserStatement {
   dl::ToldStatement told;
   std::vector<std::string> variables;    // that it names, each once, in the order of its text
+  std::vector<char> negations;           // by literal of its body: whether "not" stands in front
   // What made the line that the solver got: nothing where the statement is as it was written.
   zarel::OriginKind made_by = zarel::OriginKind::kWritten;
 };
