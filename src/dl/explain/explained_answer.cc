@@ -39,6 +39,15 @@ const FoundAnswer& ExplainedAnswer::find(const AnswerChoice& choice) {
   return found_;
 }
 
+std::string ExplainedAnswer::text() const {
+  std::string text("{");
+  for (AtomNumber atom = 0; atom < index_->size(); ++atom) {
+    if (atom != 0) text += ", ";
+    index_->append(text, atom);
+  }
+  return text += '}';
+}
+
 void ExplainedAnswer::look_at_program() {
   store_.reset();
   index_ = std::make_unique<AnswerIndex>(terms_);

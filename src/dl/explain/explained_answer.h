@@ -30,8 +30,10 @@ class ExplainedAnswer {
   // The same without an answer set, for questions that need none: the store has no facts then.
   void look_at_program();
 
-  // Of the last find(); its text is in the index.
+  // Of the last find(), but for its text, which the index has.
   const FoundAnswer& found() const { return found_; }
+  // What the index has, as dl prints it.
+  std::string text() const;
   GroundTerms& terms() { return terms_; }
   AnswerIndex& index() { return *index_; }
   const StatementStore& store() const { return *store_; }    // after find(), look_at_program()

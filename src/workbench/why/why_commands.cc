@@ -22,6 +22,7 @@
 #include "workbench/why/atom_question.h"
 #include "workbench/why/one_item.h"
 #include "workbench/why/teller.h"
+#include "workbench/why/told_conflicts.h"
 #include "workbench/why/why_form.h"
 
 namespace workbench {
@@ -132,52 +133,6 @@ class Explainer {
   std::optional<UserStatements> statements_;
   std::optional<ProgramWords> words_;
   std::optional<Teller> teller_;
-};
-
-// Tells conflicts as they are found.
-class ToldConflicts : public dl::ConflictReceiver {
- public:
-  ToldConflicts(Teller& teller, WhyForm& form, bool has_demand)
-      : teller_(teller), form_(form), has_demand_(has_demand) {}
-
-  void kind(dl::ConflictKind kind) override {
-    kind_ = kind;
-    switch (kind) {
-      case dl::ConflictKind::kNone:
-        return form_.outcome(dl::ToldOutcome::kNone, has_demand_);
-      case dl::ConflictKind::kConstraints:
-        return form_.outcome(dl::ToldOutcome::kConstraints, has_demand_);
-      case dl::ConflictKind::kRules:
-        return form_.outcome(dl::ToldOutcome::kRules, has_demand_);
-      case dl::ConflictKind::kUnknown:
-        return form_.outcome(dl::ToldOutcome::kUnknown, has_demand_);
-    }
-  }
-  void give_up(const dl::ConstraintSet& lines, bool is_proven) override {
-    form_.give_up(teller_.lines(lines, is_proven), has_demand_);
-  }
-  void conflict(const dl::ConstraintSet& lines, bool is_proven) override {
-    form_.conflict(teller_.lines(lines, is_proven));
-  }
-  void give_up_instances(const std::vector<dl::ConstraintInstance>& instances,
-                         bool is_proven) override {
-    form_.give_up_instances(teller_.instances(instances, is_proven));
-  }
-  void instances(std::size_t conflict, const std::vector<dl::ConstraintInstance>& instances,
-                 bool is_proven) override {
-    form_.conflict_instances(conflict, teller_.instances(instances, is_proven));
-  }
-  void rules(const std::vector<dl::StatementNumber>& rules, bool is_proven) override {
-    if (!has_demand_) form_.rules(teller_.lines(rules, is_proven));
-  }
-
-  dl::ConflictKind kind() const { return kind_; }
-
- private:
-  Teller& teller_;
-  WhyForm& form_;
-  const bool has_demand_;
-  dl::ConflictKind kind_ = dl::ConflictKind::kUnknown;
 };
 
 ExitStatus Explainer::run(ExitStatus (Explainer::*explain)()) {
@@ -419,7 +374,7 @@ Teller::IsTold Explainer::filter() {
   AnswerFilter filter(items, line_.answers.filters);
   const zarel::Run& run = checked_.program().run();
   const zarel::NamespaceTable* const namespaces = run.prefix_was_used ? &run.namespaces : nullptr;
-  AnswerTextReader(filter, namespaces).read(answer_->found().text);
+  AnswerTextReader(filter, namespaces).read(answer_->text());
   return [this, shown](dl::AtomNumber atom) {
     if (words_->role(answer_->index().predicate_of(atom)) != PredicateRole::kOwn) return true;
     bool is_shown = false;
@@ -554,7 +509,7 @@ ExitStatus Explainer::cost() {
 
 // Each payment, and at once what the best answer set without it pays in its place.
 void Explainer::tell_payments() {
-  const dl::FoundAnswer found = answer_->found();
+  const std::string found = answer_->text();
   dl::BodyEvaluator evaluator(answer_->terms(), answer_->index(), answer_->store());
   const std::vector<dl::PaidInstance> paid = dl::paid_instances(evaluator, answer_->store());
   std::vector<std::size_t> firsts;
@@ -577,7 +532,7 @@ void Explainer::tell_payments() {
       told_avoidance.outcome = Outcome::kNever;
     } else if (avoided.outcome != dl::SearchOutcome::kCut) {
       told_avoidance.outcome = avoided.outcome == dl::SearchOutcome::kUnproven ? Outcome::kUnproven
-                               : avoided.costs == found.costs                  ? Outcome::kSameCost
+                               : avoided.costs == answer_->found().costs       ? Outcome::kSameCost
                                                                                : Outcome::kDearer;
       told_avoidance.costs = told(avoided.costs);
       answer_->index().clear();
@@ -588,7 +543,7 @@ void Explainer::tell_payments() {
       }
       // What is told behind it is about the answer set that was found.
       answer_->index().clear();
-      dl::add_answer_set(found.text, answer_->terms(), answer_->index());
+      dl::add_answer_set(found, answer_->terms(), answer_->index());
     }
     form_->avoidance(told_avoidance);
   }
