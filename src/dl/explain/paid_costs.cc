@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "dl/explain/statement_reader.h"
 #include "dl/folding.h"
 #include "dl/parse.h"
 
@@ -21,7 +22,7 @@ std::optional<std::int64_t> measured(BodyEvaluator& evaluator, const StoredState
 }
 
 // Takes the one weak constraint of a text, and names all of its variables.
-class ConditionReader : public StatementReceiver {
+class ConditionReader : public StatementReader {
  public:
   // The body with a name for each "_" that is a variable.
   std::string condition;
@@ -46,16 +47,6 @@ class ConditionReader : public StatementReceiver {
     }
     condition.append(begin, statement.condition.data() + statement.condition.size());
     return {};
-  }
-  MaybeMistake fact(const Statement&) override { return {}; }
-  MaybeMistake rule(const Statement&) override { return {}; }
-  MaybeMistake query(const Statement&) override { return {}; }
-  MaybeMistake integer_bound(std::int64_t, const Piece&) override { return {}; }
-  void include(std::string_view, const Piece&) override {}
-  void needs_bound(std::uint32_t, const Piece&) override {}
-  std::string projection(const Statement& statement, const Term& atom, std::uint32_t,
-                         std::uint32_t) override {
-    return std::string(statement.slice(atom.text));
   }
 
  private:

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "dl/explain/literal_words.h"
+#include "dl/explain/statement_reader.h"
 #include "dl/failure.h"
 #include "dl/parse.h"
 
@@ -12,7 +13,7 @@ namespace {
 using zarel::Code;
 
 // Takes what must be a query of one atom, and nothing else.
-class OneAtom : public StatementReceiver {
+class OneAtom : public StatementReader {
  public:
   bool is_one() const { return queries_ == 1 && !has_other_; }
   bool needs_bound() const { return needs_bound_; }
@@ -35,10 +36,6 @@ class OneAtom : public StatementReceiver {
   MaybeMistake integer_bound(std::int64_t, const Piece&) override { return other(); }
   void include(std::string_view, const Piece&) override { has_other_ = true; }
   void needs_bound(std::uint32_t, const Piece&) override { needs_bound_ = true; }
-  std::string projection(const Statement& statement, const Term& atom, std::uint32_t,
-                         std::uint32_t) override {
-    return std::string(statement.slice(atom.text));
-  }
 
  private:
   MaybeMistake other() {

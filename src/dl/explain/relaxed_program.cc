@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "dl/explain/answer_text.h"
+#include "dl/explain/statement_reader.h"
 #include "dl/folding.h"
 #include "dl/parse.h"
 
@@ -14,7 +15,7 @@ namespace {
 constexpr std::string_view kSourceName = "explanation";
 
 // Where the names of some strongly negated predicates stand.
-class NegationReader : public StatementReceiver {
+class NegationReader : public StatementReader {
  public:
   using Names = std::map<std::pair<std::string, std::uint32_t>, std::uint32_t>;
   // Takes the number of a name, and where it is.
@@ -24,15 +25,7 @@ class NegationReader : public StatementReceiver {
 
   MaybeMistake fact(const Statement& statement) override { return heads(statement); }
   MaybeMistake rule(const Statement& statement) override { return all(statement); }
-  MaybeMistake weak_constraint(const Statement&, const Piece&, const Piece&) override { return {}; }
   MaybeMistake query(const Statement& statement) override { return all(statement); }
-  MaybeMistake integer_bound(std::int64_t, const Piece&) override { return {}; }
-  void include(std::string_view, const Piece&) override {}
-  void needs_bound(std::uint32_t, const Piece&) override {}
-  std::string projection(const Statement& statement, const Term& atom, std::uint32_t,
-                         std::uint32_t) override {
-    return std::string(statement.slice(atom.text));
-  }
 
  private:
   void look_at(const Statement& statement, const Term& atom) {

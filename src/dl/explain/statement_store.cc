@@ -6,6 +6,7 @@
 
 #include "dl/body_order.h"
 #include "dl/explain/atom_batch.h"
+#include "dl/explain/statement_reader.h"
 #include "dl/names.h"
 #include "dl/parse.h"
 
@@ -233,7 +234,7 @@ std::optional<PatternNumber> StatementCopy::measure(std::string_view text) {
 }    // namespace
 
 // Takes the statements of one text after the other.
-class StoreReceiver : public StatementReceiver {
+class StoreReceiver : public StatementReader {
  public:
   StoreReceiver(StatementStore& store, GroundTerms& terms, AnswerIndex& index)
       : store_(store), terms_(terms), index_(index), batch_(terms, index) {}
@@ -284,14 +285,6 @@ class StoreReceiver : public StatementReceiver {
   MaybeMistake query(const Statement& statement) override {
     store(statement, StatementKind::kQuery);
     return {};
-  }
-  MaybeMistake integer_bound(std::int64_t, const Piece&) override { return {}; }
-  void include(std::string_view, const Piece&) override {}
-  void needs_bound(std::uint32_t, const Piece&) override {}
-  // The arguments are looked at, not this text.
-  std::string projection(const Statement& statement, const Term& atom, std::uint32_t,
-                         std::uint32_t) override {
-    return std::string(statement.slice(atom.text));
   }
 
  private:
