@@ -1,6 +1,7 @@
 #include "workbench/why/teller.h"
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <set>
 #include <utility>
@@ -39,7 +40,7 @@ void put_as_written(std::vector<Item>& items, const UserStatement& statement) {
   const auto negated = std::ranges::count_if(items, is_negated);
   const std::vector<char>& written = statement.negations;
   if (items.size() != written.size() || negated != std::ranges::count(written, 1)) return;
-  std::ranges::stable_partition(items, [&](const Item& item) { return !is_negated(item); });
+  std::stable_partition(items.begin(), items.end(), std::not_fn(is_negated));
   auto positive = items.begin();
   auto negative = items.end() - negated;
   std::vector<Item> ordered;
