@@ -43,19 +43,7 @@ bool is_helped(AggregateFunction function, Builtin op) {
 
 // Whether the value of one element passes the guard.
 bool passes(const Limit& limit, GroundTerm value, const GroundTerms& terms) {
-  const std::strong_ordering order = terms.compare(value, limit.value);
-  switch (limit.op) {
-    case kLess:
-      return std::is_lt(order);
-    case kLessEqual:
-      return std::is_lteq(order);
-    case kGreater:
-      return std::is_gt(order);
-    case kGreaterEqual:
-      return std::is_gteq(order);
-    default:
-      return std::is_eq(order);
-  }
+  return is_true(limit.op, terms.compare(value, limit.value));
 }
 
 std::vector<Limit> limits_of(const StoredAggregate& aggregate, const GuardValues& guards) {

@@ -9,23 +9,6 @@
 namespace dl {
 namespace {
 
-bool is_true(Builtin op, std::strong_ordering order) {
-  switch (op) {
-    case kEqual:
-      return std::is_eq(order);
-    case kUnequal:
-      return std::is_neq(order);
-    case kLess:
-      return std::is_lt(order);
-    case kGreater:
-      return std::is_gt(order);
-    case kLessEqual:
-      return std::is_lteq(order);
-    default:
-      return std::is_gteq(order);
-  }
-}
-
 std::strong_ordering reversed(std::strong_ordering order) {
   if (std::is_eq(order)) return order;
   return std::is_lt(order) ? std::strong_ordering::greater : std::strong_ordering::less;
@@ -87,6 +70,23 @@ bool matches(const GroundTerms& terms, const StoredStatement& statement, Pattern
 }
 
 }    // namespace
+
+bool is_true(Builtin op, std::strong_ordering order) {
+  switch (op) {
+    case kEqual:
+      return std::is_eq(order);
+    case kUnequal:
+      return std::is_neq(order);
+    case kLess:
+      return std::is_lt(order);
+    case kGreater:
+      return std::is_gt(order);
+    case kLessEqual:
+      return std::is_lteq(order);
+    default:
+      return std::is_gteq(order);
+  }
+}
 
 bool BodyEvaluator::match(const StoredStatement& statement, PatternNumber pattern, GroundTerm term,
                           Binding& binding) const {

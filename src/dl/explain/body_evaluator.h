@@ -1,6 +1,7 @@
 #pragma once
 // body_evaluator.h - for which values of its variables a body holds in an answer set.
 
+#include <compare>
 #include <functional>
 #include <optional>
 #include <span>
@@ -15,6 +16,9 @@ using Binding = std::vector<GroundTerm>;
 
 // Takes a binding, which is changed afterwards; false ends the search.
 using TakeBinding = std::function<bool(const Binding&)>;
+
+// Whether the comparison is true of two terms in that order.
+bool is_true(Builtin comparison, std::strong_ordering order);
 
 // The elements of an aggregate that hold.
 struct AggregateElements {

@@ -11,6 +11,10 @@ constexpr std::array<std::string_view, 5> kAggregateNames{"#count", "#sum", "#mi
 
 }    // namespace
 
+std::string_view aggregate_name(AggregateFunction function) {
+  return kAggregateNames[static_cast<std::size_t>(function)];
+}
+
 void PlainSpeller::append_compound(std::string& out, std::string_view functor,
                                    std::span<const WordedTerm> arguments) const {
   char separator = '(';
@@ -123,7 +127,7 @@ void LiteralWords::append_aggregate(std::string& out, const StoredAggregate& agg
     append_operand(out, aggregate.left.term);
     append_operator(aggregate.left.op);
   }
-  out += kAggregateNames[static_cast<std::size_t>(aggregate.function)];
+  out += aggregate_name(aggregate.function);
   char separator = '{';
   for (const PatternNumber each : aggregate.terms) {
     out += std::exchange(separator, ',');

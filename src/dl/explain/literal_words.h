@@ -11,6 +11,9 @@
 
 namespace dl {
 
+// As it is written: "#count".
+std::string_view aggregate_name(AggregateFunction function);
+
 // A term in words: a ground one, or what there is to say of one with variables that have no value.
 struct WordedTerm {
   GroundTerm ground = kNoTerm;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "dl/explain/literal_words.h"
 #include "dl/folding.h"
 #include "model/run.h"
 #include "workbench/answers/answer_text_reader.h"
@@ -21,22 +22,6 @@ std::string joined(std::span<const std::string> texts, std::string_view separato
     list += text;
   }
   return list;
-}
-
-std::string_view function_name(dl::AggregateFunction function) {
-  switch (function) {
-    case dl::kCount:
-      return "#count";
-    case dl::kSumUp:
-      return "#sum";
-    case dl::kMin:
-      return "#min";
-    case dl::kMax:
-      return "#max";
-    case dl::kAverage:
-      break;
-  }
-  return "#avg";
 }
 
 // As guards are written, where equality has one sign.
@@ -462,7 +447,7 @@ std::string ProgramWords::aggregate(const Names& names, const dl::StoredAggregat
     (text += spaced_terms(pattern(names, aggregate.left.term))) += ' ';
     (text += guard_sign(aggregate.left.op)) += ' ';
   }
-  ((text += function_name(aggregate.function)) += '{') += joined(terms, ", ");
+  ((text += dl::aggregate_name(aggregate.function)) += '{') += joined(terms, ", ");
   ((text += " : ") += joined(body, ", ")) += '}';
   if (aggregate.right.given) {
     ((text += ' ') += guard_sign(aggregate.right.op)) += ' ';
