@@ -91,6 +91,7 @@ constexpr std::array kKinds = std::to_array<DiagnosticKind>({
     {kSolverError, "solver-error", Severity::kError, Shown::kWithLine},
     {kSolverInterrupted, "solver-interrupted", Severity::kError, Shown::kAlone},
     {kSolverIncomplete, "solver-incomplete", Severity::kError, Shown::kAlone},
+    {kJobFolder, "job-folder", Severity::kError, Shown::kAlone},
 });
 
 constexpr bool is_in_order() {

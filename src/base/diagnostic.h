@@ -117,6 +117,7 @@ enum class Code : std::uint8_t {
   kSolverError,
   kSolverInterrupted,
   kSolverIncomplete,
+  kJobFolder,
 };
 
 // One kind of finding.

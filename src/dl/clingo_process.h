@@ -7,14 +7,9 @@
 #include <string_view>
 #include <vector>
 
-namespace dl {
+#include "dl/child_process.h"
 
-// How clingo ended.
-struct ProcessEnd {
-  bool signalled = false;
-  int code = 0;          // exit status, or the signal's number
-  std::string errors;    // the first part of what it wrote on standard error
-};
+namespace dl {
 
 class ClingoProcess {
  public:
@@ -23,11 +18,9 @@ class ClingoProcess {
   ClingoProcess(const ClingoProcess&) = delete;
   ClingoProcess& operator=(const ClingoProcess&) = delete;
 
-  // Throws Failure when no process can be made. A program that cannot be run shows in end(). One
-  // that may start others is killed with these, if they are in a group of their own.
-  enum class Group : bool { kOurs, kOwn };
+  // Throws Failure when no process can be made. A program that cannot be run shows in end().
   void start(const std::string& program, const std::vector<std::string>& arguments,
-             Group group = Group::kOurs);
+             ProcessGroup group = ProcessGroup::kOurs);
   bool is_running() const { return pid_ > 0; }
   void write(
       std::string_view text);    // text that clingo no longer wants is dropped: end() tells why
@@ -40,22 +33,13 @@ class ClingoProcess {
   ProcessEnd end();    // waits for it; after the output was read to its end
 
  private:
-  int target() const { return group_ == Group::kOwn ? -pid_ : pid_; }    // of signals
+  int target() const { return group_ == ProcessGroup::kOwn ? -pid_ : pid_; }    // of signals
 
   int pid_ = -1;
-  Group group_ = Group::kOurs;
-  int input_ = -1;
-  int output_ = -1;
-  int errors_ = -1;
+  ProcessGroup group_ = ProcessGroup::kOurs;
+  Descriptor input_;
+  Descriptor output_;
+  Descriptor errors_;
 };
-
-// Exit status of a child that could not run the program; the text is on its standard error.
-constexpr int kCannotRun = 127;
-
-// The first argument with which dl runs itself to become clingo.
-constexpr std::string_view kBecomeClingo = "--become-clingo";
-// Becomes the program `arguments[1]` with the arguments after it, bound to the life of the process
-// `arguments[0]`.
-[[noreturn]] void become_clingo(char** arguments);
 
 }    // namespace dl

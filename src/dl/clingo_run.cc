@@ -1,24 +1,15 @@
 #include "dl/clingo_run.h"
 
-#include <charconv>
-#include <cstring>
 #include <utility>
 
-#include "dl/failure.h"
+#include "dl/clingo_failure.h"
 #include "dl/interruption.h"
+#include "dl/search_plan.h"
 
 namespace dl {
 namespace {
 
 using zarel::Code;
-
-std::string_view first_line(std::string_view text) {
-  return text.substr(0, text.find('\n'));
-}
-
-[[noreturn]] void fail_with(Code code, std::string text) {
-  throw Failure{{code, {}, std::move(text)}};
-}
 
 }    // namespace
 
@@ -46,6 +37,9 @@ std::vector<std::string> clingo_arguments(const Options& options, const Traits& 
     words.emplace_back(options.reasoning == Reasoning::kBrave ? "--enum-mode=brave"
                                                               : "--enum-mode=cautious");
   }
+  if (!options.configuration.empty() && options.configuration != kRaceWord) {
+    words.push_back("--configuration=" + options.configuration);
+  }
   if (options.threads > 1) words.push_back("--parallel-mode=" + std::to_string(options.threads));
   if (options.seed) {
     words.push_back("--seed=" + std::to_string(*options.seed));
@@ -61,7 +55,8 @@ std::vector<std::string> clingo_arguments(const Options& options, const Traits& 
 
 void ClingoRun::start(const Traits& traits) {
   traits_ = traits;
-  process_.start(options_.clingo, clingo_arguments(options_, traits));
+  const SearchCommand command = command_of(plan_search(options_, traits));
+  process_.start(command.program, command.arguments);
 }
 
 void ClingoRun::give(std::string_view text) {
@@ -81,7 +76,13 @@ Search ClingoRun::solve(Translated& program) {
   LineReader reader(output_of(process_));
   do {
     std::string_view line;
-    while (reader.next(line)) answers.read_line(line);
+    while (reader.next(line)) {
+      if (line.starts_with(kSearchNote)) {
+        output_.said(line.substr(kSearchNote.size()));
+      } else {
+        answers.read_line(line);
+      }
+    }
     if (answers.takes_pieces() && reader.next_piece(line)) answers.read_piece(line);
     flush(answers);
   } while (reader.wait());
@@ -115,7 +116,7 @@ Search ClingoRun::judge(bool has_result, const Translated& program) {
   const ProcessEnd end = process_.end();
   const bool is_cut = interruption() != Interruption::kNone;
   const bool finished = has_result && has_finished(end);
-  if (!finished && !is_cut) fail(end, program);
+  if (!finished && !is_cut) fail_search(end, {options_.clingo, program, given_});
   return finished ? Search::kComplete : Search::kCut;
 }
 
@@ -129,113 +130,6 @@ Search ClingoRun::end(AnswerReader& answers, const Translated& program, bool com
                       : "; there may be more answers";
   output_.notes({is_unproven ? Code::kUnprovenBest : Code::kSearchCut, {}, std::move(text)});
   return search;
-}
-
-// See Note [sums that could wrap].
-std::optional<std::size_t> sum_at_fault(const std::string& clingo, std::string_view translation,
-                                        const ProgramParts& parts) {
-  ClingoProcess grounder;
-  grounder.start(clingo, {"--mode=gringo", "--warn=none", "-"});
-  grounder.write(translation);
-  grounder.finish_input();
-  std::optional<std::size_t> first;
-  LineReader reader(output_of(grounder));
-  do {
-    std::string_view line;
-    while (reader.next(line)) {
-      const std::size_t atom = line.starts_with("4 ") ? line.find(" _fault(") : line.npos;
-      if (atom == line.npos) continue;
-      const std::optional<std::size_t> fault = numbered_helper(line.substr(atom + 1), "_fault(");
-      const bool is_sum = parts.faults.at(*fault).kind == FaultKind::kSum;
-      if (is_sum && (!first || *fault < *first)) first = fault;
-    }
-  } while (reader.wait());
-  return first;
-}
-
-// A program's start costs time, so a clingo that answers as it should is not asked.
-std::string untested_version(const std::string& clingo) {
-  ClingoProcess process;
-  process.start(clingo, {"--version"});
-  process.finish_input();
-  constexpr std::string_view kBegin = "clingo version ";
-  std::string version;
-  LineReader reader(output_of(process));
-  do {
-    std::string_view line;
-    while (reader.next(line)) {
-      if (version.empty() && line.starts_with(kBegin)) version = line.substr(kBegin.size());
-    }
-  } while (reader.wait());
-  if (version.empty() || version.starts_with(kClingoMajor)) return {};
-  std::string text("this is clingo ");
-  return ((text += version) += ", and it was tested with ") += kTestedClingo;
-}
-
-void ClingoRun::fail(const ProcessEnd& end, const Translated& program) const {
-  if (end.signalled) {
-    std::string text = "clingo died of signal ";
-    (((text += std::to_string(end.code)) += " (") += ::strsignal(end.code)) += ')';
-    fail_with(Code::kSolverKilled, std::move(text));
-  }
-  if (end.code == kCannotRun) {
-    fail_with(Code::kSolverMissing,
-              "cannot run \"" + options_.clingo + "\": " + std::string(first_line(end.errors)));
-  }
-  if (end.code == kOutOfMemory) fail_with(Code::kSolverMemory, "clingo ran out of memory");
-  if (std::optional<zarel::Diagnostic> error = clingo_error(end.errors, program)) {
-    if (const std::string version = untested_version(options_.clingo); !version.empty())
-      (error->text += "; ") += version;
-    throw Failure{std::move(*error)};
-  }
-  std::string status(" (status ");
-  (status += std::to_string(end.code)) += ')';
-  if (const std::string version = untested_version(options_.clingo); !version.empty())
-    (status += "; ") += version;
-  if ((end.code & kInterrupted) != 0) {
-    fail_with(Code::kSolverInterrupted,
-              "clingo was interrupted before its search was complete" + status);
-  }
-  fail_with(Code::kSolverIncomplete, "clingo ended without a complete answer" + status);
-}
-
-// clingo's first error, with the place in the input instead of the one in the translation:
-// "-:12:3-4: error: text".
-std::optional<zarel::Diagnostic> ClingoRun::clingo_error(std::string_view errors,
-                                                         const Translated& program) const {
-  // clasp counts in 32 bits, too, but it notices.
-  const bool has_overflow = errors.find("Integer overflow!") != std::string_view::npos;
-  if (traits_.has_sums && has_overflow) {
-    if (const std::optional<std::size_t> fault =
-            sum_at_fault(options_.clingo, given_, program.parts)) {
-      return diagnostic_of(program.parts.faults.at(*fault), program.sources);
-    }
-  }
-  if (has_overflow || errors.find("weight too large") != std::string_view::npos) {
-    return zarel::Diagnostic{
-        Code::kSolverWeights, {}, "the weights of weak constraints leave the 32 bits of clingo"};
-  }
-  constexpr std::string_view kLoud = "ERROR: (clingo): ";
-  const std::size_t found = errors.find("rror: ");
-  const std::size_t loud = errors.find(kLoud);
-  if (found == std::string_view::npos && loud == std::string_view::npos) return {};
-  zarel::Diagnostic diagnostic{Code::kSolverError, {}, "clingo: "};
-  if (loud < found) {
-    diagnostic.text += first_line(errors.substr(loud + kLoud.size()));
-    return diagnostic;
-  }
-  const std::size_t begin = errors.rfind('\n', found) + 1;
-  std::string_view line = first_line(errors.substr(begin));
-  diagnostic.text += line.substr(line.find("rror: ") + 6);
-  std::size_t number = 0;
-  const std::size_t colon = line.find(':');
-  const auto [end, error] =
-      std::from_chars(line.data() + colon + 1, line.data() + line.size(), number);
-  if (!line.starts_with("-:") || error != std::errc()) return diagnostic;
-  const zarel::SourceLocation location = program.lines.source_of(number).location;
-  diagnostic.place = program.sources.place(location);
-  diagnostic.parser_line = static_cast<int>(location.line);
-  return diagnostic;
 }
 
 }    // namespace dl

@@ -31,19 +31,11 @@ std::vector<std::string> clingo_arguments(const Options& options, const Traits& 
 
 OutputSource output_of(ClingoProcess& process);
 
-// The sum for which clasp gave up, if it was one: grounds the translation once more. Throws Failure
-// when no process can be made.
-std::optional<std::size_t> sum_at_fault(const std::string& clingo, std::string_view translation,
-                                        const ProgramParts& parts);
-
-// What is to be said of a clingo that failed, if its major version is another one than that of
-// which it is known that it does what we ask for: asks it.
-std::string untested_version(const std::string& clingo);
-
 // Where the answers of a search go, in pieces, and what is to be said of them.
 struct SearchOutput {
   std::function<void(std::string_view)> answers;
   zarel::DiagnosticSink notes;
+  std::function<void(std::string_view)> said;    // by a search that was divided, a line
 };
 
 class ClingoRun {
@@ -72,9 +64,6 @@ class ClingoRun {
   Search judge(bool has_result, const Translated& program);
   void flush(AnswerReader& answers) const;
   Search end(AnswerReader& answers, const Translated& program, bool complete_lines);
-  [[noreturn]] void fail(const ProcessEnd& end, const Translated& program) const;
-  std::optional<zarel::Diagnostic> clingo_error(std::string_view errors,
-                                                const Translated& program) const;
 
   const Options& options_;
   const SearchOutput& output_;

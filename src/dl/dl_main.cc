@@ -11,13 +11,14 @@
 #include <utility>
 #include <vector>
 
-#include "dl/clingo_process.h"
 #include "dl/clingo_run.h"
 #include "dl/explain/questions.h"
 #include "dl/failure.h"
 #include "dl/instance_counts.h"
 #include "dl/interruption.h"
 #include "dl/options.h"
+#include "dl/parts/divided_search.h"
+#include "dl/parts/job_commands.h"
 #include "dl/read_files.h"
 #include "dl/translate.h"
 
@@ -94,9 +95,14 @@ int run(const std::vector<std::string_view>& arguments, dl::Translated& program)
   if (options.question != dl::QuestionKind::kNone) {
     return answer(dl::survey_files(options.files), options, program.sources);
   }
-  const dl::SearchOutput output{write_answers, [&program](const zarel::Diagnostic& note) {
+  const dl::SearchOutput output{write_answers,
+                                [&program](const zarel::Diagnostic& note) {
                                   std::cerr << message(note, program.sources) << '\n';
-                                }};
+                                },
+                                [](std::string_view said) { std::cerr << "dl: " << said << '\n'; }};
+  if (options.job != dl::JobCommand::kNone) {
+    return dl::do_job(options, output, program) ? kSuccess : kCut;
+  }
   dl::ClingoRun clingo(options, output);
   dl::Program surveyed = dl::survey_files(options.files);
   dl::TextReceiver receiver;
@@ -115,7 +121,7 @@ int run(const std::vector<std::string_view>& arguments, dl::Translated& program)
 }    // namespace
 
 int main(int argc, char** argv) {
-  if (argc > 3 && argv[1] == dl::kBecomeClingo) dl::become_clingo(argv + 2);
+  dl::become_helper(argc, argv);
   dl::Translated program;
   try {
     return run({argv + 1, argv + argc}, program);

@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "dl/failure.h"
+#include "dl/search_plan.h"
 
 namespace dl {
 namespace {
@@ -38,6 +39,11 @@ constexpr Flag kFlags[] = {
     {"stats", [](Options& options) { options.shows_costs = true; }},
     {"conflict", [](Options& options) { ask(options, QuestionKind::kConflict); }},
     {"paid", [](Options& options) { ask(options, QuestionKind::kPaid); }},
+    {"missing", [](Options& options) { options.job = JobCommand::kMissing; }},
+    {"join", [](Options& options) { options.job = JobCommand::kJoin; }},
+    {"partial", [](Options& options) { options.is_partial = true; }},
+    {"nobound", [](Options& options) { options.hands_bound_on = false; }},
+    {"local", [](Options& options) { options.cuts = Cuts::kLocal; }},
     {"nofold", [](Options& options) { options.fold = false; }},
     {"help", [](Options& options) { options.help = true; }},
     {"h", [](Options& options) { options.help = true; }},
@@ -79,6 +85,22 @@ bool set_value(Options& options, std::string_view argument, std::string_view nam
     options.bound = number(argument, value, 0, kMaxInteger);
   } else if (name == "threads") {
     options.threads = static_cast<std::uint64_t>(number(argument, value, 1, kMaxThreads));
+  } else if (name == "part") {
+    options.part = static_cast<std::uint64_t>(number(argument, value, 0, kMaxInteger));
+    options.job = JobCommand::kPart;
+  } else if (name == "jobs") {
+    options.jobs = value;
+  } else if (name == "configuration") {
+    if (!is_configuration(value)) {
+      throw Failure{
+          {Code::kOptionValue,
+           {},
+           "option \"" + std::string(argument) + "\" needs one of " + configuration_list()}};
+    }
+    options.configuration = value;
+  } else if (name == "split") {
+    options.parts = static_cast<std::uint64_t>(
+        number(argument, value, 1, static_cast<std::int64_t>(kMostParts)));
   } else if (name == "time") {
     options.seconds = static_cast<std::uint64_t>(number(argument, value, 1, kMaxInteger));
   } else if (name == "why" || name == "whynot") {
@@ -121,6 +143,49 @@ bool Options::shows(std::string_view name, bool strongly_negated) const {
   return !strongly_negated && std::ranges::find(positive_filters, name) != positive_filters.end();
 }
 
+namespace {
+
+[[noreturn]] void refuse(const char* text) {
+  throw Failure{{Code::kOptionValue, {}, text}};
+}
+
+bool works_without_files(JobCommand job) {
+  return job != JobCommand::kNone && job != JobCommand::kSplit;
+}
+
+// What the options say together.
+void look_at_job(Options& options) {
+  const bool splits = options.parts != 0;
+  if (splits && options.job == JobCommand::kPart) options.job = JobCommand::kDivide;
+  if (splits && options.cuts == Cuts::kNone && options.job == JobCommand::kNone)
+    options.job = JobCommand::kSplit;
+  if (options.cuts == Cuts::kLocal) {
+    if (!splits) refuse("option \"-local\" needs -split=K");
+    if (options.job != JobCommand::kNone || !options.jobs.empty())
+      refuse("option \"-local\" runs all parts itself, and takes no folder");
+    if (options.configuration == kRaceWord)
+      refuse("-local and -configuration=race do not go together");
+  }
+  const bool has_job = options.job != JobCommand::kNone;
+  if (has_job && options.jobs.empty()) {
+    refuse(splits && options.job == JobCommand::kSplit
+               ? "-split needs a folder, -jobs=DIR, or -local"
+               : "-part, -missing and -join need a folder, -jobs=DIR");
+  }
+  if (!has_job && !options.jobs.empty())
+    refuse("option \"-jobs\" needs -split=K, -part=I, -missing or -join");
+  if (options.is_partial && options.job != JobCommand::kJoin)
+    refuse("option \"-partial\" needs -join");
+  if (works_without_files(options.job) && !options.files.empty())
+    refuse("the folder of -jobs has the program: no file is read with -part, -missing and -join");
+  if (has_job && options.question != QuestionKind::kNone)
+    refuse("a question is about a whole search, not one in parts");
+  if (has_job && options.configuration == kRaceWord)
+    refuse("-configuration=race and -jobs do not go together");
+}
+
+}    // namespace
+
 Options read_options(const std::vector<std::string_view>& arguments) {
   Options options;
   for (const std::string_view argument : arguments) {
@@ -130,14 +195,18 @@ Options read_options(const std::vector<std::string_view>& arguments) {
       options.files.emplace_back(argument);
     }
   }
-  if (options.files.empty() && !options.help && !options.version) {
+  if (options.help || options.version) return options;
+  look_at_job(options);
+  if (options.files.empty() && !works_without_files(options.job)) {
     throw Failure{{Code::kNoInputFile, {}, "no input file, see dl -help"}};
   }
   return options;
 }
 
 std::string version_text() {
-  return "dl 1.0, tested with clingo " + std::string(kTestedClingo) + '\n';
+  std::string text("dl ");
+  ((text += kDlVersion) += ", tested with clingo ") += kTestedClingo;
+  return text += '\n';
 }
 
 std::string_view help_text() {
@@ -152,6 +221,15 @@ std::string_view help_text() {
          "  -brave, -FB    a query's answers hold in some answer set\n"
          "  -cautious, -FC a query's answers hold in every answer set (the default)\n"
          "  -threads=K     search with K threads\n"
+         "  -configuration=NAME  clingo's settings: auto, frumpy, jumpy, tweety, handy, crafty, "
+         "trendy, many;\n"
+         "                 race tries several, and the first to finish wins\n"
+         "  -split=K -local  cut the search into K parts or some more, which run on all cores\n"
+         "  -split=K -jobs=DIR  cut it, and put the parts into the folder DIR\n"
+         "  -jobs=DIR -part=I   run part I; with -split=K cut it again instead\n"
+         "  -jobs=DIR -missing  tell which parts have no result, as 3,5-7\n"
+         "  -jobs=DIR -join     print what the parts have found; with -partial what is there\n"
+         "  -nobound       leave costs that other parts have reached out of account\n"
          "  -time=K        end the search after K seconds and show what was found\n"
          "  -translate     print the program for clingo and stop\n"
          "  -stats         tell which rules have most instances\n"

@@ -14,6 +14,12 @@ enum class Reasoning { kCautious, kBrave };
 // What is asked of an answer set instead of the answer sets themselves.
 enum class QuestionKind { kNone, kWhy, kWhyNot, kConflict, kPaid };
 
+// Whether the search is cut into parts that run on this machine: always, or where it takes long.
+enum class Cuts { kNone, kLocal, kAuto };
+
+// What is done with a search in parts that lies in a folder.
+enum class JobCommand { kNone, kSplit, kPart, kDivide, kMissing, kJoin };
+
 struct Options {
   std::vector<std::string> files;
   std::vector<std::string> filters;    // a name shows the predicate and its strong negation
@@ -22,6 +28,14 @@ struct Options {
   std::uint64_t answer_sets = 0;    // at most so many, 0: all; the one that a question is about
   std::uint64_t seconds = 0;        // 0: no limit
   std::uint64_t threads = 1;
+  std::string configuration;    // of clingo; empty: its own choice
+  Cuts cuts = Cuts::kNone;
+  std::uint64_t parts = 0;    // at least so many; 0: by the number of cores
+  JobCommand job = JobCommand::kNone;
+  std::string jobs;              // its folder
+  std::uint64_t part = 0;        // of which it is
+  bool is_partial = false;       // a join of what is there
+  bool hands_bound_on = true;    // to parts that run later
   std::optional<std::int64_t> bound;
   std::optional<std::uint32_t> seed;    // a search in another order; for hosts, not for dl's users
   Reasoning reasoning = Reasoning::kCautious;
@@ -48,6 +62,8 @@ struct Options {
 // Reads the arguments after the program's name, in any order, with one dash or two. Throws Failure
 // for an argument that is no option and a value that does not fit.
 Options read_options(const std::vector<std::string_view>& arguments);
+
+inline constexpr std::string_view kDlVersion = "1.0";
 
 // The versions of clingo that dl is tested with. A later one of this major version goes by the same
 // rules.

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "dl/options.h"
+#include "dl/search_plan.h"
 #include "workbench/answers/forms.h"
 #include "workbench/messages/catalogue.h"
 #include "workbench/messages/nearest.h"
@@ -58,6 +59,7 @@ struct RawOptions {
   std::string difference;              // --diff: to what
   std::vector<std::string> reports;    // --report
   std::string standard_form = "text";
+  std::string parts;    // a number, or "auto"
   bool is_brave = false;
   bool is_cautious = false;
 };
@@ -98,6 +100,24 @@ CLI::Validator one_of(std::vector<std::string> words) {
   const auto check = [words = std::move(words)](const std::string& text) {
     if (std::ranges::find(words, text) != words.end()) return std::string();
     return "one of " + listed(words) + " is needed, not " + text;
+  };
+  return CLI::Validator(check, "");
+}
+
+CLI::Validator configuration() {
+  const auto check = [](const std::string& text) {
+    return dl::is_configuration(text)
+               ? std::string()
+               : "one of " + dl::configuration_list() + " is needed, not " + text;
+  };
+  return CLI::Validator(check, "");
+}
+
+CLI::Validator part_count() {
+  const CLI::Validator number = whole_number(1, dl::kMostParts);
+  const auto check = [number](std::string text) {
+    const bool is_fine = text == "auto" || number(text).empty();
+    return is_fine ? std::string() : "auto or a number up to 1000000 is needed, not " + text;
   };
   return CLI::Validator(check, "");
 }
@@ -255,6 +275,18 @@ void add_search_options(CLI::App& app, SearchOptions& search, RawOptions& raw) {
       ->excludes(cautious)
       ->group("Answers");
   add_clingo_options(app, search);
+  app.add_option("--configuration", search.configuration,
+                 "How clingo searches: auto, frumpy, jumpy, tweety, handy, crafty, trendy or many; "
+                 "race tries several at once, and the first to finish wins")
+      ->check(configuration())
+      ->type_name("NAME")
+      ->group(kGroup);
+  app.add_option("--parts", raw.parts,
+                 "Cut the search into K parts or some more, which run on all cores; auto: if it "
+                 "takes long")
+      ->check(part_count())
+      ->type_name("K")
+      ->group(kGroup);
   app.add_option("--solver", search.solver,
                  "Another solver of the language of dl, in place of clingo")
       ->type_name("PATH")
@@ -392,6 +424,23 @@ std::vector<ItemPattern> patterns_of(const std::vector<std::string>& filters) {
   return patterns;
 }
 
+// A search can be divided in one way only, and by clingo alone.
+void finish_parts(SearchOptions& search, const RawOptions& raw) {
+  if (raw.parts == "auto") {
+    search.cuts = dl::Cuts::kAuto;
+  } else if (!raw.parts.empty()) {
+    search.cuts = dl::Cuts::kLocal;
+    search.parts = std::stoull(raw.parts);
+  }
+  const bool is_race = search.configuration == dl::kRaceWord;
+  if (search.cuts == dl::Cuts::kNone && !is_race) return;
+  const std::string option = is_race ? "--configuration race" : "--parts";
+  if (is_race && search.cuts != dl::Cuts::kNone)
+    throw WrongUsage{"--configuration race and --parts do not go together"};
+  if (!search.solver.empty()) throw WrongUsage{option + " needs clingo: leave out --solver"};
+  if (search.shows_improving) throw WrongUsage{option + " and --improving do not go together"};
+}
+
 void finish(CommandLine& line, const CLI::App& app, const RawOptions& raw) {
   line.answers.destinations = destinations_of(app, raw);
   if (!raw.forms.empty()) line.why.form = raw.forms.back();
@@ -406,6 +455,7 @@ void finish(CommandLine& line, const CLI::App& app, const RawOptions& raw) {
   }
   if (line.search.shows_improving && !line.search.solver.empty())
     throw WrongUsage{"--improving needs clingo: leave out --solver"};
+  finish_parts(line.search, raw);
   if (raw.difference == "facts") {
     line.answers.differs_from_facts = line.search.leaves_out_facts = true;
   }

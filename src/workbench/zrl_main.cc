@@ -3,7 +3,7 @@
 #include <span>
 
 #include "base/standard_streams.h"
-#include "dl/clingo_process.h"
+#include "dl/parts/divided_search.h"
 #include "workbench/command_line.h"
 #include "workbench/commands.h"
 
@@ -38,10 +38,7 @@ workbench::ExitStatus run(std::span<char* const> arguments) {
 }    // namespace
 
 int main(int argument_count, char** argument_list) {
-  constexpr int kOwnArguments = 3;    // see Note [bound to the life of dl]
-  if (argument_count > kOwnArguments && argument_list[1] == dl::kBecomeClingo) {
-    dl::become_clingo(argument_list + 2);
-  }
+  dl::become_helper(argument_count, argument_list);
   zarel::occupy_closed_streams();
   return static_cast<int>(run({argument_list, static_cast<std::size_t>(argument_count)}));
 }

@@ -7,23 +7,18 @@
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
-#include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
 #include <sstream>
 #include <string_view>
-#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
 #include <vector>
 
-#include "dl/clingo_process.h"
+#include "dl/child_process.h"
+#include "dl/failure.h"
 #include "dl/interruption.h"
 #include "workbench/pictures/dot_text.h"
-
-extern char** environ;
 
 namespace workbench {
 namespace {
@@ -39,54 +34,11 @@ Message failure(std::string text) {
   return {"graphviz-failure", {}, std::move(text)};
 }
 
-// A descriptor that is closed with its owner.
-class Descriptor {
- public:
-  explicit Descriptor(int descriptor) : descriptor_(descriptor) {}
-  ~Descriptor() { close(); }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  int get() const { return descriptor_; }
-  void close() {
-    if (descriptor_ >= 0) ::close(descriptor_);
-    descriptor_ = -1;
-  }
-
- private:
-  int descriptor_;
-};
-
-bool write_all(int descriptor, std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t written = ::write(descriptor, text.data(), text.size());
-    if (written < 0 && errno != EINTR) return false;
-    if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return ::lseek(descriptor, 0, SEEK_SET) == 0;
-}
-
 // The child, and its end whatever happens.
 class Child {
  public:
-  // As clingo is started; see Note [bound to the life of dl].
-  int start(const std::vector<std::string>& command, int input, int output, int errors) {
-    std::vector<std::string> words{"zrl", std::string(dl::kBecomeClingo),
-                                   std::to_string(::getpid())};
-    words.insert(words.end(), command.begin(), command.end());
-    std::vector<char*> pointers;
-    pointers.reserve(words.size() + 1);
-    for (std::string& word : words) pointers.push_back(word.data());
-    pointers.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    ::posix_spawn_file_actions_init(&actions);
-    ::posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
-    ::posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-    ::posix_spawn_file_actions_adddup2(&actions, errors, STDERR_FILENO);
-    const int error =
-        ::posix_spawn(&pid_, "/proc/self/exe", &actions, nullptr, pointers.data(), environ);
-    ::posix_spawn_file_actions_destroy(&actions);
-    if (error != 0) pid_ = -1;
-    return error;
+  void start(const std::vector<std::string>& command, dl::ChildStreams streams) {
+    pid_ = dl::start_child(command.front(), {command.begin() + 1, command.end()}, streams);
   }
   // Returns the status as waitpid gives it.
   int wait() {
@@ -150,25 +102,25 @@ struct Outcome {
 Outcome run_graphviz(const std::string& engine, const std::string& text, double seconds) {
   const auto deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(
                                            std::chrono::duration<double>(seconds));
-  const Descriptor input(::memfd_create("graph", MFD_CLOEXEC));
-  const Descriptor errors(::memfd_create("graphviz-errors", MFD_CLOEXEC));
-  int pipe[2] = {-1, -1};
-  if (::pipe2(pipe, O_CLOEXEC) != 0 || !write_all(input.get(), text)) {
-    return {.failure = failure(std::string("Graphviz cannot be started: ") + std::strerror(errno))};
-  }
-  const Descriptor output(pipe[0]);
-  Descriptor end_of_child(pipe[1]);
-  Child child;
-  std::string engine_option("-K");
-  const std::vector<std::string> command{"dot", engine_option += engine, "-Tsvg",
-                                         "-Goverlap=prism"};
-  const int error = child.start(command, input.get(), end_of_child.get(), errors.get());
-  end_of_child.close();
-  if (error != 0) {
-    return {.failure = failure(std::string("Graphviz cannot be started: ") + std::strerror(error))};
-  }
   Outcome outcome;
-  const Reading reading = read_until(output.get(), deadline, outcome.svg);
+  Child child;
+  dl::Descriptor output;
+  dl::Descriptor errors;
+  try {
+    const dl::Descriptor input = dl::make_memory_file("graph");
+    errors = dl::make_memory_file("graphviz-errors");
+    dl::append_to(input, text);
+    ::lseek(input.number(), 0, SEEK_SET);
+    dl::Pipe pipe = dl::make_pipe();
+    output = std::move(pipe.reading);
+    std::string engine_option("-K");
+    child.start({"dot", engine_option += engine, "-Tsvg", "-Goverlap=prism"},
+                {input.number(), pipe.writing.number(), errors.number()});
+  } catch (const dl::Failure& error) {
+    outcome.failure = failure("Graphviz cannot be started: " + error.diagnostic.text);
+    return outcome;
+  }
+  const Reading reading = read_until(output.number(), deadline, outcome.svg);
   outcome.is_late = reading == Reading::kLate;
   if (reading == Reading::kInterrupted) {
     outcome.failure = failure("the drawing by Graphviz was interrupted");
@@ -177,7 +129,7 @@ Outcome run_graphviz(const std::string& engine, const std::string& text, double 
   const int status = child.wait();
   if (WIFEXITED(status) && WEXITSTATUS(status) == 0 && !outcome.svg.empty()) return outcome;
   std::string said("Graphviz failed to draw the picture");
-  const std::string line = first_line(errors.get());
+  const std::string line = first_line(errors.number());
   if (!line.empty()) (said += ", and said: ") += line;
   outcome.failure = failure(std::move(said));
   return outcome;

@@ -2,11 +2,13 @@
 #include <utility>
 
 #include "dl/answer_reader.h"
+#include "dl/clingo_failure.h"
 #include "dl/clingo_process.h"
 #include "dl/clingo_run.h"
 #include "dl/failure.h"
 #include "dl/interruption.h"
 #include "dl/read_files.h"
+#include "dl/search_plan.h"
 #include "dl/translate.h"
 #include "model/run.h"
 #include "workbench/progress/run_progress.h"
@@ -26,6 +28,9 @@ dl::Options translation_options(const zarel::Run& run, const SearchOptions& chos
   options.clingo = chosen.clingo;
   options.answer_sets = chosen.answer_sets;
   options.threads = chosen.threads;
+  options.configuration = chosen.configuration;
+  options.cuts = chosen.cuts;
+  options.parts = chosen.parts;
   options.bound = chosen.maxint;
   options.seed = chosen.seed;
   options.leave_out_facts = chosen.leaves_out_facts;
@@ -62,7 +67,7 @@ class ClingoSearch {
 
  private:
   void translate();
-  std::vector<std::string> arguments() const;
+  dl::SearchCommand command() const;
   void read_answers();
   void read_line(std::string_view line, dl::AnswerReader& answers);
   bool print(dl::AnswerReader& answers);
@@ -92,15 +97,16 @@ class ClingoSearch {
 };
 
 // clingo says what it does only to who asks it to.
-std::vector<std::string> ClingoSearch::arguments() const {
-  std::vector<std::string> words = dl::clingo_arguments(options_, traits_);
+dl::SearchCommand ClingoSearch::command() const {
+  dl::SearchPlan plan = dl::plan_search(options_, traits_);
+  std::vector<std::string>& words = plan.arguments;
   if (tells_statistics_) words.insert(words.begin(), "--stats");
   if (is_talkative_) std::ranges::replace(words, "--verbose=0", "--verbose=1");
   // See Note [improving answer sets].
   if (shows_improving_ && !traits_.has_query) {
     std::ranges::replace(words, "--quiet=1,0,2", "--quiet=0,0,2");
   }
-  return words;
+  return dl::command_of(plan);
 }
 
 // clingo reads while this translates.
@@ -111,7 +117,10 @@ void ClingoSearch::translate() {
   dl::Program surveyed =
       dl::survey_with_files(std::string(kRewrittenName), std::move(text), program_.plain_facts());
   traits_ = dl::traits_of(surveyed, options_);
-  if (!surveyed.has_failed()) clingo_.start(options_.clingo, arguments());
+  if (!surveyed.has_failed()) {
+    const dl::SearchCommand started = command();
+    clingo_.start(started.program, started.arguments);
+  }
   program_.forget_clauses();
   const auto give = [this](std::string_view piece) {
     clingo_.write(piece);
@@ -140,6 +149,10 @@ bool ClingoSearch::print(dl::AnswerReader& answers) {
 
 // In front of the answers clingo says what it does, behind its result what that took.
 void ClingoSearch::read_line(std::string_view line, dl::AnswerReader& answers) {
+  if (line.starts_with(dl::kSearchNote)) {
+    result_.notes.emplace_back(line.substr(dl::kSearchNote.size()));
+    return;
+  }
   if (has_result_) {
     const std::size_t end = line.find_last_not_of(' ') + 1;
     if (end != 0) result_.figures.emplace_back(line.substr(0, end));

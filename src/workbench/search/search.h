@@ -72,6 +72,7 @@ struct SearchResult {
   Asked asked;
   Judgement judgement;
   std::string said = {};                    // by the solver, on its standard error
+  std::vector<std::string> notes = {};      // of how a search was divided, a line each
   std::vector<std::string> figures = {};    // of the solver's own, a line each
   std::vector<std::string> profile = {};    // which rules have most instances, a line each
 };

@@ -137,8 +137,7 @@ void SolverSearch::start() {
   kept_.add(Stage::kRewritten, text);
   const std::string file = folder_.write("program.dl", text);
   if (dl::interruption() != dl::Interruption::kNone) return;
-  solver_.start(options_.solver, arguments(program_.run(), options_, file),
-                dl::ClingoProcess::Group::kOwn);
+  solver_.start(options_.solver, arguments(program_.run(), options_, file), dl::ProcessGroup::kOwn);
   solver_.finish_input();    // it has its file
   program_.forget_clauses();
 }

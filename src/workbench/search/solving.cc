@@ -107,6 +107,7 @@ void tell_statistics(const SearchResult& result, const ClauseCounts& clauses, Re
 void tell(const Found& found, const SearchResult& result, Reporter& reporter) {
   std::istringstream said(result.said);
   for (std::string line; std::getline(said, line);) reporter.note("the solver says: " + line);
+  for (const std::string& line : result.notes) reporter.note(line);
   std::string text = in_words(found, result.asked, result.judgement);
   if (result.judgement.end == SearchEnd::kCut) {
     text = reason_of(dl::interruption()) + ": " + text;

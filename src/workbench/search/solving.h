@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "dl/options.h"
 #include "workbench/answers/answer_options.h"
 #include "workbench/messages/exit_status.h"
 #include "workbench/messages/reporter.h"
@@ -22,6 +23,9 @@ struct SearchOptions {
   std::string_view consequences_option;    // that asked for them; empty: none did
   double seconds = 0;                      // of the whole run; 0: no limit
   unsigned threads = 1;
+  std::string configuration;    // of clingo, or the race among them; empty: its own choice
+  dl::Cuts cuts = dl::Cuts::kNone;
+  std::uint64_t parts = 0;    // where the search is cut: at least so many; 0: by the cores
   std::optional<std::int64_t> maxint;
   std::optional<std::uint32_t> seed;
   bool leaves_out_facts = false;

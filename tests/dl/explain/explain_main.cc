@@ -2,7 +2,7 @@
 // life of dl].
 #include <gtest/gtest.h>
 
-#include "dl/clingo_process.h"
+#include "dl/child_process.h"
 
 int main(int argc, char** argv) {
   if (argc > 3 && argv[1] == dl::kBecomeClingo) dl::become_clingo(argv + 2);

@@ -9,13 +9,15 @@
 namespace dl_test {
 
 // Calls `test` with the seeds from 1 to `usual`; then, where the environment has
-// ZAREL_RANDOM_SECONDS, with more until so many seconds are over. Ends behind a failure.
+// ZAREL_RANDOM_SECONDS, with more until so many seconds are over. ZAREL_RANDOM_SEED is the first one
+// instead of 1. Ends behind a failure.
 template <typename Test>
 void each_seed(unsigned usual, Test&& test) {
   const char* const seconds = std::getenv("ZAREL_RANDOM_SECONDS");
   const auto end = std::chrono::steady_clock::now() +
                    std::chrono::seconds(seconds == nullptr ? 0 : std::atoi(seconds));
-  unsigned seed = 1;
+  const char* const first = std::getenv("ZAREL_RANDOM_SEED");
+  unsigned seed = first == nullptr ? 1 : static_cast<unsigned>(std::atoi(first));
   while (seed <= usual || std::chrono::steady_clock::now() < end) {
     test(seed);
     if (testing::Test::HasFailure()) FAIL() << "seed " << seed;
