@@ -86,8 +86,7 @@ std::optional<std::size_t> sum_at_fault(const std::string& clingo, std::string_v
   return first;
 }
 
-// A program's start costs time, so a clingo that answers as it should is not asked.
-std::string untested_version(const std::string& clingo) {
+std::string version_of(const std::string& clingo) {
   ClingoProcess process;
   process.start(clingo, {"--version"});
   process.finish_input();
@@ -100,6 +99,12 @@ std::string untested_version(const std::string& clingo) {
       if (version.empty() && line.starts_with(kBegin)) version = line.substr(kBegin.size());
     }
   } while (reader.wait());
+  return version;
+}
+
+// A program's start costs time, so a clingo that answers as it should is not asked.
+std::string untested_version(const std::string& clingo) {
+  const std::string version = version_of(clingo);
   if (version.empty() || version.starts_with(kClingoMajor)) return {};
   std::string text("this is clingo ");
   return ((text += version) += ", and it was tested with ") += kTestedClingo;

@@ -24,6 +24,9 @@ struct FailedSearch {
 std::optional<std::size_t> sum_at_fault(const std::string& clingo, std::string_view translation,
                                         const ProgramParts& parts);
 
+// "5.4.1"; nothing where the program does not tell.
+std::string version_of(const std::string& clingo);
+
 // What is to be said of a clingo that failed, if its major version is another one than that of
 // which it is known that it does what we ask for: asks it.
 std::string untested_version(const std::string& clingo);

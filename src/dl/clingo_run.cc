@@ -18,6 +18,19 @@ bool has_finished(const ProcessEnd& end) {
          (end.code == kSomeFound || end.code == kNoneExists || end.code == kAllFound);
 }
 
+namespace {
+
+bool has_limit(const Options& options, const Traits& traits) {
+  const bool is_one_best = options.one_best && traits.has_weak_constraints;
+  return options.answer_sets != 0 && !traits.has_query && !is_one_best;
+}
+
+}    // namespace
+
+bool has_finished(const ProcessEnd& end, const Options& options, const Traits& traits) {
+  return has_finished(end) && (end.code != kSomeFound || has_limit(options, traits));
+}
+
 OutputSource output_of(ClingoProcess& process) {
   return [&process](char* buffer, std::size_t size) { return process.read(buffer, size); };
 }
@@ -47,7 +60,7 @@ std::vector<std::string> clingo_arguments(const Options& options, const Traits& 
     for (const char* const word : {"--rand-freq=0.2", "--sign-def=rnd", "--sign-def-disj=rnd"})
       words.emplace_back(word);
   }
-  const bool is_limited = !traits.has_query && !is_one_best;
+  const bool is_limited = has_limit(options, traits);
   words.push_back("--models=" + std::to_string(is_limited ? options.answer_sets : 0));
   words.emplace_back("-");
   return words;
@@ -115,7 +128,7 @@ void ClingoRun::flush(AnswerReader& answers) const {
 Search ClingoRun::judge(bool has_result, const Translated& program) {
   const ProcessEnd end = process_.end();
   const bool is_cut = interruption() != Interruption::kNone;
-  const bool finished = has_result && has_finished(end);
+  const bool finished = has_result && has_finished(end, options_, traits_);
   if (!finished && !is_cut) fail_search(end, {options_.clingo, program, given_});
   return finished ? Search::kComplete : Search::kCut;
 }

@@ -23,8 +23,12 @@ inline constexpr int kNoneExists = 20;    // no further one, behind some
 inline constexpr int kAllFound = 30;
 inline constexpr int kOutOfMemory = 33;
 
-// Whether clingo says that it ended as it should.
+// Whether clingo says that it ended as it should, as far as its status tells.
 bool has_finished(const ProcessEnd& end);
+
+// The same of a whole search. Some answer sets are all only where no more were asked for: clingo
+// ends with that status when it meets a limit of its own, too.
+bool has_finished(const ProcessEnd& end, const Options& options, const Traits& traits);
 
 // What clingo is started with.
 std::vector<std::string> clingo_arguments(const Options& options, const Traits& traits);

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <utility>
 
+#include "dl/clingo_failure.h"
 #include "dl/clingo_run.h"
 #include "dl/cores.h"
 
@@ -19,6 +20,18 @@ std::optional<std::size_t> number_in(std::string_view text) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
   return number;
+}
+
+// Note [threads]
+// clasp 3.3.5, which is that of clingo 5.4.1, can omit answer sets when several threads enumerate
+// them; its authors say so of all before 3.3.9, which came with clingo 5.6. There the threads get
+// parts of the search instead, which have nothing in common.
+bool omits_answer_sets(const std::string& clingo) {
+  const std::string version = version_of(clingo);
+  constexpr std::string_view kMajor = "5.";
+  constexpr char kMended = '6';
+  return version.starts_with(kMajor) && version.size() > kMajor.size() + 1 &&
+         version[kMajor.size() + 1] == '.' && version[kMajor.size()] < kMended;
 }
 
 }    // namespace
@@ -46,6 +59,9 @@ SearchPlan plan_search(const Options& options, const Traits& traits) {
   } else if (options.cuts == Cuts::kAuto) {
     plan.kind = SearchKind::kAuto;
   } else if (options.cuts == Cuts::kLocal) {
+    plan.kind = SearchKind::kParts;
+  } else if (options.threads > 1 && !traits.has_query && options.answer_sets != 1 &&
+             omits_answer_sets(options.clingo)) {
     plan.kind = SearchKind::kParts;
   }
   return plan;

@@ -47,6 +47,8 @@ const Script kScripts[] = {
     {"killed", "kill -9 $$", "dl: clingo died of signal 9 (Killed)\n"},
     {"half_a_line", "cat >/dev/null; echo SATISFIABLE; printf 'a b'; exit 30",
      "dl: clingo ended without a complete answer (status 30)\n"},
+    {"ends_as_if_more_were_not_wanted", "cat >/dev/null; echo a; echo SATISFIABLE; exit 10",
+     "dl: clingo ended without a complete answer (status 10)\n", "{a}\n"},
     {"no_final_line", "cat >/dev/null; exit 30",
      "dl: clingo ended without a complete answer (status 30)\n"},
     {"unknown_result", "echo UNKNOWN; exit 0",

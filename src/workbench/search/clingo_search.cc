@@ -218,7 +218,8 @@ void ClingoSearch::stop() {
 void ClingoSearch::judge(dl::AnswerReader& answers, bool has_whole_lines) {
   const dl::ProcessEnd end = clingo_.end();
   const bool is_cut = dl::interruption() != dl::Interruption::kNone;
-  const bool has_finished = has_whole_lines && answers.has_result() && dl::has_finished(end);
+  const bool has_finished =
+      has_whole_lines && answers.has_result() && dl::has_finished(end, options_, traits_);
   if (!has_finished && !is_cut) fail(end);
   if (improving_) improving_->finish();
   Judgement& judgement = result_.judgement;

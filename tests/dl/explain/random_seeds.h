@@ -18,12 +18,13 @@ void each_seed(unsigned usual, Test&& test) {
                    std::chrono::seconds(seconds == nullptr ? 0 : std::atoi(seconds));
   const char* const first = std::getenv("ZAREL_RANDOM_SEED");
   unsigned seed = first == nullptr ? 1 : static_cast<unsigned>(std::atoi(first));
-  while (seed <= usual || std::chrono::steady_clock::now() < end) {
+  const unsigned last = first == nullptr ? usual : seed;
+  while (seed <= last || std::chrono::steady_clock::now() < end) {
     test(seed);
     if (testing::Test::HasFailure()) FAIL() << "seed " << seed;
     ++seed;
   }
-  if (seed > usual + 1) testing::Test::RecordProperty("seeds", static_cast<int>(seed - 1));
+  if (seed > last + 1) testing::Test::RecordProperty("seeds", static_cast<int>(seed - 1));
 }
 
 }    // namespace dl_test
