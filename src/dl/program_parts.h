@@ -63,6 +63,7 @@ struct Traits {
   bool has_weak_constraints = false;
   bool has_sums = false;    // #sum or #avg
   bool has_bound = false;
+  bool has_several_levels = false;    // of weak constraints, or may have
 };
 
 // What the translation of a whole program leaves behind.

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "base/characters.h"
+
 namespace dl {
 
 std::vector<IncludeLine> Survey::take_includes() {
@@ -19,8 +21,12 @@ MaybeMistake Survey::rule(const Statement& statement) {
   return {};
 }
 
-MaybeMistake Survey::weak_constraint(const Statement& statement, const Piece&, const Piece&) {
+MaybeMistake Survey::weak_constraint(const Statement& statement, const Piece&, const Piece& level) {
+  const bool is_variable = !level.text.empty() && !zarel::is_digit(level.text.front());
+  if (has_weak_constraints_ && level.text != level_) has_several_levels_ = true;
+  has_several_levels_ = has_several_levels_ || is_variable;
   has_weak_constraints_ = true;
+  level_ = level.text;
   see(statement);
   return {};
 }

@@ -24,6 +24,7 @@ class Survey : public StatementReceiver {
  public:
   bool has_query() const { return has_query_; }
   bool has_weak_constraints() const { return has_weak_constraints_; }
+  bool has_several_levels() const { return has_several_levels_; }    // of them, or it may have
   bool has_sums() const { return has_sums_; }                     // #sum or #avg
   std::optional<std::int64_t> bound() const { return bound_; }    // the first that is given
   // What of the program can be folded, when all of it was taken, but for what is undecided.
@@ -53,7 +54,9 @@ class Survey : public StatementReceiver {
   std::optional<std::int64_t> bound_;
   bool has_query_ = false;
   bool has_weak_constraints_ = false;
+  bool has_several_levels_ = false;
   bool has_sums_ = false;
+  std::string level_;    // of the last one
 };
 
 }    // namespace dl

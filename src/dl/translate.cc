@@ -244,7 +244,7 @@ Program survey_texts(std::span<const Source> sources, const IncludedText& includ
 Traits traits_of(const Program& program, const Options& options) {
   const Survey& survey = program.survey;
   return {survey.has_query() && !options.leaves_out_query, survey.has_weak_constraints(),
-          survey.has_sums(), options.bound || survey.bound()};
+          survey.has_sums(), options.bound || survey.bound(), survey.has_several_levels()};
 }
 
 namespace {

@@ -56,6 +56,20 @@ constexpr Case kCosts[] = {
      "Best model: {b}\nCost ([Weight:Level]): <[0:2]>\n\"[9:1]\"\n"},
     {"levels_without_instances_are_shown", "a. :~ b. [1:3] :~ a. [5:2] :~ b. [1:1]",
      "Best model: {a}\nCost ([Weight:Level]): <[0:3]>\n\"[5:2]\"\n\"[0:1]\"\n"},
+    // clasp 3.3.5 finds one of its answer sets for ever when it improves all levels at once.
+    {"levels_one_after_the_other",
+     "n(1). n(2). n(3). m(1,a). m(2,a). m(2,b).\n"
+     "p(X) v q(X) v t(X) :- n(X).\n"
+     ":~ n(X), m(X,Y), #count{V : p(V), V != X} >= 1, n(Y), m(X,_). [X:1]\n"
+     ":~ n(X), m(X,Y), n(Y). [3:1]\n"
+     ":~ n(X), not q(Y), Y != X, n(Y). [2:2]\n"
+     ":~ n(X), q(X), m(X,_). [3:1]\n"
+     ":~ n(X), not t(X), Y != X, n(Y). [1:1]\n"
+     ":~ n(X), p(X), p(X). [2:0]\n"
+     ":~ n(X), not t(X). [X:2]\n"
+     ":~ n(X), not q(Y), n(Y), m(X,_). [3:0]\n",
+     "Best model: {m(1,a), m(2,a), m(2,b), n(1), n(2), n(3), q(1), q(2), q(3)}\n"
+     "Cost ([Weight:Level]): <[6:2]>\n\"[15:1]\"\n\"[0:0]\"\n"},
     {"variable_levels", "p(a,1,2). p(b,2,3). p(c,4,3). :~ p(X,W,L). [W:L]",
      "Best model: {p(a,1,2), p(b,2,3), p(c,4,3)}\nCost ([Weight:Level]): <[6:3]>\n\"[1:2]\"\n"},
     {"variable_level_with_no_instance", "a. :~ p(L). [2:L]",
