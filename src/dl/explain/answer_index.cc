@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <numeric>
 #include <utility>
 
 namespace dl {
@@ -9,27 +10,48 @@ namespace {
 
 constexpr std::size_t kFirstSlots = 64;
 
+// Note [neighbours]
+// What is looked up one after the other often has values one beside the other: the numbers of a
+// chain, names in the order of the input. So these have hashes one beside the other, eight at a
+// time, and a lookup finds in the cache what the one before has waited for.
+constexpr std::size_t kNeighbours = 8;
+
 // The part of a hash that a slot keeps.
 std::uint32_t part_of(std::size_t hash) {
   return static_cast<std::uint32_t>(hash >> 32);
 }
 
+std::uint64_t mixed(std::uint64_t hash, std::uint64_t value) {
+  hash = (hash ^ value) * 0xff51afd7ed558ccdu;
+  return hash ^ (hash >> 29);
+}
+
+// See Note [neighbours].
+std::size_t neighbourly(GroundTerm value) {
+  const std::uint64_t hash = mixed(0, value / kNeighbours);
+  return ((hash ^ (hash >> 32)) & ~(kNeighbours - 1)) | value % kNeighbours;
+}
+
 }    // namespace
 
+// See Note [neighbours]; the upper half, of which slots keep a part, tells them apart.
 std::size_t AnswerIndex::hash_of(PredicateNumber predicate, std::span<const GroundTerm> arguments) {
   std::uint64_t hash = predicate * 0x9e3779b97f4a7c15u;
-  for (const GroundTerm argument : arguments) {
-    hash = (hash ^ argument) * 0xff51afd7ed558ccdu;
-    hash ^= hash >> 29;
+  if (arguments.empty()) return hash ^ (hash >> 32);
+  for (const GroundTerm argument : arguments.first(arguments.size() - 1)) {
+    hash = mixed(hash, argument);
   }
-  return hash ^ (hash >> 32);
+  const GroundTerm last = arguments.back();
+  hash = mixed(hash, last / kNeighbours);
+  hash = ((hash ^ (hash >> 32)) & ~(kNeighbours - 1)) | last % kNeighbours;
+  return hash ^ (std::uint64_t{last % kNeighbours} << 61);
 }
 
 PredicateNumber AnswerIndex::number(const Predicate& predicate) {
   const auto found = numbers_.find(predicate);
   if (found != numbers_.end()) return found->second;
   const auto number = static_cast<PredicateNumber>(predicates_.size());
-  predicates_.push_back({predicate, {}, {}, {}});
+  predicates_.push_back({predicate, {}, {}});
   numbers_.emplace(predicate, number);
   return number;
 }
@@ -65,7 +87,7 @@ bool AnswerIndex::is_at(const Slot& slot, PredicateNumber predicate,
 }
 
 void AnswerIndex::clear() {
-  for (Entry& entry : predicates_) entry = {entry.key, {}, {}, {}};
+  for (Entry& entry : predicates_) entry = {entry.key, {}, {}};
   atoms_.clear();
   arguments_.clear();
   slots_.clear();
@@ -106,40 +128,45 @@ std::span<const AtomNumber> AnswerIndex::atoms(PredicateNumber predicate) const 
   return predicates_[predicate].atoms;
 }
 
-// Counts, then puts each atom into the stretch of its value.
-void AnswerIndex::index_place(Entry& entry, std::uint32_t place) {
+// Counts, then puts each atom into its bucket, from behind, so that the atoms keep their order.
+void AnswerIndex::index_place(Entry& entry, std::uint32_t place) const {
   PlaceIndex& index = entry.places[place];
-  for (const AtomNumber atom : entry.atoms) ++index.stretches[arguments(atom)[place]].second;
-  std::uint32_t begin = 0;
-  for (const AtomNumber atom : entry.atoms) {
-    auto& [first, count] = index.stretches[arguments(atom)[place]];
-    if (count == 0) continue;
-    first = begin;
-    begin += std::exchange(count, 0);
-  }
+  index.ends.assign(std::bit_ceil(std::max(entry.atoms.size(), kNeighbours)), 0);
+  const std::size_t mask = index.ends.size() - 1;
+  const auto bucket = [&](AtomNumber atom) { return neighbourly(argument(atom, place)) & mask; };
+  for (const AtomNumber atom : entry.atoms) ++index.ends[bucket(atom)];
+  std::partial_sum(index.ends.begin(), index.ends.end(), index.ends.begin());
   index.atoms.resize(entry.atoms.size());
-  // A count of 0 says that nothing was put there yet; all are counted once more.
-  for (const AtomNumber atom : entry.atoms) {
-    auto& [first, count] = index.stretches[arguments(atom)[place]];
-    index.atoms[first + count++] = atom;
+  std::vector<std::uint32_t> next = index.ends;
+  for (std::size_t i = entry.atoms.size(); i-- > 0;) {
+    index.atoms[--next[bucket(entry.atoms[i])]] = entry.atoms[i];
+  }
+  const auto value = [&](AtomNumber atom) { return argument(atom, place); };
+  for (std::size_t i = 0; i < next.size(); ++i) {
+    const auto begin = index.atoms.begin() + next[i];
+    const auto end = index.atoms.begin() + index.ends[i];
+    if (!std::ranges::is_sorted(begin, end, {}, value)) {
+      std::ranges::stable_sort(begin, end, {}, value);
+    }
   }
 }
 
 std::span<const AtomNumber> AnswerIndex::atoms_with(PredicateNumber predicate, std::uint32_t place,
                                                     GroundTerm value) {
   Entry& entry = predicates_[predicate];
-  if (entry.places.empty()) {
-    entry.places.resize(entry.key.arity);
-    entry.has_place.resize(entry.key.arity, 0);
+  if (entry.atoms.empty()) return {};
+  entry.places.resize(entry.key.arity);
+  PlaceIndex& index = entry.places[place];
+  if (index.ends.empty()) index_place(entry, place);
+  const std::size_t bucket = neighbourly(value) & (index.ends.size() - 1);
+  const std::uint32_t begin = bucket == 0 ? 0 : index.ends[bucket - 1];
+  const auto atoms = std::span(index.atoms).subspan(begin, index.ends[bucket] - begin);
+  const auto value_of = [&](AtomNumber atom) { return argument(atom, place); };
+  if (atoms.empty() || (value_of(atoms.front()) == value && value_of(atoms.back()) == value)) {
+    return atoms;
   }
-  if (entry.has_place[place] == 0) {
-    index_place(entry, place);
-    entry.has_place[place] = 1;
-  }
-  const PlaceIndex& index = entry.places[place];
-  const auto found = index.stretches.find(value);
-  if (found == index.stretches.end()) return {};
-  return std::span(index.atoms).subspan(found->second.first, found->second.second);
+  const auto found = std::ranges::equal_range(atoms, value, {}, value_of);
+  return {found.begin(), found.end()};
 }
 
 void AnswerIndex::append(std::string& out, PredicateNumber predicate,

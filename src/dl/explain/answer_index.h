@@ -81,16 +81,16 @@ class AnswerIndex {
     PredicateNumber predicate;
     std::uint32_t begin;    // of its arguments
   };
-  // The atoms that have a value at a place: those of one value lie side by side.
+  // The atoms in the order of their values' buckets; those of one value lie side by side. Empty
+  // until it is asked for.
   struct PlaceIndex {
-    std::unordered_map<GroundTerm, std::pair<std::uint32_t, std::uint32_t>> stretches;
+    std::vector<std::uint32_t> ends;    // by bucket, in `atoms`
     std::vector<AtomNumber> atoms;
   };
   struct Entry {
     Predicate key;
     std::vector<AtomNumber> atoms;
     std::vector<PlaceIndex> places;    // one for each place, once one is asked for
-    std::vector<char> has_place;
   };
   struct KeyHash {
     std::size_t operator()(const Predicate& key) const {
@@ -98,7 +98,10 @@ class AnswerIndex {
              std::size_t{key.strongly_negated};
     }
   };
-  void index_place(Entry& entry, std::uint32_t place);
+  void index_place(Entry& entry, std::uint32_t place) const;
+  GroundTerm argument(AtomNumber atom, std::uint32_t place) const {
+    return arguments_[atoms_[atom].begin + place];
+  }
 
   const GroundTerms& terms_;
   std::vector<Entry> predicates_;
