@@ -44,7 +44,7 @@ void BackwardSearch::ask(std::span<const AtomNumber> atoms) {
 
 void BackwardSearch::ask(StatementNumber statement, const Binding& binding) {
   Basis asked;
-  collect_body(store_.statement(statement), binding, asked);
+  collect_body(store_.statement(statement), binding, {}, asked);
   base({Owner::kInstance, graph_.add(Instance{})}, asked);
 }
 
@@ -79,7 +79,8 @@ void BackwardSearch::expand(AtomNumber atom, const HeadUse& use) {
 // than one that rests on facts alone.
 bool BackwardSearch::add_instance(AtomNumber atom, const HeadUse& use, const Binding& binding) {
   basis_.clear();
-  if (!collect_body(store_.statement(use.statement), binding, basis_)) return true;
+  const std::span<const AtomNumber> known = evaluator_.found_atoms();
+  if (!collect_body(store_.statement(use.statement), binding, known, basis_)) return true;
   if (std::ranges::find(basis_.points, atom) != basis_.points.end()) return true;
   const std::uint32_t instance = graph_.add(
       Instance{use.statement, use.head, atom, graph_.add_binding(binding), basis_.facts});
@@ -115,7 +116,8 @@ void BackwardSearch::base_on_body(std::uint32_t number) {
   const Split& split = graph_.splits()[number];
   const std::span<const GroundTerm> values = graph_.binding(split.statement, split.binding);
   basis_.clear();
-  collect_body(store_.statement(split.statement), Binding(values.begin(), values.end()), basis_);
+  collect_body(store_.statement(split.statement), Binding(values.begin(), values.end()), {},
+               basis_);
   base({Owner::kSplit, number}, basis_);
 }
 
@@ -131,12 +133,15 @@ void BackwardSearch::meet(AtomNumber atom) {
 }
 
 bool BackwardSearch::collect_body(const StoredStatement& statement, const Binding& binding,
-                                  Basis& basis) {
-  for (const StoredLiteral& literal : statement.body) {
+                                  std::span<const AtomNumber> known, Basis& basis) {
+  for (std::size_t i = 0; i < statement.body.size(); ++i) {
+    const StoredLiteral& literal = statement.body[i];
     if (literal.negated) continue;
     if (literal.kind == kAggregate) {
       basis.points.push_back(quota_of(statement, literal, binding));
       if (basis.points.back() == kNothing) return false;
+    } else if (!known.empty() && known[i] != kNoAtom) {
+      collect(known[i], basis);
     } else if (literal.kind == kAtom && !collect_atom(statement, literal, binding, basis)) {
       return false;
     }
@@ -144,15 +149,19 @@ bool BackwardSearch::collect_body(const StoredStatement& statement, const Bindin
   return true;
 }
 
+void BackwardSearch::collect(AtomNumber atom, Basis& basis) {
+  if (is_fact(atom)) {
+    ++basis.facts;
+  } else {
+    basis.points.push_back(atom);
+  }
+}
+
 bool BackwardSearch::collect_atom(const StoredStatement& statement, const StoredLiteral& literal,
                                   const Binding& binding, Basis& basis) {
   const AtomNumber found = atoms_.one(statement, literal.atom, binding);
   if (found == kNoAtom) return collect_any(statement, literal, binding, basis);
-  if (is_fact(found)) {
-    ++basis.facts;
-  } else {
-    basis.points.push_back(found);
-  }
+  collect(found, basis);
   return true;
 }
 

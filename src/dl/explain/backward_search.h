@@ -67,8 +67,11 @@ class BackwardSearch {
   void base(Owner owner, const Basis& on);
   void meet(AtomNumber atom);
   bool is_fact(AtomNumber atom) const { return store_.fact(atom).file != zarel::kNoFile; }
-  // Each adds what the literals rest on to `basis` and returns whether all of it is there.
-  bool collect_body(const StoredStatement& statement, const Binding& binding, Basis& basis);
+  // Each adds what the literals rest on to `basis` and returns whether all of it is there. `known`
+  // has the atoms of literals that were found before, by literal, or nothing.
+  bool collect_body(const StoredStatement& statement, const Binding& binding,
+                    std::span<const AtomNumber> known, Basis& basis);
+  void collect(AtomNumber atom, Basis& basis);
   bool collect_atom(const StoredStatement& statement, const StoredLiteral& literal,
                     const Binding& binding, Basis& basis);
   bool collect_any(const StoredStatement& statement, const StoredLiteral& literal,

@@ -281,6 +281,8 @@ bool BodyEvaluator::each(const StoredStatement& statement, const Binding& start,
   const bool leaves_out = std::ranges::find(is_left_out, 1) != is_left_out.end();
   if (leaves_out) join.set_open_operands(OpenOperands::kUnknown);
   join.limit(most_attempts_);
+  found_atoms_.assign(statement.body.size(), kNoAtom);
+  join.note_atoms(found_atoms_);
   const bool goes_on = join.run(take);
   was_cut_ = join.was_cut();
   return goes_on || was_cut_;

@@ -60,6 +60,9 @@ class BodyEvaluator {
   // bound. A binding is told once. Returns false when `take` did.
   bool each(const StoredStatement& statement, const Binding& start, LeftOut is_left_out,
             const TakeBinding& take);
+  // For the binding that each() tells: by literal of the body, the atom that it is; kNoAtom where
+  // that was not looked at, or "_" leaves it open.
+  std::span<const AtomNumber> found_atoms() const { return found_atoms_; }
   // The same of these literals of the body alone: few of a long body take no longer than few of a
   // short one. The binding has a place for each variable; it is changed, and at the end what it was.
   bool each_of(const StoredStatement& statement, std::span<const std::uint32_t> literals,
@@ -110,6 +113,7 @@ class BodyEvaluator {
   std::uint64_t most_attempts_ = 0;
   std::uint64_t attempts_ = 0;
   bool was_cut_ = false;
+  std::vector<AtomNumber> found_atoms_;
 };
 
 }    // namespace dl

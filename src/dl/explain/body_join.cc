@@ -236,6 +236,7 @@ void BodyJoin::undo(const Level& level) {
 void BodyJoin::leave() {
   const Level& level = levels_.back();
   undo(level);
+  note(level, kNoAtom);    // it may be a test the next time
   trail_.resize(level.trail);
   if (level.choice.way != Way::kOpenOperand) {
     open_.push_back(level.literal);
@@ -275,7 +276,10 @@ bool BodyJoin::attempt(Level& level, std::uint64_t candidate) {
 bool BodyJoin::attempt_atom(Level& level, AtomNumber atom) {
   const AtomPattern& pattern = body_[level.literal].atom;
   if (!evaluator_.match(statement_, pattern, index_.arguments(atom), binding_)) return false;
-  if (!has_anonymous(statement_, pattern)) return true;
+  if (!has_anonymous(statement_, pattern)) {
+    note(level, atom);
+    return true;
+  }
   std::vector<GroundTerm> values;
   for (std::size_t i = level.trail; i < trail_.size(); ++i) values.push_back(binding_[trail_[i]]);
   return level.seen.insert(std::move(values)).second;

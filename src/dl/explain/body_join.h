@@ -38,6 +38,8 @@ class BodyJoin {
   void look_at(std::span<const std::uint32_t> literals) { chosen_ = literals; }
   void set_open_operands(OpenOperands open) { open_operands_ = open; }
   void limit(std::uint64_t most_attempts) { most_attempts_ = most_attempts; }
+  // Has the atoms of positive literals noted by literal, see BodyEvaluator::found_atoms().
+  void note_atoms(std::span<AtomNumber> found) { found_ = found; }
 
   // Calls `take` with each way. Returns false when it did, or the limit was met.
   bool run(const TakeBinding& take);
@@ -91,6 +93,9 @@ class BodyJoin {
   bool advance(Level& level);
   bool attempt(Level& level, std::uint64_t candidate);
   bool attempt_atom(Level& level, AtomNumber atom);
+  void note(const Level& level, AtomNumber atom) {
+    if (!found_.empty()) found_[level.literal] = atom;
+  }
   bool assign(const StoredLiteral& literal);
   bool assign_operand(const StoredLiteral& literal);
   bool assign_function(const StoredLiteral& literal);
@@ -110,6 +115,7 @@ class BodyJoin {
   Binding& binding_;
   std::uint64_t& attempts_;
   std::span<const char> is_left_out_;
+  std::span<AtomNumber> found_;
   std::optional<std::span<const std::uint32_t>> chosen_;
   OpenOperands open_operands_ = OpenOperands::kRange;
   std::uint64_t most_attempts_ = 0;    // 0: no limit

@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "dl/explain/body_evaluator.h"
 #include "dl/explain/explained_answer.h"
@@ -62,8 +64,13 @@ std::multiset<std::string> found_by_evaluator(dl::ExplainedAnswer& answer) {
       std::string text;
       answer.index().append(text, head.predicate, arguments);
       if (text.starts_with("instance")) atoms.insert(text);
-      for (const dl::StoredLiteral& literal : rule.body) {
+      for (std::size_t i = 0; i < rule.body.size(); ++i) {
+        const dl::StoredLiteral& literal = rule.body[i];
         EXPECT_EQ(evaluator.holds(rule, literal, binding), true) << rule.written << ' ' << text;
+        const dl::AtomNumber found = evaluator.found_atoms()[i];
+        if (found == dl::kNoAtom) continue;
+        EXPECT_EQ(evaluator.atoms_of(rule, literal.atom, binding, 2), std::vector{found})
+            << rule.written << ' ' << text;
       }
       return true;
     });
@@ -84,6 +91,44 @@ TEST(BodyEvaluator, FindsTheInstancesThatClingoFinds) {
     instances += expected.size();
   });
   EXPECT_GT(instances, 4000u);
+}
+
+// The literal in the middle is looked up with X = 1, and with X = 2 a test behind the last one.
+TEST(BodyEvaluator, TellsTheAtomsOfEachBinding) {
+  const dl::Options options;
+  const dl::Source source{"p",
+                          "a(1). a(2). b(1,1). b(2,1). b(2,2). b(2,3). b(2,4). c(1). c(2). c(5).\n"
+                          "h(X,Y) :- a(X), b(X,Y), c(Y).\n"};
+  dl::ExplainedAnswer answer(dl::survey_texts({&source, 1}), options);
+  answer.find({});
+  dl::BodyEvaluator evaluator(answer.terms(), answer.index(), answer.store());
+  std::set<std::string> told;
+  evaluator.each(answer.store().statement(0), {}, {}, [&](const Binding&) {
+    std::string atoms;
+    for (const dl::AtomNumber atom : evaluator.found_atoms()) {
+      atoms += ' ';
+      if (atom != dl::kNoAtom) answer.index().append(atoms, atom);
+    }
+    return told.insert(atoms).second;
+  });
+  EXPECT_EQ(told, (std::set<std::string>{" a(1) b(1,1) ", " a(2)  c(1)", " a(2)  c(2)"}));
+}
+
+// Values that share a bucket, and many atoms of one value.
+TEST(AnswerIndex, FindsTheAtomsWithAValue) {
+  dl::GroundTerms terms;
+  dl::AnswerIndex index(terms);
+  const dl::PredicateNumber predicate = index.number({terms.name("p"), 2, false});
+  std::map<dl::GroundTerm, std::vector<dl::AtomNumber>> expected;
+  for (std::uint32_t i = 0; i < 3000; ++i) {
+    const dl::GroundTerm value = dl::GroundTerms::integer(i % 3 == 0 ? 7 : i * 1024);
+    expected[value].push_back(index.add(predicate, {{dl::GroundTerms::integer(i), value}}));
+  }
+  for (const auto& [value, atoms] : expected) {
+    const auto found = index.atoms_with(predicate, 1, value);
+    EXPECT_EQ(std::vector(found.begin(), found.end()), atoms);
+  }
+  EXPECT_TRUE(index.atoms_with(predicate, 1, dl::GroundTerms::integer(5)).empty());
 }
 
 }    // namespace
