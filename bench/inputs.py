@@ -246,6 +246,13 @@ def closure(size, _):
     yield "path(X,Z) :- path(X,Y), edge(Y,Z).\n"
 
 
+def counted(size, _):
+    """As many elements of one aggregate."""
+    for i in range(size):
+        yield f"element({i}).\n"
+    yield f"enough :- {size // 2} <= #count{{X : element(X)}}.\n"
+
+
 def road_nodes(size):
     return max(2, isqrt(2 * size))
 

@@ -253,10 +253,16 @@ NEARLY_AS_FAST_A_START = Figure("at most 3 ms more than the peer",
 FAST_START = Figure("5 ms or less", lambda r, _: r.zarel.seconds <= 0.005)
 
 QUESTIONS = [
-    ("why-chain", "along a chain; why its last atom", inputs.chain, "-why=reach({last})"),
-    ("whynot-chain", "along a chain; why not another atom", inputs.chain, "-whynot=reach(nowhere)"),
-    ("why-closure", "of a closure; why its longest path", inputs.closure, "-why=path(0,{end})"),
-    ("whynot-closure", "of a closure; why not a path back", inputs.closure, "-whynot=path({end},0)"),
+    ("why-chain", "ground rules along a chain; why its last atom",
+     inputs.chain, "-why=reach({last})"),
+    ("whynot-chain", "ground rules along a chain; why not another atom",
+     inputs.chain, "-whynot=reach(nowhere)"),
+    ("why-closure", "ground rules of a closure; why its longest path",
+     inputs.closure, "-why=path(0,{end})"),
+    ("why-count", "facts, counted; why they are enough",
+     inputs.counted, "-why=enough"),
+    ("whynot-closure", "ground rules of a closure; why not a path back",
+     inputs.closure, "-whynot=path({end},0)"),
 ]
 
 ROWS = [
@@ -333,7 +339,7 @@ ROWS = [
         solver_run(inputs.solver_program, "-translate", has_peer=False), mb_per_second(40)),
     Row("dl-long-body", 100_000, "literals of one body, solved",
         solver_run(inputs.long_body), IN_SECONDS),
-    *(Row(f"{name}-{short}", size, f"ground rules {what}",
+    *(Row(f"{name}-{short}", size, what,
           asked(lines_of, question), explained_in(milliseconds), quick_size=1_000)
       for name, what, lines_of, question in QUESTIONS
       for short, size, milliseconds in (("1k", 1_000, 1), ("100k", 100_000, 100),

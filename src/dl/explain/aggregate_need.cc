@@ -54,7 +54,7 @@ std::vector<Limit> limits_of(const StoredAggregate& aggregate, const GuardValues
 }
 
 Need all_of(const AggregateElements& elements) {
-  return {elements.tuples.size(), std::vector<std::uint32_t>(elements.tuples.size(), 1)};
+  return {elements.size(), std::vector<std::uint32_t>(elements.size(), 1)};
 }
 
 std::uint32_t summand(GroundTerm term) {
@@ -75,9 +75,9 @@ std::uint64_t least_total(const std::vector<Limit>& limits) {
 Need total_need(AggregateFunction function, const std::vector<Limit>& limits,
                 const AggregateElements& elements) {
   Need need{least_total(limits), {}};
-  need.weights.reserve(elements.tuples.size());
-  for (const AggregateElements::Tuple& tuple : elements.tuples) {
-    need.weights.push_back(function == kCount ? 1 : summand(tuple.terms.front()));
+  need.weights.reserve(elements.size());
+  for (std::size_t i = 0; i < elements.size(); ++i) {
+    need.weights.push_back(function == kCount ? 1 : summand(elements.first_term(i)));
   }
   return need;
 }
@@ -86,12 +86,12 @@ Need total_need(AggregateFunction function, const std::vector<Limit>& limits,
 Need extremum_need(AggregateFunction function, const std::vector<Limit>& limits,
                    const AggregateElements& elements, const GroundTerms& terms) {
   Need need{1, {}};
-  need.weights.reserve(elements.tuples.size());
-  for (const AggregateElements::Tuple& tuple : elements.tuples) {
+  need.weights.reserve(elements.size());
+  for (std::size_t i = 0; i < elements.size(); ++i) {
     bool is_enough = true;
     for (const Limit& limit : limits) {
       const bool counts = limit.op == kEqual || is_helped(function, limit.op);
-      if (counts && !passes(limit, tuple.terms.front(), terms)) is_enough = false;
+      if (counts && !passes(limit, elements.first_term(i), terms)) is_enough = false;
     }
     need.weights.push_back(is_enough ? 1 : 0);
   }

@@ -249,7 +249,8 @@ Point BackwardSearch::quota_of(const StoredStatement& statement, const StoredLit
   const auto known = quotas_.find(key);
   if (known != quotas_.end()) return known->second;
   const GuardValues guards = guard_values(evaluator_, statement, aggregate, binding);
-  const AggregateElements elements = evaluator_.elements(statement, aggregate, binding);
+  const AggregateElements elements =
+      evaluator_.elements(statement, aggregate, binding, Ways::kKept);
   if (!evaluator_.guards_hold(statement, aggregate, elements, binding)) {
     quotas_.emplace(std::move(key), kNothing);
     return kNothing;
@@ -260,8 +261,8 @@ Point BackwardSearch::quota_of(const StoredStatement& statement, const StoredLit
   const std::uint32_t quota = graph_.add(Quota{{told.weight, least.weight}});
   for (const std::uint32_t i : heaviest_first(told)) {
     const std::uint32_t tuple = graph_.add(QuotaTuple{quota, {told.weights[i], least.weights[i]}});
-    for (const Binding& each : elements.tuples[i].bindings) {
-      add_option(tuple, statement, aggregate, each);
+    for (std::uint32_t way = elements.first_way(i); way != kNoWay; way = elements.next_way(way)) {
+      add_option(tuple, statement, aggregate, elements.binding(way));
     }
   }
   const Point point = graph_.point_of(quota);

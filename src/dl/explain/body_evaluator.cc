@@ -22,12 +22,24 @@ struct Total {
 
 Total total_of(const AggregateElements& elements) {
   Total total;
-  for (const AggregateElements::Tuple& tuple : elements.tuples) {
-    if (!GroundTerms::is_integer(tuple.terms.front())) continue;
-    total.sum += GroundTerms::value(tuple.terms.front());
+  for (std::size_t i = 0; i < elements.size(); ++i) {
+    if (!GroundTerms::is_integer(elements.first_term(i))) continue;
+    total.sum += GroundTerms::value(elements.first_term(i));
     ++total.count;
   }
   return total;
+}
+
+GroundTerm extremum_of(AggregateFunction function, const AggregateElements& elements,
+                       const GroundTerms& terms) {
+  GroundTerm best = kNoTerm;
+  for (std::size_t i = 0; i < elements.size(); ++i) {
+    const GroundTerm term = elements.first_term(i);
+    const bool is_better = best == kNoTerm || (function == kMin ? terms.compare(term, best) < 0
+                                                                : terms.compare(term, best) > 0);
+    if (is_better) best = term;
+  }
+  return best;
 }
 
 // An average need not be an integer, so the sum is compared with the guard so many times.
@@ -219,38 +231,29 @@ std::optional<bool> BodyEvaluator::aggregate_holds(const StoredStatement& statem
   for (const StoredGuard* guard : {&aggregate.left, &aggregate.right}) {
     if (guard->given && value(statement, guard->term, binding) == kNoTerm) return std::nullopt;
   }
-  return guards_hold(statement, aggregate, elements(statement, aggregate, binding), binding);
+  return guards_hold(statement, aggregate,
+                     elements(statement, aggregate, binding, Ways::kForgotten), binding);
 }
 
 AggregateElements BodyEvaluator::elements(const StoredStatement& statement,
-                                          const StoredAggregate& aggregate,
-                                          const Binding& binding) {
-  AggregateElements elements;
+                                          const StoredAggregate& aggregate, const Binding& binding,
+                                          Ways ways) {
+  AggregateElements elements(aggregate.terms.size(), binding, ways);
   Binding inside = binding;
-  std::unordered_map<GroundTerm, std::size_t> places;    // of tuples, by a term made of them
-  const NameNumber tuple_name = terms_.name("");
+  std::vector<GroundTerm> tuple;
   BodyJoin join(*this, terms_, index_, store_, statement, aggregate.body, inside, attempts_);
   join.run([&](const Binding& each) {
-    std::vector<GroundTerm> tuple;
+    tuple.clear();
     for (const PatternNumber term : aggregate.terms) tuple.push_back(value(statement, term, each));
-    const auto [place, is_new] =
-        places.emplace(terms_.compound(tuple_name, tuple), elements.tuples.size());
-    if (is_new) elements.tuples.push_back({std::move(tuple), {}});
-    elements.tuples[place->second].bindings.push_back(each);
+    elements.add(tuple, each);
     return true;
   });
-  const auto first_is_less = [this](const auto& left, const auto& right) {
-    return std::is_lt(terms_.compare(left.terms.front(), right.terms.front()));
-  };
-  const auto& tuples = elements.tuples;
   if (aggregate.function == kCount) {
-    elements.value = integer_or_nothing(tuples.size());
+    elements.value = integer_or_nothing(elements.size());
   } else if (aggregate.function == kSumUp) {
     elements.value = integer_or_nothing(total_of(elements).sum);
-  } else if (aggregate.function == kMin && !tuples.empty()) {
-    elements.value = std::ranges::min_element(tuples, first_is_less)->terms.front();
-  } else if (aggregate.function == kMax && !tuples.empty()) {
-    elements.value = std::ranges::max_element(tuples, first_is_less)->terms.front();
+  } else if (aggregate.function != kAverage) {
+    elements.value = extremum_of(aggregate.function, elements, terms_);
   }
   return elements;
 }

@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "dl/explain/aggregate_elements.h"
 #include "dl/explain/statement_store.h"
 
 namespace dl {
@@ -19,20 +20,6 @@ using TakeBinding = std::function<bool(const Binding&)>;
 
 // Whether the comparison is true of two terms in that order.
 bool is_true(Builtin comparison, std::strong_ordering order);
-
-// The elements of an aggregate that hold.
-struct AggregateElements {
-  // The distinct tuples, in the order in which they were found, each with the bindings of its
-  // elements' variables.
-  struct Tuple {
-    std::vector<GroundTerm> terms;
-    std::vector<Binding> bindings;
-  };
-  std::vector<Tuple> tuples;
-  // What the function makes of them; kNoTerm for an extremum of nothing and every average. A sum or
-  // a count beyond 31 bits is not reached: such answer sets are refused.
-  GroundTerm value = kNoTerm;
-};
 
 // What an operand that nothing binds ranges over.
 enum class OpenOperands : bool { kUnknown, kRange };
@@ -83,7 +70,7 @@ class BodyEvaluator {
 
   // The elements of the aggregate, whose outer variables have values.
   AggregateElements elements(const StoredStatement& statement, const StoredAggregate& aggregate,
-                             const Binding& binding);
+                             const Binding& binding, Ways ways);
 
   // Whether the guards hold for these elements. Variables of guards without a value make it false.
   bool guards_hold(const StoredStatement& statement, const StoredAggregate& aggregate,

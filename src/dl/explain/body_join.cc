@@ -296,7 +296,8 @@ bool BodyJoin::assign(const StoredLiteral& literal) {
 
 bool BodyJoin::assign_aggregate(const StoredLiteral& literal) {
   const StoredAggregate& aggregate = statement_.aggregates[literal.aggregate];
-  const AggregateElements elements = evaluator_.elements(statement_, aggregate, binding_);
+  const AggregateElements elements =
+      evaluator_.elements(statement_, aggregate, binding_, Ways::kForgotten);
   return elements.value != kNoTerm && match(aggregate.left.term, elements.value) &&
          evaluator_.guards_hold(statement_, aggregate, elements, binding_);
 }

@@ -288,7 +288,8 @@ LiteralState NearestInstance::tell_aggregate(LiteralNumber literal) {
   const auto has_value = [this](VariableId variable) { return rule_.binding[variable] != kNoTerm; };
   if (!std::ranges::all_of(item.variables, has_value)) return state(literal);
   const StoredAggregate& aggregate = statement_.aggregates[item.aggregate];
-  const AggregateElements elements = evaluator_.elements(statement_, aggregate, rule_.binding);
+  const AggregateElements elements =
+      evaluator_.elements(statement_, aggregate, rule_.binding, Ways::kForgotten);
   rule_.values[literal] = elements.value;
   if (!std::ranges::all_of(parts_.open_variables(literal), has_value)) return state(literal);
   const bool holds = evaluator_.guards_hold(statement_, aggregate, elements, rule_.binding);

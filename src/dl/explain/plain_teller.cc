@@ -135,6 +135,7 @@ class PlainTeller::ProofTeller {
         told.elements.back().nodes.push_back(number(node, depth));
       }
     }
+    told.others = item.others;
     told.unneeded = item.unneeded;
     return told;
   }

@@ -18,8 +18,8 @@ ProofBuilder::ProofBuilder(BodyEvaluator& evaluator, const GroundTerms& terms,
       atoms_(evaluator, index),
       nodes_(index.size(), kNoNode) {}
 
-Proof ProofBuilder::build(std::span<const AtomNumber> atoms, std::uint32_t depth) {
-  most_depth_ = depth;
+Proof ProofBuilder::build(std::span<const AtomNumber> atoms, ProofSize size) {
+  most_ = size;
   for (const AtomNumber atom : atoms) proof_.roots.push_back(node_of(atom, {0, kNever}));
   finish();
   return std::move(proof_);
@@ -86,7 +86,7 @@ void ProofBuilder::finish() {
     waiting_.pop_front();
     proof_.nodes[next.node].kind = kind_of(next.found.reason);
     depth_ = next.depth + 1;
-    if (most_depth_ == 0 || next.depth < most_depth_) fill(next);
+    if (most_.depth == 0 || next.depth < most_.depth) fill(next);
   }
 }
 
@@ -179,21 +179,26 @@ void ProofBuilder::add_elements(ProofItem& item, const StoredStatement& statemen
   const StoredLiteral& literal = statement.body[item.literal];
   const Looked& looked = look(statement, literal, binding, moment.context);
   item.value = looked.elements.value;
-  item.unneeded = static_cast<std::uint32_t>(looked.elements.tuples.size());
+  item.unneeded = static_cast<std::uint32_t>(looked.elements.size());
   if (literal.negated) return;
   auto chosen = choice(looked, NeedKind::kTold, moment.order);
   if (!chosen) chosen = choice(looked, NeedKind::kLeast, moment.order);
   // Without a proof of the aggregate what is missing is to be seen.
   if (!chosen) chosen = looked.tuples[static_cast<std::size_t>(NeedKind::kLeast)];
   std::ranges::sort(*chosen);
-  for (const std::uint32_t i : *chosen) {
-    ProofItem::Element element{looked.elements.tuples[i].terms, {}};
-    for (const AtomNumber atom : looked.proofs[i].atoms) {
+  item.unneeded -= static_cast<std::uint32_t>(chosen->size());
+  const std::size_t told = std::min(chosen->size(), most_.elements);
+  item.others = static_cast<std::uint32_t>(chosen->size() - told);
+  const StoredAggregate& aggregate = statement.aggregates[literal.aggregate];
+  for (const std::uint32_t i : std::span(*chosen).first(told)) {
+    const std::span<const GroundTerm> tuple = looked.elements.tuple(i);
+    ProofItem::Element& element = item.elements.emplace_back();
+    element.tuple.assign(tuple.begin(), tuple.end());
+    const Binding way = looked.elements.binding(looked.proofs[i].way);
+    for (const AtomNumber atom : atoms_of(statement, aggregate, way, moment.context)) {
       element.nodes.push_back(node_of(atom, moment));
     }
-    item.elements.push_back(std::move(element));
   }
-  item.unneeded -= static_cast<std::uint32_t>(item.elements.size());
 }
 
 const ProofBuilder::Looked& ProofBuilder::look(const StoredStatement& statement,
@@ -208,10 +213,11 @@ const ProofBuilder::Looked& ProofBuilder::look(const StoredStatement& statement,
   looked = {};
   looked.values = std::move(values);
   looked.context = context;
-  looked.elements = evaluator_.elements(statement, aggregate, binding);
+  const Ways ways = literal.negated ? Ways::kForgotten : Ways::kKept;
+  looked.elements = evaluator_.elements(statement, aggregate, binding, ways);
   if (literal.negated) return looked;
-  for (const AggregateElements::Tuple& tuple : looked.elements.tuples) {
-    looked.proofs.push_back(first_proof(statement, aggregate, tuple, context));
+  for (std::size_t tuple = 0; tuple < looked.elements.size(); ++tuple) {
+    looked.proofs.push_back(first_proof(statement, aggregate, looked.elements, tuple, context));
   }
   for (const NeedKind kind : {NeedKind::kTold, NeedKind::kLeast}) {
     const auto i = static_cast<std::size_t>(kind);
@@ -225,20 +231,30 @@ const ProofBuilder::Looked& ProofBuilder::look(const StoredStatement& statement,
 
 ProofBuilder::FirstProof ProofBuilder::first_proof(const StoredStatement& statement,
                                                    const StoredAggregate& aggregate,
-                                                   const AggregateElements::Tuple& tuple,
-                                                   ContextNumber context) {
-  const Moment at_last{context, kNever};
+                                                   const AggregateElements& elements,
+                                                   std::size_t tuple, ContextNumber context) {
   FirstProof first;
-  for (const Binding& binding : tuple.bindings) {
-    FirstProof proof{kAtOnce, {}};
-    for (const StoredLiteral& literal : aggregate.body) {
-      if (literal.negated || literal.kind != kAtom) continue;
-      proof.atoms.push_back(first_atom(statement, literal.atom, binding, at_last));
-      proof.order = std::max(proof.order, order_of(proof.atoms.back(), at_last));
+  const std::uint32_t first_way = elements.first_way(tuple);
+  for (std::uint32_t way = first_way; way != kNoWay; way = elements.next_way(way)) {
+    FirstProof proof{kAtOnce, way};
+    for (const AtomNumber atom : atoms_of(statement, aggregate, elements.binding(way), context)) {
+      proof.order = std::max(proof.order, order_of(atom, {context, kNever}));
     }
-    if (&binding == &tuple.bindings.front() || proof.order < first.order) first = std::move(proof);
+    if (way == first_way || proof.order < first.order) first = proof;
   }
   return first;
+}
+
+const std::vector<AtomNumber>& ProofBuilder::atoms_of(const StoredStatement& statement,
+                                                      const StoredAggregate& aggregate,
+                                                      const Binding& binding,
+                                                      ContextNumber context) {
+  atoms_of_element_.clear();
+  for (const StoredLiteral& literal : aggregate.body) {
+    if (literal.negated || literal.kind != kAtom) continue;
+    atoms_of_element_.push_back(first_atom(statement, literal.atom, binding, {context, kNever}));
+  }
+  return atoms_of_element_;
 }
 
 // The tuples that were there first, as many as are needed; nothing where those that were there

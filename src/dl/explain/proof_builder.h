@@ -25,7 +25,7 @@ class ProofBuilder {
                const StatementStore& store, const SupportGraph& graph, const Marking& marking,
                const CaseSearch& cases);
 
-  Proof build(std::span<const AtomNumber> atoms, std::uint32_t depth);
+  Proof build(std::span<const AtomNumber> atoms, ProofSize size);
   Proof build(StatementNumber statement, const Binding& binding);
 
  private:
@@ -52,7 +52,7 @@ class ProofBuilder {
   // A tuple of an aggregate as soon as it can be proved.
   struct FirstProof {
     std::uint32_t order = kNever;
-    std::vector<AtomNumber> atoms;    // that it rests on
+    std::uint32_t way = kNoWay;    // in which it is
   };
 
   // An aggregate with its elements, and the tuples in the order in which they are there. Instances
@@ -87,7 +87,12 @@ class ProofBuilder {
   const Looked& look(const StoredStatement& statement, const StoredLiteral& literal,
                      const Binding& binding, ContextNumber context);
   FirstProof first_proof(const StoredStatement& statement, const StoredAggregate& aggregate,
-                         const AggregateElements::Tuple& tuple, ContextNumber context);
+                         const AggregateElements& elements, std::size_t tuple,
+                         ContextNumber context);
+  // The atoms that an element rests on, as they are proved first.
+  const std::vector<AtomNumber>& atoms_of(const StoredStatement& statement,
+                                          const StoredAggregate& aggregate, const Binding& binding,
+                                          ContextNumber context);
   static std::optional<std::vector<std::uint32_t>> choice(const Looked& looked, NeedKind kind,
                                                           std::uint32_t before);
 
@@ -98,13 +103,14 @@ class ProofBuilder {
   const Marking& marking_;
   const CaseSearch& cases_;
   AtomFinder atoms_;
+  std::vector<AtomNumber> atoms_of_element_;
   std::unordered_map<const StoredLiteral*, Looked> looked_;    // the last one of each literal
   Proof proof_;
   std::vector<NodeNumber> nodes_;    // by atom: its node outside all cases
   std::unordered_map<std::uint64_t, NodeNumber> nodes_in_cases_;    // by context and atom
   std::deque<Waiting> waiting_;
   std::uint32_t depth_ = 0;    // of what the nodes made now are for
-  std::uint32_t most_depth_ = 0;
+  ProofSize most_;
 };
 
 }    // namespace dl

@@ -66,7 +66,7 @@ class Question {
 
 }    // namespace
 
-Proof ProofSearch::prove(const std::vector<AtomNumber>& atoms, std::uint32_t depth) {
+Proof ProofSearch::prove(const std::vector<AtomNumber>& atoms, ProofSize size) {
   SupportGraph graph(store_, index_.size());
   BackwardSearch back(evaluator_, terms_, index_, store_, heads_, graph);
   back.ask(atoms);
@@ -74,7 +74,7 @@ Proof ProofSearch::prove(const std::vector<AtomNumber>& atoms, std::uint32_t dep
   question.search();
   ProofBuilder builder(evaluator_, terms_, index_, store_, graph, question.marking(),
                        question.cases());
-  return builder.build(atoms, depth);
+  return builder.build(atoms, size);
 }
 
 Proof ProofSearch::prove_body(StatementNumber statement, const Binding& binding) {

@@ -10,6 +10,7 @@
 // follows by cases, each of which assumes one atom of such a head.
 
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 #include "dl/explain/body_evaluator.h"
@@ -40,6 +41,7 @@ struct ProofItem {
     std::vector<NodeNumber> nodes;
   };
   std::vector<Element> elements;
+  std::uint32_t others = 0;      // elements that count, too, beyond those that were asked for
   std::uint32_t unneeded = 0;    // elements that hold, too, but that the guard does not need
 };
 
@@ -64,6 +66,14 @@ struct Proof {
   std::vector<NodeNumber> roots;    // one for each atom asked for, in their order
 };
 
+// What of a proof is told.
+struct ProofSize {
+  std::uint32_t depth =
+      0;    // of nodes so many steps or more below all roots the kind and the atom
+            // alone are told; 0: of none
+  std::size_t elements = std::numeric_limits<std::size_t>::max();    // of one aggregate at most
+};
+
 class ProofSearch {
  public:
   // All must outlive the search.
@@ -74,9 +84,8 @@ class ProofSearch {
         evaluator_(terms, index, store),
         heads_(store) {}
 
-  // Proves the atoms of the answer set. Of nodes so many steps or more below all roots the kind and
-  // the atom alone are told; 0: of none.
-  Proof prove(const std::vector<AtomNumber>& atoms, std::uint32_t depth = 0);
+  // Proves the atoms of the answer set.
+  Proof prove(const std::vector<AtomNumber>& atoms, ProofSize size = {});
   // Proves what an instance of a body rests on: the first node of the proof has its items.
   Proof prove_body(StatementNumber statement, const Binding& binding);
 

@@ -193,7 +193,9 @@ std::vector<AtomNumber> Questions::instances(const QuestionAtom& atom) {
 ToldProof Questions::proof(const std::vector<AtomNumber>& atoms) {
   ProofSearch search(answer_.terms(), answer_.index(), answer_.store());
   PlainTeller teller(answer_.store(), answer_.terms(), answer_.index());
-  return teller.proof(search.prove(atoms, options_.depth), options_.depth);
+  ProofSize size{options_.depth};
+  if (options_.depth != 0) size.elements = ToldText::kFewElements;
+  return teller.proof(search.prove(atoms, size), options_.depth);
 }
 
 void Questions::write_proofs(std::vector<AtomNumber> atoms) {

@@ -48,6 +48,7 @@ struct ToldItem {
     std::vector<std::uint32_t> nodes;
   };
   std::vector<Element> elements;
+  std::uint32_t others = 0;      // elements that count, too
   std::uint32_t unneeded = 0;    // elements
 };
 

@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::size_t kLongPiece = 1 << 16;
 constexpr std::uint32_t kMostIndented = 32;    // levels; see Note [explanations as text]
-constexpr std::size_t kFewElements = 10;
 
 void append_number(std::string& out, std::uint64_t number) {
   out += std::to_string(number);
@@ -125,7 +124,7 @@ class ProofText {
 
   std::span<const ToldItem::Element> written_elements(const ToldItem& item) const {
     const std::span<const ToldItem::Element> all = item.elements;
-    return text_.depth_ == 0 ? all : all.first(std::min(all.size(), kFewElements));
+    return text_.depth_ == 0 ? all : all.first(std::min(all.size(), ToldText::kFewElements));
   }
 
   // "    [value 60: 30,beta; 30,delta]".
@@ -137,8 +136,8 @@ class ProofText {
       return list;
     };
     for (const ToldItem::Element& element : written) begin_piece() += element.tuple;
-    if (written.size() < item.elements.size()) {
-      append_number(begin_piece() += "and ", item.elements.size() - written.size());
+    if (const std::size_t more = item.elements.size() - written.size() + item.others; more != 0) {
+      append_number(begin_piece() += "and ", more);
       list += " more";
     }
     if (item.unneeded != 0) {

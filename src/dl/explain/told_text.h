@@ -24,6 +24,7 @@ class ToldText {
  public:
   using Take = std::function<void(std::string_view)>;
   static constexpr std::uint32_t kUsualDepth = 8;
+  static constexpr std::size_t kFewElements = 10;    // of an aggregate
 
   // `take` gets pieces of any length. `depth` says how many atoms one below the other are proved,
   // 0: all; with 0, all elements of an aggregate are written, too, else the first ten.

@@ -210,6 +210,7 @@ class ProofTelling {
     } else if (literal.kind == dl::kAggregate) {
       added.kind = dl::ToldItem::Kind::kAggregate;
       if (item.value != dl::kNoTerm) added.value = words_.term(item.value);
+      added.others = item.others;
       added.unneeded = item.unneeded;
       for (const dl::ProofItem::Element& element : item.elements) {
         dl::ToldItem::Element& told_element = added.elements.emplace_back();

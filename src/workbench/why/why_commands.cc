@@ -9,6 +9,7 @@
 
 #include "dl/clingo_run.h"
 #include "dl/explain/explained_answer.h"
+#include "dl/explain/told_text.h"
 #include "dl/failure.h"
 #include "dl/interruption.h"
 #include "dl/read_files.h"
@@ -295,7 +296,9 @@ ExitStatus Explainer::explain_atoms(const AtomQuestion& question) {
     held = asked->held(kMostInstances);
   }
   dl::ProofSearch search(answer_->terms(), answer_->index(), answer_->store());
-  form_->proof(teller_->proof(search.prove(held.atoms), depth(), filter()));
+  dl::ProofSize size;
+  if (line_.why.form == "text" && depth() != 0) size.elements = dl::ToldText::kFewElements;
+  form_->proof(teller_->proof(search.prove(held.atoms, size), depth(), filter()));
   if (!asked->is_ground() && held.instances > kMostInstances) {
     const std::uint64_t others = held.instances - kMostInstances;
     note("and " + std::to_string(others) + (others == 1 ? " other" : " others") + " of " +

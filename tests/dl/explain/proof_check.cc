@@ -120,9 +120,10 @@ class ProofCheck {
     const dl::StoredStatement& rule = answer_.store().statement(node.statement);
     const dl::StoredLiteral& literal = rule.body[item.literal];
     const dl::StoredAggregate& aggregate = rule.aggregates[literal.aggregate];
-    const dl::AggregateElements all = evaluator_.elements(rule, aggregate, node.binding);
+    const dl::AggregateElements all =
+        evaluator_.elements(rule, aggregate, node.binding, dl::Ways::kKept);
     if (item.value != all.value) return say(number, "has another value");
-    if (item.elements.size() + item.unneeded != all.tuples.size()) {
+    if (item.elements.size() + item.unneeded != all.size()) {
       return say(number, "has other elements");
     }
     if (literal.negated) {
@@ -134,15 +135,14 @@ class ProofCheck {
     for (const dl::ProofItem::Element& element : item.elements) {
       if (!tuples.insert(element.tuple).second) return say(number, "has an element twice");
       values.push_back(element.tuple.empty() ? dl::kNoTerm : element.tuple.front());
-      const auto tuple =
-          std::ranges::find(all.tuples, element.tuple, &dl::AggregateElements::Tuple::terms);
-      if (tuple == all.tuples.end()) return say(number, "has an element that does not hold");
-      const auto is_instance = [&](const dl::Binding& binding) {
-        return has_atoms(rule, aggregate, binding, element);
-      };
-      if (std::ranges::none_of(tuple->bindings, is_instance)) {
-        return say(number, "has an element of other atoms");
+      std::size_t tuple = 0;
+      while (tuple < all.size() && !std::ranges::equal(all.tuple(tuple), element.tuple)) ++tuple;
+      if (tuple == all.size()) return say(number, "has an element that does not hold");
+      std::uint32_t way = all.first_way(tuple);
+      while (way != dl::kNoWay && !has_atoms(rule, aggregate, all.binding(way), element)) {
+        way = all.next_way(way);
       }
+      if (way == dl::kNoWay) return say(number, "has an element of other atoms");
       for (const NodeNumber used : element.nodes) assumed.merge(visit(used));
     }
     const bool has_all = item.unneeded == 0;

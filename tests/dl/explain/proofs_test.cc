@@ -157,4 +157,18 @@ constexpr ProofCase kProofs[] = {
 INSTANTIATE_TEST_SUITE_P(Cases, AtomProofs, testing::ValuesIn(kProofs),
                          [](const auto& test) { return std::string(test.param.name); });
 
+TEST(ProofSize, LimitsTheElementsThatAreTold) {
+  const dl::Source source{"p", "p(1). p(2). p(3). p(4). q :- 3 <= #count{X : p(X)}."};
+  const dl::Options options;
+  dl::ExplainedAnswer answer(dl::survey_texts({&source, 1}), options);
+  answer.find({});
+  dl::ProofSearch search(answer.terms(), answer.index(), answer.store());
+  const auto q =
+      answer.index().find(answer.index().number({answer.terms().name("q"), 0, false}), {});
+  const dl::ProofItem item = search.prove({q}, {0, 2}).nodes.front().items.front();
+  EXPECT_EQ(item.elements.size(), 2u);
+  EXPECT_EQ(item.others, 1u);
+  EXPECT_EQ(item.unneeded, 1u);
+}
+
 }    // namespace

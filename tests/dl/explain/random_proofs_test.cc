@@ -180,7 +180,7 @@ std::string fault_in(const std::string& program, std::uint64_t number, bool& is_
   const std::string fault = fault_in_bodies(answer, search, kinds);
   if (!fault.empty()) return fault + "\nin a body of " + answer.found().text;
   const dl::Proof whole = search.prove(all);
-  if (has_other_top(whole, search.prove(all, 2))) return "another proof when it is cut";
+  if (has_other_top(whole, search.prove(all, {2}))) return "another proof when it is cut";
   return dl_test::fault_of(whole, all, answer, kinds);
 }
 

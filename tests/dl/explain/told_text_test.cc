@@ -121,6 +121,7 @@ ToldProof aggregates() {
   for (int i = 0; i < 12; ++i) some.elements.push_back({std::to_string(i), {1}});
   ToldItem few = text_item(ToldItem::Kind::kAggregate, "#avg{X : p(X)}>0");
   few.elements = {{"1,a", {1, 1}}, {"2,b", {}}};
+  few.others = 3;
   ToldItem none = text_item(ToldItem::Kind::kAggregate, "#count{X : q(X)}=0");
   none.value = "0";
   proof.nodes[0].items = {some, few, none};
@@ -182,7 +183,7 @@ const ProofCase kProofs[] = {
      "    p(1)    [fact]\n    p(1)    [fact]\n    p(1)    [fact]\n    p(1)    [fact]\n"
      "    p(1)    [fact]\n    p(1)    [fact]\n    p(1)    [fact]\n    p(1)    [fact]\n"
      "    p(1)    [fact]\n    p(1)    [fact]\n"
-     "  #avg{X : p(X)}>0    [1,a; 2,b]\n"
+     "  #avg{X : p(X)}>0    [1,a; 2,b; and 3 more]\n"
      "    p(1)    [fact]\n    p(1)    [fact]\n"
      "  #count{X : q(X)}=0    [value 0: no elements]\n"},
 };
