@@ -35,33 +35,71 @@ std::vector<std::string> variables_in(std::string_view text) {
   return variables;
 }
 
-// Of the literals behind the mark of a rule, in a text on one line without comments.
-std::vector<char> negations_in(std::string_view text) {
-  std::vector<char> negations;
-  bool begins_literal = false;
-  int depth = 0;    // of parentheses, brackets and braces
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    const std::string_view rest = text.substr(at);
-    if (text[at] == ' ') continue;
-    if (std::exchange(begins_literal, false)) {
-      negations.push_back(rest.starts_with("not ") || rest.starts_with("non ") ? 1 : 0);
+// Goes through the body of a statement, on one line without comments.
+class BodyReader {
+ public:
+  explicit BodyReader(std::string_view text) : text_(text) {
+    begins_literal_ = text.ends_with('?');    // a query is a body alone
+  }
+
+  std::vector<UserStatement::Literal> read() {
+    for (at_ = 0; at_ < text_.size() && !has_ended(); ++at_) {
+      if (text_[at_] != ' ') look();
     }
-    if (text[at] == '"') {
-      at = end_of_passed(text, at) - 1;
-    } else if (negations.empty() &&
+    return std::move(body_);
+  }
+
+ private:
+  using Parts = std::optional<std::uint32_t>;
+
+  // A weight stands behind the full stop.
+  bool has_ended() const {
+    return text_[at_] == '.' && depth_ == 0 && !body_.empty() &&
+           (at_ + 1 == text_.size() || text_[at_ + 1] == ' ');
+  }
+
+  void look() {
+    const std::string_view rest = text_.substr(at_);
+    if (std::exchange(begins_literal_, false)) {
+      body_.push_back({rest.starts_with("not ") || rest.starts_with("non "), 1});
+    }
+    if (text_[at_] == '"') {
+      at_ = end_of_passed(text_, at_) - 1;
+    } else if (body_.empty() &&
                (rest.starts_with(":-") || rest.starts_with("<-") || rest.starts_with(":~"))) {
-      begins_literal = true;
-      ++at;
-    } else if (text[at] == '(' || text[at] == '[' || text[at] == '{') {
-      ++depth;
-    } else if (text[at] == ')' || text[at] == ']' || text[at] == '}') {
-      --depth;
-    } else if (text[at] == ',' && depth == 0 && !negations.empty()) {
-      begins_literal = true;
+      begins_literal_ = true;
+      ++at_;
+    } else if (!body_.empty()) {
+      look_at_sign(body_.back().parts);
     }
   }
-  return negations;
-}
+
+  // A frame has as many parts as statements, if nothing in it has parts of its own.
+  void look_at_sign(Parts& parts) {
+    const char sign = text_[at_];
+    if (is_in_frame_ && (sign == '[' || sign == '{')) parts.reset();
+    if (sign == '[' && depth_ == 0) is_in_frame_ = has_frame_ = true;
+    if (sign == ':' && depth_ == 0) has_class_ = true;
+    if (has_frame_ && has_class_) parts.reset();
+    if (sign == '(' || sign == '[' || sign == '{') ++depth_;
+    if (sign == ')' || sign == ']' || sign == '}') --depth_;
+    if (sign == ']' && depth_ == 0) is_in_frame_ = false;
+    if (sign == ',' && depth_ == 1 && is_in_frame_ && parts) ++*parts;
+    if (sign == ',' && depth_ == 0) {
+      begins_literal_ = true;
+      has_frame_ = has_class_ = false;
+    }
+  }
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+  bool begins_literal_ = false;
+  int depth_ = 0;    // of parentheses, brackets and braces
+  bool is_in_frame_ = false;
+  bool has_frame_ = false;
+  bool has_class_ = false;    // or a prefix
+  std::vector<UserStatement::Literal> body_;
+};
 
 }    // namespace
 
@@ -152,7 +190,7 @@ UserStatement UserStatements::read(std::uint32_t file, const zarel::SourceRange&
     if (!origin.steps.empty()) statement.made_by = origin.steps.front().kind;
   }
   statement.variables = variables_in(told.text);
-  statement.negations = negations_in(told.text);
+  statement.body = BodyReader(told.text).read();
   return statement;
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,7 +21,14 @@ namespace workbench {
 struct UserStatement {
   dl::ToldStatement told;
   std::vector<std::string> variables;    // that it names, each once, in the order of its text
-  std::vector<char> negations;           // by literal of its body: whether "not" stands in front
+  // The literals of its body in the order of writing.
+  struct Literal {
+    bool is_negated = false;    // "not" stands in front
+    // How many literals it is without "not", as a frame can be several; nothing where only the
+    // program knows.
+    std::optional<std::uint32_t> parts = 1;
+  };
+  std::vector<Literal> body;
   // What made the line that the solver got: nothing where the statement is as it was written.
   zarel::OriginKind made_by = zarel::OriginKind::kWritten;
 };
