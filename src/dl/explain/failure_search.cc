@@ -46,28 +46,58 @@ std::size_t difference(std::uint32_t left, std::uint32_t right) {
 MissingAtom FailureSearch::explain(PredicateNumber predicate,
                                    const std::vector<GroundTerm>& arguments) {
   MissingAtom missing;
-  const OpenOperands open = store_.bound() ? OpenOperands::kRange : OpenOperands::kUnknown;
-  std::uint64_t effort = kLeastEffort + kEffortForAtom * index_.size();
+  std::uint64_t effort = this->effort();
   for (const HeadUse& use : store_.heads_of(predicate)) {
-    const StoredStatement& statement = store_.statement(use.statement);
     FailedRule rule;
     rule.statement = use.statement;
     rule.head = use.head;
-    rule.binding.assign(statement.variables.size(), kNoTerm);
-    if (!evaluator_.match(statement, statement.heads[use.head], arguments, rule.binding)) {
+    if (!can_give(use, arguments, rule.binding)) {
       missing.other_rules.push_back(use);
       continue;
     }
-    effort = std::max(effort, kLeastEffortForRule + kEffortForLiteral * statement.body.size());
-    NearestInstance(evaluator_, statement, open, rule, effort).find();
+    find_nearest(rule, effort);
     rule.other_heads = other_heads(rule);
     missing.rules.push_back(std::move(rule));
   }
   const auto is_fact = [this](AtomNumber atom) { return store_.fact(atom).file != zarel::kNoFile; };
   missing.has_other_facts = std::ranges::any_of(index_.atoms(predicate), is_fact);
   if (!store_.is_given(predicate)) missing.similar = similar(predicate);
-  missing.contrary = index_.find(index_.contrary(predicate), arguments);
+  const bool is_ground = std::ranges::find(arguments, kNoTerm) == arguments.end();
+  if (is_ground) missing.contrary = index_.find(index_.contrary(predicate), arguments);
   return missing;
+}
+
+FailedRule FailureSearch::explain_body(StatementNumber statement, const Binding& start) {
+  FailedRule body;
+  body.statement = statement;
+  body.binding = start;
+  std::uint64_t effort = this->effort();
+  find_nearest(body, effort);
+  return body;
+}
+
+std::uint64_t FailureSearch::effort() const {
+  return kLeastEffort + kEffortForAtom * index_.size();
+}
+
+void FailureSearch::find_nearest(FailedRule& rule, std::uint64_t& effort) {
+  const StoredStatement& statement = store_.statement(rule.statement);
+  const OpenOperands open = store_.bound() ? OpenOperands::kRange : OpenOperands::kUnknown;
+  effort = std::max(effort, kLeastEffortForRule + kEffortForLiteral * statement.body.size());
+  NearestInstance(evaluator_, statement, open, rule, effort).find();
+}
+
+// Gives the rule's variables the values that the arguments ask for.
+bool FailureSearch::can_give(const HeadUse& use, const std::vector<GroundTerm>& arguments,
+                             Binding& binding) {
+  const StoredStatement& statement = store_.statement(use.statement);
+  const AtomPattern& head = statement.heads[use.head];
+  binding.assign(statement.variables.size(), kNoTerm);
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    if (arguments[i] == kNoTerm) continue;
+    if (!evaluator_.match(statement, head.arguments[i], arguments[i], binding)) return false;
+  }
+  return true;
 }
 
 // All variables of a head have values where the body holds.

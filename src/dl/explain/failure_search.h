@@ -43,10 +43,17 @@ class FailureSearch {
   FailureSearch(GroundTerms& terms, AnswerIndex& index, const StatementStore& store)
       : terms_(terms), index_(index), store_(store), evaluator_(terms, index, store) {}
 
-  // Why the atom, which is not in the answer set, is not.
+  // Why the atom, which is not in the answer set, is not. An argument that is kNoTerm may be any
+  // term: of the atom no instance is in the answer set, and of each rule the instance is told that
+  // comes nearest to giving one.
   MissingAtom explain(PredicateNumber predicate, const std::vector<GroundTerm>& arguments);
+  // The instance with these values, kNoTerm for others, of a body that does not hold with them.
+  FailedRule explain_body(StatementNumber statement, const Binding& start);
 
  private:
+  bool can_give(const HeadUse& use, const std::vector<GroundTerm>& arguments, Binding& binding);
+  void find_nearest(FailedRule& rule, std::uint64_t& effort);
+  std::uint64_t effort() const;
   std::vector<AtomNumber> other_heads(const FailedRule& rule);
   std::vector<PredicateNumber> similar(PredicateNumber predicate) const;
 

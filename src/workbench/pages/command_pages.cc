@@ -12,9 +12,10 @@ constexpr auto kPages = std::to_array<Page>({
      .meaning =
          R"(zrl why and zrl whynot explain an atom, a frame, a membership or a subclass,
 written as in a program: with its space, its prefixes and its strong negation.
-zrl whynot and --with need one without variables; zrl why takes variables, and
-explains the first ten atoms. A row of the query is asked for as ?(a, b), all
-of them as ?. The exit status is 2.
+With variables zrl why explains the first ten atoms, and zrl whynot why there is
+none, if each variable is an argument of its own; --with takes no variables. A
+row of the query is asked for as ?(a, b), all of them as ?. The exit status is
+2.
 )",
      .kind = ExampleKind::kCommand,
      .wrong = R"(echo 'p(a). p(b). q(X) :- p(X).' | zrl why 'p(a), q(a)'

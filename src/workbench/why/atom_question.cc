@@ -306,8 +306,34 @@ std::optional<AtomQuestion> read_question(std::string_view text, std::string_vie
   return QuestionReader(text, name, program, line, messages).read();
 }
 
+namespace {
+
+// See AskedAtoms::is_one_atom().
+bool asks_for_one_atom(const dl::StoredStatement& statement, const dl::Binding& binding) {
+  std::size_t atoms = 0;
+  std::set<dl::VariableId> open;
+  for (const dl::StoredLiteral& literal : statement.body) {
+    if (literal.kind == dl::kFunctionTerm) {
+      const auto has_value = [&](dl::VariableId each) { return binding[each] != dl::kNoTerm; };
+      if (!std::ranges::all_of(literal.variables, has_value)) return false;
+      continue;
+    }
+    ++atoms;
+    for (const dl::PatternNumber pattern : literal.atom.arguments) {
+      const dl::TermPattern& term = statement.terms[pattern];
+      if (term.kind == dl::TermPattern::Kind::kCompound) return false;
+      const bool is_open =
+          term.kind == dl::TermPattern::Kind::kVariable && binding[term.variable] == dl::kNoTerm;
+      if (is_open && !open.insert(term.variable).second) return false;
+    }
+  }
+  return atoms == 1;
+}
+
+}    // namespace
+
 AskedAtoms::AskedAtoms(const AtomQuestion& question, dl::ExplainedAnswer& answer)
-    : answer_(answer), is_negated_(question.is_negated) {
+    : answer_(answer), is_negated_(question.is_negated), body_(question.body) {
   const std::string text = ":- " + question.body + ".\n";
   const dl::Source source{"question", text};
   program_ = dl::survey_texts({&source, 1});
@@ -335,9 +361,11 @@ AskedAtoms::AskedAtoms(const AtomQuestion& question, dl::ExplainedAnswer& answer
       is_ground_ = is_ground_ && atom.arguments.back() != dl::kNoTerm;
     }
   }
+  is_one_atom_ = asks_for_one_atom(statement, binding);
 }
 
 std::vector<std::string> AskedAtoms::demands() const {
+  if (!is_ground_) return {"0<#count{1 : " + body_ + '}'};
   std::vector<std::string> demands;
   for (const Atom& atom : atoms_) {
     std::string& text = demands.emplace_back(is_negated_ ? "not " : "");

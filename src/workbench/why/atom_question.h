@@ -46,9 +46,13 @@ class AskedAtoms {
   AskedAtoms(const AtomQuestion& question, dl::ExplainedAnswer& answer);
 
   bool is_ground() const { return is_ground_; }
-  const std::vector<Atom>& atoms() const { return atoms_; }    // of a ground question
-  // The same as literals of the solver's language, with "not" where that is asked for.
+  const std::vector<Atom>& atoms() const { return atoms_; }    // of a ground question, or one atom
+  // The same as literals of the solver's language, with "not" where that is asked for; with
+  // variables one that says that some instance holds.
   std::vector<std::string> demands() const;
+  // Whether it is one atom, each of whose arguments has a value or is a variable of its own. Then
+  // its arguments in atoms() are kNoTerm where a variable stands.
+  bool is_one_atom() const { return is_one_atom_; }
 
   // The atoms of the answer set that the question is about: those of each instance behind each
   // other, each once. At most so many instances are taken; all are counted.
@@ -63,7 +67,9 @@ class AskedAtoms {
   const bool is_negated_;
   dl::Program program_;
   std::unique_ptr<dl::StatementStore> store_;
+  const std::string body_;
   bool is_ground_ = false;
+  bool is_one_atom_ = false;
   std::vector<Atom> atoms_;
 };
 

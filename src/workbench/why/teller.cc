@@ -32,6 +32,20 @@ void add_once(std::vector<dl::ToldStatement>& statements, const dl::ToldStatemen
   if (!is_there) statements.push_back(statement);
 }
 
+// With an open question each of a statement's heads may fail alike.
+void add_once(std::vector<dl::ToldFailure>& failures, dl::ToldFailure failure) {
+  using Literal = dl::ToldFailure::Literal;
+  const auto is_same_literal = [](const Literal& left, const Literal& right) {
+    return left.text == right.text && left.state == right.state;
+  };
+  const bool is_there = std::ranges::any_of(failures, [&](const dl::ToldFailure& other) {
+    return is_same(other.statement.place, failure.statement.place) && other.with == failure.with &&
+           std::ranges::equal(other.literals, failure.literals, is_same_literal) &&
+           other.other_heads == failure.other_heads;
+  });
+  if (!is_there) failures.push_back(std::move(failure));
+}
+
 // How many of the items each literal of the body is; nothing where that cannot be told.
 std::vector<std::size_t> items_of(const std::vector<UserStatement::Literal>& body,
                                   std::size_t positive, std::size_t negative) {
@@ -347,7 +361,7 @@ void Teller::add_failures(dl::ToldMissing& told, const dl::MissingAtom& missing)
   for (const dl::FailedRule& failed : missing.rules) {
     const dl::StoredStatement& statement = answer_.store().statement(failed.statement);
     if (!words_.is_whole_frame_rule(statement)) {
-      told.rules.push_back(failure(failed));
+      add_once(told.rules, failure(failed));
       continue;
     }
     // The frame is chosen, or not, by the rule of its auxiliary atom.
@@ -356,24 +370,43 @@ void Teller::add_failures(dl::ToldMissing& told, const dl::MissingAtom& missing)
     for (const dl::PatternNumber pattern : whole.arguments) {
       arguments.push_back(evaluator.value(statement, pattern, failed.binding));
     }
-    if (std::ranges::find(arguments, dl::kNoTerm) != arguments.end()) {
-      told.rules.push_back(failure(failed));
-      continue;
-    }
     const dl::MissingAtom inner = search.explain(whole.predicate, arguments);
-    for (const dl::FailedRule& each : inner.rules) told.rules.push_back(failure(each));
+    for (const dl::FailedRule& each : inner.rules) add_once(told.rules, failure(each));
   }
 }
 
 dl::ToldMissing Teller::missing(dl::PredicateNumber predicate, const Arguments& arguments) {
-  dl::FailureSearch search(answer_.terms(), answer_.index(), answer_.store());
-  const dl::MissingAtom missing = search.explain(predicate, arguments);
   dl::ToldMissing told;
   told.atom = words_.atom(predicate, arguments);
   answer_.index().append(told.key, predicate, arguments);
+  add_rules(told, predicate, arguments);
+  return told;
+}
+
+dl::ToldMissing Teller::missing(const AtomQuestion& question, dl::PredicateNumber predicate,
+                                const Arguments& arguments) {
+  dl::ToldMissing told;
+  told.atom = question.written;
+  told.key = question.body;
+  add_rules(told, predicate, arguments);
+  return told;
+}
+
+void Teller::add_rules(dl::ToldMissing& told, dl::PredicateNumber predicate,
+                       const Arguments& arguments) {
+  dl::FailureSearch search(answer_.terms(), answer_.index(), answer_.store());
+  const dl::MissingAtom missing = search.explain(predicate, arguments);
   add_failures(told, missing);
   if (missing.contrary != dl::kNoAtom) told.contrary = words_.atom(missing.contrary);
   tell_relation(told, predicate, arguments, missing);
+}
+
+dl::ToldMissing Teller::missing(const AtomQuestion& question, const QueryRow& row) {
+  dl::FailureSearch search(answer_.terms(), answer_.index(), answer_.store());
+  dl::ToldMissing told;
+  told.atom = question.written;
+  told.key = question.written;
+  told.rules.push_back(failure(search.explain_body(row.query, row.start)));
   return told;
 }
 
@@ -381,6 +414,7 @@ std::vector<std::uint32_t> Teller::naming_places(dl::PredicateNumber predicate,
                                                  const Arguments& arguments) const {
   const std::string_view name = answer_.terms().spelling(answer_.index().predicate(predicate).name);
   if (!dl::is_generic(name) || arguments.empty()) return {};
+  if (arguments[0] == dl::kNoTerm) return {};
   std::vector<std::uint32_t> places{0};
   if (arguments.size() > 1) places.push_back(1);
   const bool is_name = answer_.terms().kind(arguments[0]) == dl::GroundKind::kConstant;
@@ -389,6 +423,7 @@ std::vector<std::uint32_t> Teller::naming_places(dl::PredicateNumber predicate,
   constexpr std::uint32_t kAttributePlace = 3;
   if (relation == zarel::kValueOf && arguments.size() > kAttributePlace)
     places.push_back(kAttributePlace);
+  std::erase_if(places, [&](std::uint32_t place) { return arguments[place] == dl::kNoTerm; });
   return places;
 }
 

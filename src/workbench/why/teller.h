@@ -16,6 +16,7 @@
 #include "dl/explain/relaxation.h"
 #include "dl/explain/told.h"
 #include "workbench/why/program_words.h"
+#include "workbench/why/query_row.h"
 
 namespace workbench {
 
@@ -32,6 +33,11 @@ class Teller {
   // Why the atom is missing, which it is.
   dl::ToldMissing missing(dl::PredicateNumber predicate,
                           const std::vector<dl::GroundTerm>& arguments);
+  // Why no instance of an atom with variables is there: kNoTerm stands for them.
+  dl::ToldMissing missing(const AtomQuestion& question, dl::PredicateNumber predicate,
+                          const std::vector<dl::GroundTerm>& arguments);
+  // Why the answer set does not have the row, which it does not.
+  dl::ToldMissing missing(const AtomQuestion& question, const QueryRow& row);
 
   dl::ToldStatement statement(dl::StatementNumber number);
   dl::ToldLines lines(const dl::ConstraintSet& set, bool is_proven);
@@ -51,6 +57,7 @@ class Teller {
   std::string reason(dl::AtomNumber atom);
   void add_reasons(std::vector<std::string>& reasons, const dl::StoredStatement& statement,
                    const dl::StoredLiteral& literal, const dl::Binding& binding);
+  void add_rules(dl::ToldMissing& told, dl::PredicateNumber predicate, const Arguments& arguments);
   void add_failures(dl::ToldMissing& told, const dl::MissingAtom& missing);
   dl::ToldFailure failure(const dl::FailedRule& failed);
   void tell_relation(dl::ToldMissing& told, dl::PredicateNumber predicate,

@@ -22,6 +22,7 @@
 #include "workbench/search/solver_message.h"
 #include "workbench/why/atom_question.h"
 #include "workbench/why/one_item.h"
+#include "workbench/why/query_row.h"
 #include "workbench/why/teller.h"
 #include "workbench/why/told_conflicts.h"
 #include "workbench/why/why_form.h"
@@ -122,6 +123,9 @@ class Explainer {
 
   ExitStatus explain_atoms(const AtomQuestion& question);
   ExitStatus explain_row(const AtomQuestion& question);
+  ExitStatus explain_missing_instances(const AtomQuestion& question,
+                                       std::unique_ptr<AskedAtoms> asked);
+  ExitStatus explain_missing_row(const AtomQuestion& question);
   void tell_others(const AskedAtoms& asked, const dl::Costs& costs);
   void tell_payments();
 
@@ -309,41 +313,15 @@ ExitStatus Explainer::explain_atoms(const AtomQuestion& question) {
 
 // The query holds for a row in an answer set as a body does.
 ExitStatus Explainer::explain_row(const AtomQuestion& question) {
-  const auto statements = answer_->store().statements();
-  const auto query = std::ranges::find_if(statements, [](const dl::StoredStatement& each) {
-    return each.kind == dl::StatementKind::kQuery;
-  });
-  if (query == statements.end()) {
-    checked_.reporter().report(
-        {"no-atom", {}, "the program has no query", {}, {}, "ask about an atom, such as p(a)"});
-    return ExitStatus::kUsage;
-  }
-  const auto number = static_cast<dl::StatementNumber>(query - statements.begin());
+  const auto row = query_row(question, *answer_, checked_.reporter());
+  if (!row) return ExitStatus::kUsage;
   dl::BodyEvaluator evaluator(answer_->terms(), answer_->index(), answer_->store());
-  dl::Binding start(query->variables.size(), dl::kNoTerm);
-  // The values of a row are those of the named variables, in their order.
-  std::size_t value = 0;
-  for (dl::VariableId id = 0; id < query->variables.size(); ++id) {
-    if (query->variables[id] == "_" || query->is_outer[id] == 0) continue;
-    if (value < question.row.size())
-      start[id] = dl::read_ground_term(question.row[value], answer_->terms());
-    ++value;
-  }
-  if (!question.row.empty() && value != question.row.size()) {
-    checked_.reporter().report({"no-atom",
-                                {},
-                                "a row of the query has " + counted(value, "value") + ", not " +
-                                    std::to_string(question.row.size()),
-                                {},
-                                {},
-                                "write them as zrl prints them: ?(a, b)"});
-    return ExitStatus::kUsage;
-  }
   dl::ProofSearch search(answer_->terms(), answer_->index(), answer_->store());
   std::uint64_t rows = 0;
-  evaluator.each(*query, start, {}, [&](const dl::Binding& binding) {
+  const dl::StoredStatement& query = answer_->store().statement(row->query);
+  evaluator.each(query, row->start, {}, [&](const dl::Binding& binding) {
     if (++rows > kMostInstances) return true;
-    dl::Proof proof = search.prove_body(number, binding);
+    dl::Proof proof = search.prove_body(row->query, binding);
     if (proof.roots.empty()) proof.roots.push_back(0);
     dl::ToldProof told = teller_->proof(proof, depth(), filter());
     if (!told.roots.empty()) {
@@ -359,6 +337,7 @@ ExitStatus Explainer::explain_row(const AtomQuestion& question) {
   });
   if (rows == 0) {
     note(chosen() + " has no such row");
+    note("zrl whynot tells why");
     return ExitStatus::kNoneFound;
   }
   if (rows > kMostInstances) note("and " + counted(rows - kMostInstances, "other row"));
@@ -394,17 +373,19 @@ Teller::IsTold Explainer::filter() {
 
 ExitStatus Explainer::whynot() {
   const AtomQuestion question = this->question(line_.why.atom, "ATOM");
-  find_chosen();
-  auto asked = question.is_row ? nullptr : std::make_unique<AskedAtoms>(question, *answer_);
-  if (asked == nullptr || question.is_negated || !asked->is_ground()) {
+  if (question.is_negated) {
     checked_.reporter().report({"no-atom",
                                 {},
-                                "zrl whynot needs an atom without variables",
+                                "zrl whynot explains what an answer set does not hold",
                                 {},
                                 {},
-                                "write constants for them: zrl whynot 'p(a)'"});
+                                "ask zrl why why an atom holds"});
     return ExitStatus::kUsage;
   }
+  find_chosen();
+  if (question.is_row) return explain_missing_row(question);
+  auto asked = std::make_unique<AskedAtoms>(question, *answer_);
+  if (!asked->is_ground()) return explain_missing_instances(question, std::move(asked));
   const auto is_missing = [this](const AskedAtoms::Atom& atom) {
     return answer_->index().find(atom.predicate, atom.arguments) == dl::kNoAtom;
   };
@@ -433,6 +414,52 @@ ExitStatus Explainer::whynot() {
   }
   // Without a rule for it no answer set has it.
   if (can_hold) tell_others(*asked, answer_->found().costs);
+  return ExitStatus::kFound;
+}
+
+// Of an atom with variables no instance holds, in this answer set or another one.
+ExitStatus Explainer::explain_missing_instances(const AtomQuestion& question,
+                                                std::unique_ptr<AskedAtoms> asked) {
+  if (!asked->is_one_atom()) {
+    checked_.reporter().report({"no-atom",
+                                {},
+                                "zrl whynot explains one atom, with each variable as an argument "
+                                "of its own",
+                                {},
+                                {},
+                                "write constants for the variables: zrl whynot 'p(a)'"});
+    return ExitStatus::kUsage;
+  }
+  if (const AskedAtoms::Held held = asked->held(kMostInstances); held.instances != 0) {
+    if (is_chosen() || !find({1, {"not " + question.body}})) {
+      note((is_chosen() ? chosen() + " holds " : "every answer set holds an instance of ") +
+           question.written + (is_chosen() ? " for some values" : ""));
+      note("zrl why tells which; ask zrl whynot about one that does not hold");
+      return ExitStatus::kNoneFound;
+    }
+    note("answer set 1 holds an instance of " + question.written + "; this one holds none");
+    asked = std::make_unique<AskedAtoms>(question, *answer_);
+  }
+  const AskedAtoms::Atom& atom = asked->atoms().front();
+  const dl::ToldMissing missing = teller_->missing(question, atom.predicate, atom.arguments);
+  form_->missing(missing);
+  if (!missing.rules.empty()) tell_others(*asked, answer_->found().costs);
+  return ExitStatus::kFound;
+}
+
+ExitStatus Explainer::explain_missing_row(const AtomQuestion& question) {
+  const auto row = query_row(question, *answer_, checked_.reporter());
+  if (!row) return ExitStatus::kUsage;
+  dl::BodyEvaluator evaluator(answer_->terms(), answer_->index(), answer_->store());
+  const bool has_none = evaluator.each(answer_->store().statement(row->query), row->start, {},
+                                       [](const dl::Binding&) { return false; });
+  if (!has_none) {
+    note(chosen() + (row->is_any ? " has rows of the query" : " has this row"));
+    note(row->is_any ? "zrl why tells why; ask about one that it does not have: zrl whynot '?(a)'"
+                     : "zrl why tells why");
+    return ExitStatus::kNoneFound;
+  }
+  form_->missing(teller_->missing(question, *row));
   return ExitStatus::kFound;
 }
 
