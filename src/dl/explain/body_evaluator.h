@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "dl/explain/aggregate_elements.h"
+#include "dl/explain/interrupted.h"
 #include "dl/explain/statement_store.h"
 
 namespace dl {
@@ -26,7 +27,8 @@ enum class OpenOperands : bool { kUnknown, kRange };
 
 class BodyEvaluator {
  public:
-  // All must outlive the evaluator.
+  // All must outlive the evaluator. An interruption that comes later ends any of its functions,
+  // which throw Interrupted.
   BodyEvaluator(GroundTerms& terms, AnswerIndex& index, const StatementStore& store)
       : terms_(terms), index_(index), store_(store) {}
 
@@ -94,9 +96,11 @@ class BodyEvaluator {
   std::optional<bool> aggregate_holds(const StoredStatement& statement,
                                       const StoredLiteral& literal, const Binding& binding);
 
+  friend class BodyJoin;
   GroundTerms& terms_;
   AnswerIndex& index_;
   const StatementStore& store_;
+  InterruptionCheck interruption_;
   std::uint64_t most_attempts_ = 0;
   std::uint64_t attempts_ = 0;
   bool was_cut_ = false;

@@ -249,6 +249,7 @@ void BodyJoin::leave() {
 bool BodyJoin::advance(Level& level) {
   while (!was_cut_ && level.next < level.choice.candidates) {
     undo(level);
+    evaluator_.interruption_.step();
     was_cut_ = ++attempts_ - first_attempt_ > most_attempts_ && most_attempts_ != 0;
     if (!was_cut_ && attempt(level, level.next++)) return true;
   }

@@ -17,6 +17,7 @@ std::uint64_t sum(std::uint64_t left, std::uint64_t right) {
 void Marking::run_to_goal() {
   take_in();
   while (!has_reached_goal() && has_ready()) {
+    interruption_.step();
     const Ready next = pop();
     if (!is_marked(next.point)) mark(next.point, next.reason, next.cost);
   }
@@ -25,6 +26,7 @@ void Marking::run_to_goal() {
 void Marking::run() {
   take_in();
   while (has_ready()) {
+    interruption_.step();
     const Ready next = pop();
     if (!is_marked(next.point)) mark(next.point, next.reason, next.cost);
   }

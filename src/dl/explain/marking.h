@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "dl/explain/interrupted.h"
 #include "dl/explain/support_graph.h"
 
 namespace dl {
@@ -37,7 +38,8 @@ class Marking {
   Marking(const SupportGraph& graph, MarkingOrder order, NeedKind needs)
       : graph_(graph), order_(order), needs_(needs) {}
 
-  // Marks all that follows, also from what was added to the graph, until the goal is reached.
+  // Marks all that follows, also from what was added to the graph, until the goal is reached. Both
+  // throw Interrupted.
   void run_to_goal();
   // Marks all that follows, the goal or not.
   void run();
@@ -88,6 +90,7 @@ class Marking {
   }
 
   const SupportGraph& graph_;
+  InterruptionCheck interruption_;
   MarkingOrder order_;
   NeedKind needs_;
   std::vector<Reason> reasons_;          // by point

@@ -58,7 +58,11 @@ class PlainTeller::ProofTeller {
 
   ToldProof tell() {
     for (const NodeNumber root : proof_.roots) told_.roots.push_back(number(root, 0));
-    for (std::size_t next = 0; next < waiting_.size(); ++next) tell_node(waiting_[next]);
+    InterruptionCheck interruption;
+    for (std::size_t next = 0; next < waiting_.size(); ++next) {
+      interruption.step();
+      tell_node(waiting_[next]);
+    }
     return std::move(told_);
   }
 

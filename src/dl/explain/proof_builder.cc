@@ -81,7 +81,9 @@ NodeNumber& ProofBuilder::known_node(AtomNumber atom, const Found& found) {
 
 // Proofs can be as long as the program, so their nodes wait in a list: those nearest to a root first.
 void ProofBuilder::finish() {
+  InterruptionCheck interruption;
   while (!waiting_.empty()) {
+    interruption.step();
     const Waiting next = waiting_.front();
     waiting_.pop_front();
     proof_.nodes[next.node].kind = kind_of(next.found.reason);

@@ -368,7 +368,11 @@ void Questions::tell_instead(const std::string& answer, const std::vector<PaidIn
 bool answer_question(Program program, const Options& options,
                      std::function<void(std::string_view)> take) {
   Questions questions(std::move(program), options, std::move(take));
-  questions.answer();
+  try {
+    questions.answer();
+  } catch (const Interrupted&) {
+    return false;
+  }
   return questions.is_complete();
 }
 

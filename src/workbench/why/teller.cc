@@ -102,7 +102,9 @@ class ProofTelling {
 
   dl::ToldProof tell() {
     for (const dl::NodeNumber root : proof_.roots) told_.roots.push_back(number_of(root, 0));
+    dl::InterruptionCheck interruption;
     for (std::size_t next = 0; next < waiting_.size(); ++next) {
+      interruption.step();
       const Waiting waiting = waiting_[next];
       dl::ToldNode node = told(waiting.node, waiting.depth);
       told_.nodes[waiting.number] = std::move(node);

@@ -52,6 +52,10 @@ bool is_cut() {
   return dl::interruption() != dl::Interruption::kNone;
 }
 
+std::string how_cut() {
+  return dl::interruption() == dl::Interruption::kTime ? "ended by the time limit" : "interrupted";
+}
+
 // On a terminal nothing is written that it would act on.
 TakePiece standard_output() {
   const bool is_terminal = ::isatty(STDOUT_FILENO) != 0;
@@ -150,6 +154,10 @@ ExitStatus Explainer::run(ExitStatus (Explainer::*explain)()) {
   } catch (const Ended& ended) {
     status = ended.status;
     if (status == ExitStatus::kNoneFound || status == ExitStatus::kIncomplete) form_->end(status);
+  } catch (const dl::Interrupted&) {
+    status = ExitStatus::kIncomplete;
+    note(how_cut() + ": the answer is not complete");
+    form_->end(status);
   } catch (const dl::Failure& failure) {
     SolverMessages told(checked_.program(), names_);
     const Message message = told.message(failure.diagnostic);
@@ -230,9 +238,7 @@ std::string Explainer::chosen() const {
 }
 
 void Explainer::end_cut(std::string_view unknown) {
-  std::string text =
-      dl::interruption() == dl::Interruption::kTime ? "ended by the time limit" : "interrupted";
-  note((text += ": ") += unknown);
+  note((how_cut() += ": ") += unknown);
   throw Ended{ExitStatus::kIncomplete};
 }
 
@@ -567,8 +573,9 @@ void Explainer::tell_payments() {
       told_avoidance.costs = told(avoided.costs);
       answer_->index().clear();
       dl::add_answer_set(avoided.answer, answer_->terms(), answer_->index());
-      for (dl::ToldPayment& each :
-           teller_->payments(dl::paid_instances(evaluator, answer_->store()))) {
+      // The search may have been cut.
+      dl::BodyEvaluator later(answer_->terms(), answer_->index(), answer_->store());
+      for (dl::ToldPayment& each : teller_->payments(dl::paid_instances(later, answer_->store()))) {
         if (!is_among(payments, each)) told_avoidance.instead.push_back(std::move(each));
       }
       // What is told behind it is about the answer set that was found.

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <csignal>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <map>
 #include <set>
@@ -9,6 +11,7 @@
 #include "dl/explain/explained_answer.h"
 #include "dl/explain/random_bodies.h"
 #include "dl/explain/random_seeds.h"
+#include "dl/interruption.h"
 
 namespace {
 
@@ -112,6 +115,41 @@ TEST(BodyEvaluator, TellsTheAtomsOfEachBinding) {
     return told.insert(atoms).second;
   });
   EXPECT_EQ(told, (std::set<std::string>{" a(1) b(1,1) ", " a(2)  c(1)", " a(2)  c(2)"}));
+}
+
+// In another process: an interruption is there until the end of one.
+void look_interrupted() {
+  const dl::Options options;
+  std::string program;
+  for (int i = 0; i < 100; ++i) program += "a(" + std::to_string(i) + "). ";
+  program += "h(X) :- a(X), a(Y), a(Z).\n";
+  const dl::Source source{"p", program};
+  dl::ExplainedAnswer answer(dl::survey_texts({&source, 1}), options);
+  answer.find({});
+  dl::BodyEvaluator before(answer.terms(), answer.index(), answer.store());
+  dl::watch_interruptions({});
+  dl::hold_interruptions();
+  std::raise(SIGTERM);
+  dl::BodyEvaluator after(answer.terms(), answer.index(), answer.store());
+  const auto count = [&](dl::BodyEvaluator& evaluator) {
+    std::size_t instances = 0;
+    evaluator.each(answer.store().statement(0), {}, {}, [&](const Binding&) {
+      ++instances;
+      return true;
+    });
+    return instances;
+  };
+  if (count(after) != 1'000'000) std::_Exit(1);
+  try {
+    count(before);
+  } catch (const dl::Interrupted&) {
+    std::_Exit(7);
+  }
+  std::_Exit(2);
+}
+
+TEST(BodyEvaluator, EndsWhenAnInterruptionComes) {
+  EXPECT_EXIT(look_interrupted(), testing::ExitedWithCode(7), "");
 }
 
 // Values that share a bucket, and many atoms of one value.
