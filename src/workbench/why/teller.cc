@@ -9,6 +9,7 @@
 #include "dl/folding.h"
 #include "model/generic_encoding.h"
 #include "workbench/messages/nearest.h"
+#include "workbench/why/written_order.h"
 
 namespace workbench {
 namespace {
@@ -44,46 +45,6 @@ void add_once(std::vector<dl::ToldFailure>& failures, dl::ToldFailure failure) {
            other.other_heads == failure.other_heads;
   });
   if (!is_there) failures.push_back(std::move(failure));
-}
-
-// How many of the items each literal of the body is; nothing where that cannot be told.
-std::vector<std::size_t> items_of(const std::vector<UserStatement::Literal>& body,
-                                  std::size_t positive, std::size_t negative) {
-  std::vector<std::size_t> counts;
-  std::optional<std::size_t> unknown;
-  for (const UserStatement::Literal& literal : body) {
-    std::size_t& left = literal.is_negated ? negative : positive;
-    const bool is_known = literal.is_negated || literal.parts;
-    if (!is_known && unknown) return {};
-    if (!is_known) unknown = counts.size();
-    counts.push_back(literal.is_negated ? 1 : literal.parts.value_or(0));
-    if (counts.back() > left) return {};
-    left -= counts.back();
-  }
-  if (unknown) counts[*unknown] = std::exchange(positive, 0);
-  if (positive != 0 || negative != 0) return {};
-  return counts;
-}
-
-// Clauses have their negated literals last. Puts these where the user has them.
-template <typename Item>
-void put_as_written(std::vector<Item>& items, const UserStatement& statement) {
-  const auto is_negated = [](const Item& item) { return item.text.starts_with("not "); };
-  const auto negated = std::ranges::count_if(items, is_negated);
-  const auto negations = static_cast<std::size_t>(negated);
-  const std::vector<std::size_t> counts =
-      items_of(statement.body, items.size() - negations, negations);
-  if (counts.empty()) return;
-  std::stable_partition(items.begin(), items.end(), std::not_fn(is_negated));
-  auto positive = items.begin();
-  auto negative = items.end() - negated;
-  std::vector<Item> ordered;
-  ordered.reserve(items.size());
-  for (std::size_t i = 0; i < counts.size(); ++i) {
-    auto& next = statement.body[i].is_negated ? negative : positive;
-    for (std::size_t taken = 0; taken < counts[i]; ++taken) ordered.push_back(std::move(*next++));
-  }
-  items = std::move(ordered);
 }
 
 }    // namespace
@@ -326,7 +287,41 @@ void Teller::add_reasons(std::vector<std::string>& reasons, const dl::StoredStat
   }
 }
 
-dl::ToldFailure Teller::failure(const dl::FailedRule& failed) {
+// To the solver a function term in an atom is a literal of its own, and the atom has a variable.
+// Where the literal fails since the atom holds for no such term, the atom is told to fail instead.
+void Teller::make_terms_whole(dl::FailedRule& failed) {
+  const dl::StoredStatement& statement = answer_.store().statement(failed.statement);
+  dl::BodyEvaluator evaluator(answer_.terms(), answer_.index(), answer_.store());
+  for (std::uint32_t i = 0; i < statement.body.size(); ++i) {
+    const dl::StoredLiteral& function = statement.body[i];
+    if (function.kind != dl::kFunctionTerm || failed.literals[i] != dl::LiteralState::kFails)
+      continue;
+    const dl::TermPattern& whole = statement.terms[function.operands[0]];
+    if (whole.kind != dl::TermPattern::Kind::kVariable) continue;
+    std::vector<std::uint32_t> users;
+    for (std::uint32_t user = 0; user < statement.body.size(); ++user) {
+      const std::vector<dl::VariableId>& used = statement.body[user].variables;
+      if (user != i && std::ranges::find(used, whole.variable) != used.end()) users.push_back(user);
+    }
+    if (users.size() != 1) continue;
+    const dl::StoredLiteral& atom = statement.body[users.front()];
+    if (atom.kind != dl::kAtom || atom.negated) continue;
+    dl::Binding binding = failed.binding;
+    binding[whole.variable] = dl::kNoTerm;
+    const std::uint32_t both[] = {i, users.front()};
+    const bool has_none = evaluator.each_of(statement, both, dl::OpenOperands::kUnknown, binding,
+                                            [](const dl::Binding&) { return false; });
+    if (!has_none) continue;
+    failed.binding[whole.variable] = dl::kNoTerm;
+    failed.bindings = 1;    // with any other values the atom fails, too
+    failed.was_cut = false;
+    failed.literals[i] = dl::LiteralState::kHolds;
+    failed.literals[users.front()] = dl::LiteralState::kFails;
+  }
+}
+
+dl::ToldFailure Teller::failure(dl::FailedRule failed) {
+  make_terms_whole(failed);
   const dl::StoredStatement& statement = answer_.store().statement(failed.statement);
   dl::ToldFailure told;
   told.statement = words_.statements().of(statement).told;

@@ -59,7 +59,8 @@ class Teller {
                    const dl::StoredLiteral& literal, const dl::Binding& binding);
   void add_rules(dl::ToldMissing& told, dl::PredicateNumber predicate, const Arguments& arguments);
   void add_failures(dl::ToldMissing& told, const dl::MissingAtom& missing);
-  dl::ToldFailure failure(const dl::FailedRule& failed);
+  dl::ToldFailure failure(dl::FailedRule failed);
+  void make_terms_whole(dl::FailedRule& failed);
   void tell_relation(dl::ToldMissing& told, dl::PredicateNumber predicate,
                      const Arguments& arguments, const dl::MissingAtom& missing);
   // The arguments that say which relation an atom is of: its name and space, the attribute of a
