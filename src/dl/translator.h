@@ -80,7 +80,7 @@ class Translator : public StatementReceiver {
   RuleWriter writer_;
   Instances* instances_ = nullptr;
   std::vector<char> kept_;
-  bool uses_integers_ = false;
+  bool uses_bound_ = false;
   std::uint32_t projections_ = 0;
   std::optional<BoundUser> bound_user_;    // the first one
   std::optional<Query> left_out_query_;
