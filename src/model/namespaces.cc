@@ -30,10 +30,16 @@ std::optional<std::string_view> NamespaceTable::prefix_of_opening(
   return pairs_[found->second].first;
 }
 
-std::optional<std::string> returnAddress(std::string_view prefix, std::string_view local) {
+std::optional<std::string_view> opening_of_address(std::string_view prefix) {
   const auto uri = vectorName().uri_of(prefix);
   if (!uri) return std::nullopt;
-  std::string address(uri->substr(0, uri->find('"', 1)));
+  return uri->substr(0, uri->find('"', 1));
+}
+
+std::optional<std::string> returnAddress(std::string_view prefix, std::string_view local) {
+  const auto opening = opening_of_address(prefix);
+  if (!opening) return std::nullopt;
+  std::string address(*opening);
   address.append(local).push_back('"');
   return address;
 }

@@ -49,6 +49,10 @@ NamespaceTable& vectorName();
 bool prefix_was_used();
 void note_prefix_use();
 
+// What all addresses of the prefix begin with: its URI without the closing quote. Nothing when the
+// prefix is not declared.
+std::optional<std::string_view> opening_of_address(std::string_view prefix);
+
 // The full quoted address of prefix:local, which is the prefix's URI with the local name in front
 // of its closing quote. Nothing when the prefix is not declared.
 std::optional<std::string> returnAddress(std::string_view prefix, std::string_view local);

@@ -36,12 +36,20 @@ std::string_view without_quotes(std::string_view name) {
 
 }    // namespace
 
-// Nothing when the prefix is unknown.
+// Nothing when the prefix is unknown. A declaration is final, and most constants have the prefix of
+// the one before, so the beginning of its address stays.
 std::optional<TERMT> TermBuilder::new_qualified(NameId prefix, std::string_view local) {
-  const auto address = returnAddress(names().spelling(prefix), without_quotes(local));
-  if (!address) return std::nullopt;
+  if (address_prefix_ != prefix) {
+    const auto opening = opening_of_address(names().spelling(prefix));
+    if (!opening) return std::nullopt;
+    address_ = *opening;
+    address_opening_ = opening->size();
+    address_prefix_ = prefix;
+  }
   note_prefix_use();
-  return newTERMT(*address);
+  address_.resize(address_opening_);
+  address_.append(without_quotes(local)).push_back('"');
+  return newTERMT(address_);
 }
 
 TERMT TermBuilder::qualified(const NamePair& prefix_and_local) {

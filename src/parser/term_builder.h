@@ -1,7 +1,11 @@
 #pragma once
 // term_builder.h - what the grammar's actions on terms call, and the lists of terms.
 
+#include <cstddef>
+#include <optional>
 #include <span>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/report.h"
@@ -85,6 +89,9 @@ class TermBuilder {
   IntegerBounds bounds_;
   QualifiedConstants qualified_constants_;
   ShortQualifiedConstants short_constants_;
+  std::string address_;    // of the last new qualified constant
+  std::size_t address_opening_ = 0;
+  std::optional<NameId> address_prefix_;
   ListStack<TERMT> lists_;
 
   struct OpenFunction {
