@@ -2,6 +2,7 @@
 
 #include "base/characters.h"
 #include "parser/flat_words.h"
+#include "parser/qualified_constants.h"
 #include "parser/scanner_actions.h"
 
 namespace zarel {
@@ -36,6 +37,7 @@ std::size_t FlatAtom::read_name(std::size_t begin) {
     is_simple_ = false;
     add(FlatPart::Kind::kPrefix, begin, length);
     add(FlatPart::Kind::kLocal, end + 1, local_length);
+    constants_.expect(text_.substr(end + 1, local_length));
     return end + 1 + local_length;
   }
   if (has_at(text_, end, '(') && text_[begin] != '"') {

@@ -37,9 +37,14 @@ struct FlatPart {
   std::uint32_t value;    // of an integer
 };
 
+class ShortQualifiedConstants;
+
 // The flat atom that was read last.
 class FlatAtom {
  public:
+  // The constants are told early which of them the grammar's actions will ask for.
+  explicit FlatAtom(const ShortQualifiedConstants& constants) : constants_(constants) {}
+
   // Reads the one that begins with the first `word_length` characters of the text. Its length; 0
   // without one.
   std::size_t read(std::string_view text, std::size_t word_length);
@@ -61,6 +66,7 @@ class FlatAtom {
   std::size_t read_integer(std::size_t begin);
   std::size_t read_name(std::size_t begin);
 
+  const ShortQualifiedConstants& constants_;
   std::string_view text_;    // from the atom on
   std::size_t name_length_ = 0;
   std::size_t depth_ = 0;    // of open function terms

@@ -10,7 +10,7 @@ void parse(const ScannerInput& input, std::uint32_t file, ProgramBuilder& builde
            std::ostream& verbatim) {
   const WorkScope reading(Work{{file, {1, 1, 1, 1}}, OriginId::kWritten, nullptr});
   builder.start_file();
-  ScannerActions actions(input, file, verbatim);
+  ScannerActions actions(input, file, verbatim, builder.terms().short_constants());
   const scannerT scanner(actions);
   ParserStacks stacks;
   yyparse(scanner.state(), stacks, builder);

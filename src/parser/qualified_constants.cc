@@ -61,7 +61,7 @@ void ShortQualifiedConstants::note(NameId prefix, std::string_view local, const 
 }
 
 void ShortQualifiedConstants::expect(std::string_view local) const {
-  if (latest_ == nullptr) return;
+  if (latest_ == nullptr || !takes(local)) return;
   const ShortName key = short_name(local);
   __builtin_prefetch(&latest_->slots[mixed(key[0], key[1]) & (latest_->slots.size() - 1)]);
 }

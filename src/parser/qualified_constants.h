@@ -57,7 +57,7 @@ class ShortQualifiedConstants {
   std::optional<TERMT> find(NameId prefix, std::string_view local);
   void note(NameId prefix, std::string_view local, const TERMT& constant);    // a new one
 
-  // Soon asked for, with the prefix that was asked for last.
+  // Soon asked for, perhaps, with the prefix that was asked for last.
   void expect(std::string_view local) const;
 
  private:

@@ -10,12 +10,13 @@
 
 namespace zarel {
 ScannerActions::ScannerActions(const ScannerInput& input, std::uint32_t file,
-                               std::ostream& verbatim)
+                               std::ostream& verbatim, const ShortQualifiedConstants& constants)
     : input_(input),
       verbatim_(verbatim),
       file_(file),
       wide_(current_run().files[file].wide),
       verbatim_lines_(current_run().verbatim_lines),
+      flat_atom_(constants),
       is_observed_(current_run().statement_observer != nullptr) {}
 
 void ScannerActions::pass(std::string_view text) {

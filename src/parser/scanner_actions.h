@@ -40,7 +40,8 @@ class ScannerActions {
  public:
   // Reads the input, which is the file of that number in the run's table. Verbatim sections go to
   // `verbatim`.
-  ScannerActions(const ScannerInput& input, std::uint32_t file, std::ostream& verbatim);
+  ScannerActions(const ScannerInput& input, std::uint32_t file, std::ostream& verbatim,
+                 const ShortQualifiedConstants& constants);
 
   std::size_t read(char* buffer, std::size_t size) { return input_.read(buffer, size); }
 

@@ -113,19 +113,9 @@ TERMT TermBuilder::flat_qualified(const FlatAtom& atom, const FlatPart& prefix,
   return qualified({first, names().intern(local_text)});
 }
 
-// The places of qualified constants in memory are waited for together, not one after the other.
-void TermBuilder::expect_constants(const FlatAtom& atom) const {
-  for (const FlatPart& part : atom.parts()) {
-    if (part.kind != FlatPart::Kind::kLocal) continue;
-    const std::string_view local = atom.text(part);
-    if (ShortQualifiedConstants::takes(local)) short_constants_.expect(local);
-  }
-}
-
 TermsMark TermBuilder::flat_arguments(const FlatAtom& atom) {
   TermsMark list = empty_list();
   const FlatPart* before = nullptr;
-  if (!atom.is_simple()) expect_constants(atom);
   for (const FlatPart& part : atom.parts()) {
     switch (part.kind) {
       case FlatPart::Kind::kConstant:

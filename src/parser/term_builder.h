@@ -76,12 +76,12 @@ class TermBuilder {
   std::size_t size(TermsMark list) const { return lists_.size(list); }
 
   IntegerBounds& bounds() { return bounds_; }
+  const ShortQualifiedConstants& short_constants() const { return short_constants_; }
 
   void clear() { lists_.clear(); }    // drops the lists that nothing has taken
 
  private:
   std::optional<TERMT> new_qualified(NameId prefix, std::string_view local);
-  void expect_constants(const FlatAtom& atom) const;
   TERMT flat_integer(const FlatPart& part);
   TERMT flat_qualified(const FlatAtom& atom, const FlatPart& prefix, const FlatPart& local);
 

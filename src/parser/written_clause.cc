@@ -6,6 +6,7 @@
 
 #include "grammar.h"
 #include "model/run.h"
+#include "parser/qualified_constants.h"
 #include "parser/scanner_actions.h"
 #include "parser/token_scanner.h"
 
@@ -24,7 +25,7 @@ struct Token {
 class Tokens {
  public:
   Tokens(const ScannerInput& input, std::uint32_t file)
-      : actions_(input, file, verbatim_), scanner_(actions_) {
+      : actions_(input, file, verbatim_, constants_), scanner_(actions_) {
     actions_.found_mistake();
   }
 
@@ -38,6 +39,7 @@ class Tokens {
 
  private:
   std::ostringstream verbatim_;
+  ShortQualifiedConstants constants_;    // none
   ScannerActions actions_;
   scannerT scanner_;
 };
