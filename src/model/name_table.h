@@ -31,6 +31,10 @@ class NameTable {
   void append_to(Text& out, NameId id) const { name(to_index(id)).append_to(out); }
   std::size_t size() const { return size_; }
 
+  // Has the name, and when that is there, its text brought from memory.
+  void expect(NameId id) const { __builtin_prefetch(&name(to_index(id))); }
+  void expect_text(NameId id) const { name(to_index(id)).expect_text(); }
+
  private:
   // Note [short names]
   // Most names of a large program are short, and a look-up of one among a million costs what it
@@ -57,6 +61,10 @@ class NameTable {
     void append_to(Text& out) const {
       if (is_inside()) return out.add_from_field<sizeof(inside_)>(inside_, length_);
       out += spelling();
+    }
+
+    void expect_text() const {
+      if (!is_inside()) __builtin_prefetch(spelling().data());
     }
 
    private:

@@ -67,6 +67,28 @@ void append_clauses(MappedText& program, std::span<const CLAUSET> clauses, Plain
   }
 }
 
+// Where names are more than the caches hold, those of the facts that come soon are brought from
+// memory while others are written.
+constexpr std::size_t kNamesInCache = std::size_t{1} << 17U;
+
+template <typename Visit>
+void each_constant(const CLAUSET& clause, Visit&& visit) {
+  const Fact* const fact = std::get_if<Fact>(&clause.payload());
+  if (fact == nullptr) return;
+  for (const TERMT& term : fact->head().front().terms()) {
+    if (term.kind == TermKind::kConstant) visit(NameId{term.index()});
+  }
+}
+
+void expect_names(std::span<const CLAUSET> coming) {
+  constexpr std::size_t kToText = 6;    // clauses
+  constexpr std::size_t kToName = 2 * kToText;
+  if (coming.size() <= kToName) return;
+  const NameTable& table = names();
+  each_constant(coming[kToName], [&](NameId id) { table.expect(id); });
+  each_constant(coming[kToText], [&](NameId id) { table.expect_text(id); });
+}
+
 std::size_t written_count() {
   return CLAUSES().size() - static_cast<std::size_t>(nclause());
 }
@@ -97,8 +119,10 @@ void MappedText::append_plain_fact(std::string_view piece, const LineSource& sou
 std::size_t write_clauses(std::ostream& out, std::span<const CLAUSET> clauses) {
   Text text;
   std::size_t length = 0;
-  for (const CLAUSET& clause : clauses) {
-    append_text(text, clause);
+  const bool looks_ahead = names().size() > kNamesInCache;
+  for (std::size_t i = 0; i < clauses.size(); ++i) {
+    if (looks_ahead) expect_names(clauses.subspan(i));
+    append_text(text, clauses[i]);
     text += '\n';
     if (text.size() >= kPiece) length += write_piece(out, text);
   }
