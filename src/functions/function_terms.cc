@@ -26,6 +26,12 @@ class PlaceholderNames {
 
   NameId builtin() const { return builtin_; }
 
+  // For the placeholders of one rule, used again for the next.
+  std::vector<TERMT>& found() {
+    found_.clear();
+    return found_;
+  }
+
  private:
   struct Entry {
     NameId functor;
@@ -42,6 +48,7 @@ class PlaceholderNames {
 
   std::vector<Entry> entries_{kEntries, Entry{}};
   NameId builtin_ = names().intern(kFunctionBuiltin);
+  std::vector<TERMT> found_;
 };
 
 PlaceholderNames& placeholder_names() {
@@ -90,7 +97,7 @@ ATOMT buildFunctionAtom(const TERMT& placeholder) {
 }
 
 void rewriteFunctionsInHead(Head& head, Body& body) {
-  std::vector<TERMT> found;
+  std::vector<TERMT>& found = placeholder_names().found();
   for (ATOMT& atom : head.atoms()) take_placeholders(atom, found);
   for (const TERMT& placeholder : found) body.add({buildFunctionAtom(placeholder), false});
 }
@@ -98,7 +105,7 @@ void rewriteFunctionsInHead(Head& head, Body& body) {
 // The atoms that are added may hold inner placeholders, whose atoms stand behind all of the outer
 // ones.
 void rewriteFunctionsInBody(Body& body) {
-  std::vector<TERMT> found;
+  std::vector<TERMT>& found = placeholder_names().found();
   for (std::size_t i = 0; i < body.size(); ++i) take_placeholders(body[i].atom, found);
   for (std::size_t i = 0; i < found.size(); ++i) {
     ATOMT atom = buildFunctionAtom(found[i]);

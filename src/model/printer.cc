@@ -109,7 +109,7 @@ void append_text(Text& out, const TERMT& term) {
   switch (term.kind) {
     case TermKind::kVariable:
     case TermKind::kFunctionTerm:
-      out += getVariableName(term.index());
+      names().append_to(out, name_of_variable(term.index()));
       break;
     case TermKind::kConstant:
       TERMT::Constants().append_to(out, NameId{term.index()});

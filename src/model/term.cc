@@ -82,10 +82,14 @@ TERMT newTERMT(NameId name) {
   return TERMT::variable(number);
 }
 
-std::string_view getVariableName(std::uint32_t number) {
+NameId name_of_variable(std::uint32_t number) {
   const std::optional<NameId> name = Variables().name_of(number);
   if (!name) end_run(1);
-  return names().spelling(*name);
+  return *name;
+}
+
+std::string_view getVariableName(std::uint32_t number) {
+  return names().spelling(name_of_variable(number));
 }
 
 std::vector<TERMT> getTerms(std::span<const TERMT> actual, std::span<const TERMT> pattern) {

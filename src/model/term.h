@@ -139,6 +139,7 @@ TERMT newTERMT(NameId name);
 
 // The name under which a variable prints: the earliest registered name that had its number. Ends
 // the run with status 1, without a word, when no name had it.
+NameId name_of_variable(std::uint32_t number);
 std::string_view getVariableName(std::uint32_t number);
 
 // The pattern with every "*" replaced by the next actual term and every "$" dropped, and then the
