@@ -1,7 +1,9 @@
 #include "dl/clingo_failure.h"
 
+#include <cerrno>
 #include <charconv>
 #include <cstring>
+#include <unistd.h>
 #include <utility>
 
 #include "dl/answer_writer.h"
@@ -86,20 +88,41 @@ std::optional<std::size_t> sum_at_fault(const std::string& clingo, std::string_v
   return first;
 }
 
-std::string version_of(const std::string& clingo) {
-  ClingoProcess process;
-  process.start(clingo, {"--version"});
-  process.finish_input();
+// It is no search: an interruption of the program ends it, too.
+std::string version_of(const std::string& clingo, ProcessEnd* end) {
+  Pipe pipe = make_pipe();
+  const Descriptor nothing = make_memory_file("nothing");
+  const Descriptor errors = make_memory_file("clingo-errors");
+  const pid_t child = start_child(clingo, {"--version"},
+                                  {nothing.number(), pipe.writing.number(), errors.number()});
+  pipe.writing.close();
   constexpr std::string_view kBegin = "clingo version ";
   std::string version;
-  LineReader reader(output_of(process));
+  LineReader reader([&pipe](char* buffer, std::size_t size) {
+    ssize_t got = -1;
+    do {
+      got = ::read(pipe.reading.number(), buffer, size);
+    } while (got < 0 && errno == EINTR);
+    return got > 0 ? static_cast<std::size_t>(got) : std::size_t{0};
+  });
   do {
     std::string_view line;
     while (reader.next(line)) {
       if (version.empty() && line.starts_with(kBegin)) version = line.substr(kBegin.size());
     }
   } while (reader.wait());
+  const ProcessEnd ended = wait_for_child(child, errors.number());
+  if (end != nullptr) *end = ended;
   return version;
+}
+
+bool is_older_clingo(const std::string& clingo, int minor) {
+  const std::string version = version_of(clingo);
+  if (!version.starts_with(kClingoMajor)) return false;
+  int found = 0;
+  const auto [end, error] =
+      std::from_chars(version.data() + kClingoMajor.size(), version.data() + version.size(), found);
+  return error == std::errc() && found < minor;
 }
 
 // A program's start costs time, so a clingo that answers as it should is not asked.

@@ -24,8 +24,12 @@ struct FailedSearch {
 std::optional<std::size_t> sum_at_fault(const std::string& clingo, std::string_view translation,
                                         const ProgramParts& parts);
 
-// "5.4.1"; nothing where the program does not tell.
-std::string version_of(const std::string& clingo);
+// "5.4.1"; nothing where the program does not tell, for which there may be a reason in how it ended.
+std::string version_of(const std::string& clingo, ProcessEnd* end = nullptr);
+
+// Whether it is clingo 5 before 5.`minor`; not where it does not tell. Asks it, as few options need
+// to know: a program's start costs time.
+bool is_older_clingo(const std::string& clingo, int minor);
 
 // What is to be said of a clingo that failed, if its major version is another one than that of
 // which it is known that it does what we ask for: asks it.

@@ -22,18 +22,6 @@ std::optional<std::size_t> number_in(std::string_view text) {
   return number;
 }
 
-// Note [threads]
-// clasp 3.3.5, which is that of clingo 5.4.1, can omit answer sets when several threads enumerate
-// them; its authors say so of all before 3.3.9, which came with clingo 5.6. There the threads get
-// parts of the search instead, which have nothing in common.
-bool omits_answer_sets(const std::string& clingo) {
-  const std::string version = version_of(clingo);
-  constexpr std::string_view kMajor = "5.";
-  constexpr char kMended = '6';
-  return version.starts_with(kMajor) && version.size() > kMajor.size() + 1 &&
-         version[kMajor.size() + 1] == '.' && version[kMajor.size()] < kMended;
-}
-
 }    // namespace
 
 bool is_configuration(std::string_view name) {
@@ -46,6 +34,12 @@ std::string configuration_list() {
   list.erase(list.size() - 2);
   return (list += " or ") += kRaceWord;
 }
+
+// Note [threads]
+// clasp 3.3.5, which is that of clingo 5.4.1, can omit answer sets when several threads enumerate
+// them; its authors say so of all before 3.3.9, which came with clingo 5.6. There the threads get
+// parts of the search instead, which have nothing in common.
+constexpr int kThreadsMended = 6;
 
 SearchPlan plan_search(const Options& options, const Traits& traits) {
   SearchPlan plan;
@@ -61,7 +55,7 @@ SearchPlan plan_search(const Options& options, const Traits& traits) {
   } else if (options.cuts == Cuts::kLocal) {
     plan.kind = SearchKind::kParts;
   } else if (options.threads > 1 && !traits.has_query && options.answer_sets != 1 &&
-             omits_answer_sets(options.clingo)) {
+             is_older_clingo(options.clingo, kThreadsMended)) {
     plan.kind = SearchKind::kParts;
   }
   return plan;

@@ -22,11 +22,11 @@ MaybeMistake Survey::rule(const Statement& statement) {
 }
 
 MaybeMistake Survey::weak_constraint(const Statement& statement, const Piece&, const Piece& level) {
-  const bool is_variable = !level.text.empty() && !zarel::is_digit(level.text.front());
-  if (has_weak_constraints_ && level.text != level_) has_several_levels_ = true;
-  has_several_levels_ = has_several_levels_ || is_variable;
+  const std::string_view text = level.text.empty() ? "1" : level.text;
+  if (has_weak_constraints_ && text != level_) has_several_levels_ = true;
+  has_several_levels_ = has_several_levels_ || !zarel::is_digit(text.front());
   has_weak_constraints_ = true;
-  level_ = level.text;
+  level_ = text;
   see(statement);
   return {};
 }

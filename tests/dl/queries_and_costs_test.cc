@@ -56,8 +56,8 @@ constexpr Case kCosts[] = {
      "Best model: {b}\nCost ([Weight:Level]): <[0:2]>\n\"[9:1]\"\n"},
     {"levels_without_instances_are_shown", "a. :~ b. [1:3] :~ a. [5:2] :~ b. [1:1]",
      "Best model: {a}\nCost ([Weight:Level]): <[0:3]>\n\"[5:2]\"\n\"[0:1]\"\n"},
-    // clasp 3.3.5 finds one of its answer sets for ever when it improves all levels at once.
-    {"levels_one_after_the_other",
+    // clasp 3.3.5 finds one of its answer sets for ever when it improves all levels.
+    {"levels_from_below",
      "n(1). n(2). n(3). m(1,a). m(2,a). m(2,b).\n"
      "p(X) v q(X) v t(X) :- n(X).\n"
      ":~ n(X), m(X,Y), #count{V : p(V), V != X} >= 1, n(Y), m(X,_). [X:1]\n"

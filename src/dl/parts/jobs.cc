@@ -5,6 +5,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "dl/clingo_failure.h"
 #include "dl/clingo_process.h"
 #include "dl/clingo_run.h"
 #include "dl/cores.h"
@@ -24,18 +25,11 @@ constexpr std::string_view kVersionLine = "clingo version ";
   throw Failure{{zarel::Code::kJobFolder, {}, std::move(text)}};
 }
 
-std::string version_of(Crew& crew) {
-  std::string said;
-  std::optional<ProcessEnd> end;
-  crew.start({"--version"}, make_memory_file("nothing").number());
-  while (!end) {
-    crew.wait([&](const Crew::Event& event) {
-      said += event.output;
-      if (event.end != nullptr) end = *event.end;
-    });
-  }
-  if (!said.starts_with(kVersionLine)) throw FailedWorker{*end};
-  return said.substr(kVersionLine.size(), said.find('\n') - kVersionLine.size());
+std::string known_version_of(const std::string& clingo) {
+  ProcessEnd end;
+  std::string version = version_of(clingo, &end);
+  if (version.empty()) throw FailedWorker{end};
+  return version;
 }
 
 // A part of a folder tells which clingo it ran with.
@@ -110,7 +104,7 @@ std::size_t make_jobs(const std::string& folder, const SearchPlan& plan,
       *cut(ground, {}, crew, {arguments, plan.parts, plan.workers, true}, nullptr);
   Manifest manifest;
   manifest.dl_version = kDlVersion;
-  manifest.clingo_version = version_of(crew);
+  manifest.clingo_version = known_version_of(plan.clingo);
   manifest.arguments = talkative(arguments);
   JobFolder::make(folder, std::move(manifest), ground, cubes, tables);
   return cubes.size();
@@ -164,7 +158,7 @@ std::vector<std::size_t> divide_part(JobFolder& jobs, std::size_t part, std::siz
     refuse("part " + std::to_string(part) + " is done");
   }
   Crew crew(clingo);
-  expect_version(jobs, version_of(crew));
+  expect_version(jobs, known_version_of(clingo));
   const GroundProgram program = jobs.program();
   const std::vector<Cube> cubes =
       *cut(program, jobs.cube(part), crew,
