@@ -224,6 +224,11 @@ constexpr JobCase kForeign[] = {
      FOREIGN_ALL, 1},
     {"another_format", "split -split=4; sed -i '1s/1/2/' j/manifest; missing", "",
      "dl: \"j/manifest\" is not of the format that this version reads\n", 1},
+    {"another_version_of_dl",
+     "split -split=4; parts; sed -i 's/^dl .*/dl 0.9/' j/manifest; parts 0; join", "0: 1\n",
+     "dl: this is dl 1.0, and the search was cut by dl 0.9\n"
+     "dl: this is dl 1.0, and the search was cut by dl 0.9\n",
+     1},
     {"another_clingo",
      "split -split=4; { dl -jobs=j -part=0 -clingo=./fake; dl -jobs=j -part=0 -split=2 "
      "-clingo=./fake; } "

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "dl/failure.h"
+#include "dl/options.h"
 #include "dl/parts/sha256.h"
 
 namespace dl {
@@ -198,6 +199,10 @@ void JobFolder::read_manifest() {
     for (const auto& [word, field] : fields) {
       if (const auto value = behind(word, line)) *field = *value;
     }
+  }
+  if (manifest_.dl_version != kDlVersion) {
+    refuse("this is dl " + std::string(kDlVersion) + ", and the search was cut by dl " +
+           manifest_.dl_version);
   }
   digest_ = sha256(*text);
   aim_ = aim_of(manifest_.arguments);
