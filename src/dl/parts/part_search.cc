@@ -65,6 +65,7 @@ class PartSearch {
   void start_parts();
   void hear(const Crew::Event& event);
   void hear_whole(const Crew::Event& event);
+  void note_costs(const PartOutput& output);
   void hear_part(std::size_t index, const Crew::Event& event);
   void end_part(std::size_t index, const ProcessEnd& end);
   void print_sets(PartOutput& output);
@@ -187,16 +188,24 @@ void PartSearch::hear(const Crew::Event& event) {
 
 void PartSearch::hear_whole(const Crew::Event& event) {
   whole_.read(event.output);
-  if (are_better(whole_.costs, best_)) best_ = whole_.costs;
+  note_costs(whole_);
   if (event.end == nullptr) return;
   whole_end_ = *event.end;
   whole_worker_.reset();
 }
 
+// As clingo does, it tells costs when they are found, and the answer sets that have them behind
+// the last ones.
+void PartSearch::note_costs(const PartOutput& output) {
+  if (!are_better(output.costs, best_)) return;
+  best_ = output.costs;
+  if (!aim_.has_query) print_for_host(costs_text(*best_));
+}
+
 void PartSearch::hear_part(std::size_t index, const Crew::Event& event) {
   PartOutput& output = parts_[index].output;
   output.read(event.output);
-  if (are_better(output.costs, best_)) best_ = output.costs;
+  note_costs(output);
   if (aim_.enumerates()) {
     if (index == first_ || aim_.limit != 0) {
       print_sets(output);

@@ -53,6 +53,7 @@ class Race {
   }
 
   int run() {
+    print_for_host("Solving...\n");
     while (winner_ == nullptr && crew_.size() != 0) {
       if (crew_.wait([this](const Crew::Event& event) { hear(event); }) == Crew::Waiting::kAsked)
         return show_best();
@@ -70,6 +71,10 @@ class Race {
   void hear(const Crew::Event& event) {
     Racer& racer = racers_.at(event.id);
     racer.output.read(event.output);
+    if (!aim_.has_query && are_better(racer.output.costs, best_)) {
+      best_ = racer.output.costs;
+      print_for_host(costs_text(*best_));    // as clingo does, when they are found
+    }
     if (event.end == nullptr) return;
     racer.end = *event.end;
     if (winner_ == nullptr && racer.output.is_complete(*event.end)) winner_ = &racer;
@@ -98,6 +103,7 @@ class Race {
   Crew& crew_;
   std::map<Crew::Id, Racer> racers_;
   const Racer* winner_ = nullptr;
+  std::optional<PartCosts> best_;
 };
 
 }    // namespace
