@@ -22,6 +22,7 @@ void say(const SearchOutput& output, std::size_t count, std::string_view what) {
 
 // Translates the program and makes the folder.
 void split(const Options& options, const SearchOutput& output, Translated& program) {
+  JobFolder::expect_unused(options.jobs);
   std::string translation;
   AnswerTables tables;
   SearchPlan plan;
@@ -52,9 +53,10 @@ bool join(const Options& options, const SearchOutput& output, Translated& progra
   constexpr std::size_t kPiece = std::size_t{1} << 16;
   const auto take = [&](std::string_view line) {
     answers.read_line(line);
-    if (answers.text().size() < kPiece) return;
+    if (answers.text().size() < kPiece) return true;
     output.answers(answers.text());
     answers.text().clear();
+    return true;
   };
   const JoinFigures figures = join_parts(jobs, options.is_partial, take);
   const bool is_whole = figures.missing.empty();

@@ -32,8 +32,10 @@ constexpr std::string_view kEnd = "complete\n";
   throw Failure{{zarel::Code::kJobFolder, {}, std::move(text)}};
 }
 
-[[noreturn]] void refuse_for_error(std::string what) {
-  refuse((what += ": ") += std::strerror(errno));
+[[noreturn]] void fail_to_write(const std::string& name) {
+  const int error = errno;
+  throw Failure{
+      {zarel::Code::kOutputFailure, {}, "cannot write \"" + name + "\": " + std::strerror(error)}};
 }
 
 std::optional<std::string> read_file(const std::string& name) {
@@ -50,7 +52,7 @@ class NewFile {
  public:
   explicit NewFile(std::string name) : name_(std::move(name)), own_name_(name_ + ".XXXXXX") {
     file_ = Descriptor(::mkostemp(own_name_.data(), O_CLOEXEC));
-    if (!file_.is_open()) refuse_for_error("cannot write \"" + name_ + "\"");
+    if (!file_.is_open()) fail_to_write(name_);
     constexpr mode_t kForAll = 0644;
     ::fchmod(file_.number(), kForAll);
   }
@@ -61,26 +63,25 @@ class NewFile {
   void write(std::string_view text) {
     while (!text.empty()) {
       const ssize_t written = ::write(file_.number(), text.data(), text.size());
-      if (written < 0 && errno != EINTR) refuse_for_error("cannot write \"" + name_ + "\"");
+      if (written < 0 && errno != EINTR) fail_to_write(name_);
       if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
     }
   }
   void replace() {
     sync();
-    if (::rename(own_name_.c_str(), name_.c_str()) != 0)
-      refuse_for_error("cannot write \"" + name_ + "\"");
+    if (::rename(own_name_.c_str(), name_.c_str()) != 0) fail_to_write(name_);
   }
   // Returns false where somebody else has put a file there.
   bool put() {
     sync();
     if (::link(own_name_.c_str(), name_.c_str()) == 0) return true;
     if (errno == EEXIST) return false;
-    refuse_for_error("cannot write \"" + name_ + "\"");
+    fail_to_write(name_);
   }
 
  private:
   void sync() {
-    if (::fsync(file_.number()) != 0) refuse_for_error("cannot write \"" + name_ + "\"");
+    if (::fsync(file_.number()) != 0) fail_to_write(name_);
   }
 
   std::string name_, own_name_;
@@ -151,15 +152,21 @@ std::string ranges(const std::vector<std::size_t>& numbers, std::string_view sep
   return text;
 }
 
+void JobFolder::expect_unused(const std::string& folder) {
+  std::error_code error;
+  if (!fs::exists(folder, error) || fs::is_empty(folder, error)) return;
+  refuse("the folder \"" + folder + "\" is not empty; take another one, or remove it");
+}
+
 void JobFolder::make(const std::string& folder, Manifest manifest, const GroundProgram& program,
                      const std::vector<Cube>& cubes, const AnswerTables& tables) {
   std::error_code error;
-  fs::create_directories(folder, error);
-  if (error) refuse("cannot make \"" + folder + "\": " + error.message());
-  if (!fs::is_empty(folder, error) || error) {
-    refuse("the folder \"" + folder + "\" is not empty; take another one, or remove it");
+  expect_unused(folder);
+  fs::create_directories(folder + "/out", error);
+  if (error) {
+    throw Failure{
+        {zarel::Code::kOutputFailure, {}, "cannot make \"" + folder + "\": " + error.message()}};
   }
-  fs::create_directory(folder + "/out", error);
   const std::string cube_lines = text_of(cubes);
   const std::string table_lines = dl::text_of(tables);
   manifest.base = sha256(program.text());
@@ -383,8 +390,8 @@ std::optional<ResultHead> JobFolder::look_at_cut_result(std::size_t part) const 
   return head;
 }
 
-void JobFolder::read_answers(std::size_t part, bool is_complete,
-                             const std::function<void(std::string_view)>& take) const {
+bool JobFolder::read_answers(std::size_t part, bool is_complete,
+                             const std::function<bool(std::string_view)>& take) const {
   ResultHead head;
   std::size_t begin = 0;
   std::size_t size = 0;
@@ -397,8 +404,9 @@ void JobFolder::read_answers(std::size_t part, bool is_complete,
   std::string line;
   for (std::size_t read = 0; read < size; read += line.size() + 1) {
     if (!std::getline(file, line)) refuse("cannot read \"" + name + "\"");
-    take(line);
+    if (!take(line)) return false;
   }
+  return true;
 }
 
 }    // namespace dl

@@ -11,8 +11,8 @@
 //   out/I        the result of part I; out/I.cut: what a run found that did not finish
 //
 // A part is a function of these files, so it does not matter where, when and how often it runs.
-// What appears here does so whole or not at all. All functions throw Failure (kJobFolder) where the
-// folder is not what it should be, or the system refuses.
+// What appears here does so whole or not at all. All functions throw Failure: kJobFolder where the
+// folder is not what it should be, kOutputFailure where a file cannot be written.
 
 #include <cstdint>
 #include <functional>
@@ -46,8 +46,10 @@ struct ResultHead {
 
 class JobFolder {
  public:
-  // Makes the folder, with its parents, for a search that was cut. Refuses one that has anything in
-  // it.
+  // Refuses a folder that has anything in it: a search is not cut for nothing.
+  static void expect_unused(const std::string& folder);
+  // Makes the folder, with its parents, for a search that was cut. Refuses what expect_unused()
+  // does.
   static void make(const std::string& folder, Manifest manifest, const GroundProgram& program,
                    const std::vector<Cube>& cubes, const AnswerTables& tables);
 
@@ -79,9 +81,10 @@ class JobFolder {
   // Whether there is a result, and its head. A foreign one is that of another search, or damaged.
   Result look_at_result(std::size_t part, ResultHead& head) const;
   std::optional<ResultHead> look_at_cut_result(std::size_t part) const;
-  // Hands the answers on in lines.
-  void read_answers(std::size_t part, bool is_complete,
-                    const std::function<void(std::string_view)>& take) const;
+  // Hands the answers on in lines, until `take` says that it wants no more. Returns whether it did
+  // not.
+  bool read_answers(std::size_t part, bool is_complete,
+                    const std::function<bool(std::string_view)>& take) const;
 
   std::string result_name(std::size_t part, bool is_complete = true) const;
 

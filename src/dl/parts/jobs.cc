@@ -228,7 +228,7 @@ std::vector<Joined> results_of(const JobFolder& jobs, bool is_partial, JoinFigur
 }    // namespace
 
 JoinFigures join_parts(const JobFolder& jobs, bool is_partial,
-                       const std::function<void(std::string_view)>& take) {
+                       const std::function<bool(std::string_view)>& take) {
   JoinFigures figures;
   const std::vector<Joined> pieces = results_of(jobs, is_partial, figures);
   const SearchAim& aim = jobs.aim();
@@ -245,16 +245,25 @@ JoinFigures join_parts(const JobFolder& jobs, bool is_partial,
   const bool is_whole = figures.missing.empty();
   Consequences consequences(aim.is_brave);
   std::uint64_t printed = 0;
-  if (best) take(std::string_view(costs_text(*best)).substr(0, costs_text(*best).size() - 1));
+  if (best) {
+    const std::string text = costs_text(*best);
+    if (!take(std::string_view(text).substr(0, text.size() - 1))) return figures;
+  }
   for (const Joined& piece : pieces) {
-    if (piece.head.costs != best || (aim.limit != 0 && printed >= aim.limit)) continue;
-    jobs.read_answers(piece.part, piece.head.is_complete, [&](std::string_view line) {
-      if (aim.has_query) {
-        consequences.add(line);
-      } else if (aim.limit == 0 || printed++ < aim.limit) {
-        take(line);
-      }
-    });
+    if (piece.head.costs != best || figures.may_have_more) continue;
+    const bool goes_on =
+        jobs.read_answers(piece.part, piece.head.is_complete, [&](std::string_view line) {
+          if (aim.has_query) {
+            consequences.add(line);
+          } else if (aim.limit != 0 && printed++ >= aim.limit) {
+            figures.may_have_more = true;
+          } else {
+            return take(line);
+          }
+          return true;
+        });
+    if (!goes_on) return figures;
+    if (aim.limit != 0 && piece.head.found >= aim.limit) figures.may_have_more = true;
   }
   // What holds in all answer sets that are known need not hold in all, and what holds in some of
   // the best that are known not in one of the best.

@@ -43,10 +43,12 @@ struct JoinFigures {
   double seconds = 0;         // of cores
   double longest = 0;         // part
   std::size_t longest_part = 0;
+  bool may_have_more = false;    // a limit of answer sets was met
 };
-// Prints the answers as clingo prints those of a whole search, with its final line, line by line.
+// Prints the answers as clingo prints those of a whole search, with its final line, line by line,
+// until `take` says that it wants no more.
 // Throws Failure where results are missing and not `is_partial`, or foreign.
 JoinFigures join_parts(const JobFolder& jobs, bool is_partial,
-                       const std::function<void(std::string_view)>& take);
+                       const std::function<bool(std::string_view)>& take);
 
 }    // namespace dl
