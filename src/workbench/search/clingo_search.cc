@@ -2,7 +2,6 @@
 #include <utility>
 
 #include "dl/answer_reader.h"
-#include "dl/clingo_failure.h"
 #include "dl/clingo_process.h"
 #include "dl/clingo_run.h"
 #include "dl/failure.h"
@@ -12,32 +11,14 @@
 #include "dl/translate.h"
 #include "model/run.h"
 #include "workbench/progress/run_progress.h"
+#include "workbench/search/failed_clingo.h"
 #include "workbench/search/improving_answers.h"
 #include "workbench/search/search.h"
+#include "workbench/search/search_answers.h"
 #include "workbench/search/solver_message.h"
 
 namespace workbench {
 namespace {
-
-// What the user's atoms became is shown, and nothing else.
-dl::Options translation_options(const zarel::Run& run, const SearchOptions& chosen) {
-  dl::Options options;
-  for (const zarel::NameId name : run.atom_globals.names()) {
-    options.filters.emplace_back(run.names.spelling(name));
-  }
-  options.clingo = chosen.clingo;
-  options.answer_sets = chosen.answer_sets;
-  options.threads = chosen.threads;
-  options.configuration = chosen.configuration;
-  options.cuts = chosen.cuts;
-  options.parts = chosen.parts;
-  options.bound = chosen.maxint;
-  options.seed = chosen.seed;
-  options.leave_out_facts = chosen.leaves_out_facts;
-  options.tell_all = true;
-  if (chosen.consequences == Consequences::kBrave) options.reasoning = dl::Reasoning::kBrave;
-  return options;
-}
 
 class ClingoSearch {
  public:
@@ -70,10 +51,8 @@ class ClingoSearch {
   dl::SearchCommand command() const;
   void read_answers();
   void read_line(std::string_view line, dl::AnswerReader& answers);
-  bool print(dl::AnswerReader& answers);
   void stop();
-  void judge(dl::AnswerReader& answers, bool has_whole_lines);
-  [[noreturn]] void fail(const dl::ProcessEnd& end);
+  void judge(SearchAnswers& answers, bool has_whole_lines);
   Message message(const zarel::Diagnostic& finding) { return messages_.message(finding); }
 
   zarel::Program& program_;
@@ -128,23 +107,10 @@ void ClingoSearch::translate() {
     if (traits_.has_sums) given_ += piece;
   };
   translated_ = dl::translate(std::move(surveyed), options_, give);
-  if (translated_.mistake) {
-    SearchFailure failure{message(*translated_.mistake)};
-    for (const zarel::Diagnostic& each : translated_.further) {
-      failure.further.push_back(message(each));
-    }
-    throw failure;
-  }
+  if (translated_.mistake) throw search_failure(mistakes_of(translated_, messages_));
   give(translated_.text);
   translated_.text = std::string();
   clingo_.finish_input();
-}
-
-bool ClingoSearch::print(dl::AnswerReader& answers) {
-  const bool goes_on =
-      printer_.print(answers.text()) && printer_.settle() && !printer_.has_enough();
-  answers.text().clear();
-  return goes_on;
 }
 
 // In front of the answers clingo says what it does, behind its result what that took.
@@ -175,16 +141,9 @@ void ClingoSearch::read_line(std::string_view line, dl::AnswerReader& answers) {
 }
 
 void ClingoSearch::read_answers() {
-  const dl::ProgramParts& parts = translated_.parts;
-  result_.asked.has_query = parts.query.has_value();
-  result_.asked.is_ground = parts.query && parts.query->variables.empty();
-  if (parts.query) printer_.expect_query(parts.query->variables);
-  result_.asked.is_brave = options_.reasoning == dl::Reasoning::kBrave;
-  result_.asked.has_weak_constraints = !parts.weak_constraints.empty();
-  constexpr std::size_t kPiece = std::size_t{1} << 16;
-  dl::AnswerReader answers(translated_, options_.reasoning);
+  SearchAnswers answers(translated_, options_.reasoning, printer_, result_);
   if (shows_improving_ && result_.asked.has_weak_constraints && !result_.asked.has_query) {
-    improving_.emplace(translated_, answers);
+    improving_.emplace(translated_, answers.reader());
   }
   dl::LineReader lines(dl::output_of(clingo_));
   std::string_view line;
@@ -192,17 +151,17 @@ void ClingoSearch::read_answers() {
     while (lines.next(line)) {
       kept_.add(Stage::kAnswers, line);
       kept_.add(Stage::kAnswers, "\n");
-      read_line(line, answers);
-      if (answers.text().size() < kPiece) continue;
+      read_line(line, answers.reader());
+      if (!answers.has_much()) continue;
       lines.shrink();
-      if (!print(answers)) return stop();
+      if (!answers.print()) return stop();
     }
     // One answer set may be all there is, and large: it is read while clingo still prints it.
-    if (!has_result_ && answers.takes_pieces() && lines.next_piece(line)) {
+    if (!has_result_ && answers.reader().takes_pieces() && lines.next_piece(line)) {
       kept_.add(Stage::kAnswers, line);
-      answers.read_piece(line);
+      answers.reader().read_piece(line);
     }
-    if (!print(answers)) return stop();
+    if (!answers.print()) return stop();
     if (!clingo_.wait_for_output(printer_.descriptor())) return printer_.note_closed();
     has_more = lines.wait();
   }
@@ -215,59 +174,40 @@ void ClingoSearch::stop() {
 }
 
 // Only what the exit status, the final line and the whole output agree on is a finished search.
-void ClingoSearch::judge(dl::AnswerReader& answers, bool has_whole_lines) {
+void ClingoSearch::judge(SearchAnswers& answers, bool has_whole_lines) {
   const dl::ProcessEnd end = clingo_.end();
   const bool is_cut = dl::interruption() != dl::Interruption::kNone;
   const bool has_finished =
-      has_whole_lines && answers.has_result() && dl::has_finished(end, options_, traits_);
-  if (!has_finished && !is_cut) fail(end);
+      has_whole_lines && answers.reader().has_result() && dl::has_finished(end, options_, traits_);
+  if (!has_finished && !is_cut)
+    fail_with_clingo(end, {options_.clingo, translated_, given_}, messages_);
   if (improving_) improving_->finish();
-  Judgement& judgement = result_.judgement;
-  judgement.end = !has_finished                ? SearchEnd::kCut
-                  : end.code == dl::kSomeFound ? SearchEnd::kEnough
-                                               : SearchEnd::kAll;
-  const auto note = [&judgement](const zarel::Diagnostic& found) {
-    if (found.code == zarel::Code::kNoAnswerSet) judgement.has_no_answer_set = true;
-  };
-  judgement.is_unproven =
-      answers.finish(has_finished ? dl::Search::kComplete : dl::Search::kCut, note);
-  // Whether the word is a truth value is not known to who reads it, when the query is verbatim.
-  if (result_.asked.is_ground && !answers.text().empty()) {
-    judgement.holds = answers.text() == "true\n";
-  }
-  print(answers);
-}
-
-void ClingoSearch::fail(const dl::ProcessEnd& end) {
-  // clasp counts in 32 bits, but it notices.
-  const bool has_overflow = end.errors.find("Integer overflow!") != std::string::npos;
-  if (has_overflow && traits_.has_sums) {
-    const std::optional<std::size_t> fault =
-        dl::sum_at_fault(options_.clingo, given_, translated_.parts);
-    if (fault) {
-      throw SearchFailure{
-          message(dl::diagnostic_of(translated_.parts.faults.at(*fault), translated_.sources))};
-    }
-  }
-  if (has_overflow || end.errors.find("weight too large") != std::string::npos) {
-    throw SearchFailure{message({zarel::Code::kSolverWeights, {}, {}})};
-  }
-  SearchFailure failure{solver_failure(options_.clingo, end)};
-  const std::vector<zarel::Diagnostic> errors = clingo_errors(end.errors, translated_);
-  if (end.signalled || end.code == dl::kCannotRun || end.code == dl::kOutOfMemory) throw failure;
-  const std::string version = dl::untested_version(options_.clingo);
-  if (!version.empty()) failure.message.help = version;
-  if (end.errors.empty() && (end.code == dl::kInterrupted || end.code == dl::kSomeInterrupted)) {
-    failure.message = {"solver-interrupted", {}, options_.clingo + " was interrupted"};
-  }
-  if (errors.empty()) throw failure;
-  failure.message = message(errors.front());
-  if (!version.empty()) failure.message.help = version;
-  for (std::size_t i = 1; i < errors.size(); ++i) failure.further.push_back(message(errors[i]));
-  throw failure;
+  result_.judgement.end = !has_finished                ? SearchEnd::kCut
+                          : end.code == dl::kSomeFound ? SearchEnd::kEnough
+                                                       : SearchEnd::kAll;
+  answers.finish();
 }
 
 }    // namespace
+
+dl::Options translation_options(const zarel::Run& run, const SearchOptions& chosen) {
+  dl::Options options;
+  for (const zarel::NameId name : run.atom_globals.names()) {
+    options.filters.emplace_back(run.names.spelling(name));
+  }
+  options.clingo = chosen.clingo;
+  options.answer_sets = chosen.answer_sets;
+  options.threads = chosen.threads;
+  options.configuration = chosen.configuration;
+  options.cuts = chosen.cuts;
+  options.parts = chosen.parts;
+  options.bound = chosen.maxint;
+  options.seed = chosen.seed;
+  options.leave_out_facts = chosen.leaves_out_facts;
+  options.tell_all = true;
+  if (chosen.consequences == Consequences::kBrave) options.reasoning = dl::Reasoning::kBrave;
+  return options;
+}
 
 std::vector<Message> translation_mistakes(zarel::Program& program, const SearchOptions& options) {
   const dl::Options chosen = translation_options(program.run(), options);
@@ -275,12 +215,8 @@ std::vector<Message> translation_mistakes(zarel::Program& program, const SearchO
                                                program.plain_facts());
   const dl::Translated translated =
       dl::translate(std::move(surveyed), chosen, [](std::string_view) {});
-  std::vector<Message> messages;
-  if (!translated.mistake) return messages;
-  SolverMessages told(program, translated.sources);
-  messages.push_back(told.message(*translated.mistake));
-  for (const zarel::Diagnostic& each : translated.further) messages.push_back(told.message(each));
-  return messages;
+  SolverMessages messages(program, translated.sources);
+  return mistakes_of(translated, messages);
 }
 
 SearchResult search_with_clingo(zarel::Program& program, const SearchOptions& options,

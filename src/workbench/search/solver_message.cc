@@ -147,8 +147,7 @@ SolverMessages::Written SolverMessages::included(const zarel::Place& place) {
   const std::uint32_t number = place.first.file;
   const auto found = files_.find(number);
   const std::string& name = sources_.name(number);
-  const std::uint32_t file =
-      found != files_.end() ? found->second : program_.run().files.add(name, name);
+  const std::uint32_t file = found != files_.end() ? found->second : run_.files.add(name, name);
   files_.emplace(number, file);
   Written result{place, place, false, true, {}};
   for (zarel::Place* const each : {&result.statement, &result.word}) {
@@ -162,7 +161,7 @@ SolverMessages::Written SolverMessages::included(const zarel::Place& place) {
 SolverMessages::Written SolverMessages::written(const zarel::Place& place, std::string_view word) {
   if (!place.is_known()) return {};
   if (place.first.file != 0) return included(place);
-  const zarel::LineOrigin origin = program_.origin_of_line(place.first.line);
+  const zarel::LineOrigin origin = origin_of_line_(place.first.line);
   if (!origin.place.is_known()) return {};
   Written result{origin.place, {}, false, origin.is_verbatim, {}};
   if (origin.is_verbatim) {
@@ -179,12 +178,12 @@ SolverMessages::Written SolverMessages::written(const zarel::Place& place, std::
     result.statement = result.word = {moved(place.first), moved(place.last)};
     return result;
   }
-  const zarel::Run::Scope scope(program_.run());
+  const zarel::Run::Scope scope(run_);
   const zarel::Position& first = origin.place.first;
   const zarel::WrittenClause clause =
       zarel::written_clause({first.line, first.column, first.file}, word);
-  result.statement = program_.files().place(clause.clause);
-  if (clause.word) result.word = program_.files().place(*clause.word);
+  result.statement = run_.files.place(clause.clause);
+  if (clause.word) result.word = run_.files.place(*clause.word);
   for (const zarel::OriginStep& step : origin.steps) {
     if (step.kind == zarel::OriginKind::kRange) result.is_range = true;
     if (step.template_name.empty() || !step.invocation.is_known()) continue;
@@ -277,7 +276,9 @@ ExitStatus status_of(const Message& message) {
       "solver-interrupted", "solver-incomplete", "cost-mismatch", "solver-error",
       "graphviz-missing",   "graphviz-failure"};
   if (message.code == "output-failure") return ExitStatus::kOutputFailed;
-  if (message.code == "unreadable-file" || message.code == "form-misfit") return ExitStatus::kUsage;
+  constexpr std::array<std::string_view, 3> kOfUsage{"unreadable-file", "form-misfit",
+                                                     "job-folder"};
+  if (std::ranges::find(kOfUsage, message.code) != kOfUsage.end()) return ExitStatus::kUsage;
   const bool is_of_solver =
       !message.place.is_known() && std::ranges::find(kOfSolvers, message.code) != kOfSolvers.end();
   return is_of_solver ? ExitStatus::kSolverFailed : ExitStatus::kProgramErrors;

@@ -2,9 +2,11 @@
 // solver_message.h - what the translation and the search find wrong, in the user's words and at the
 // user's own text.
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "base/diagnostic.h"
@@ -24,7 +26,14 @@ class SolverMessages {
   // Both must outlive the object. The first source is the program's text, the others are the files
   // that it includes; these become files of the program.
   SolverMessages(zarel::Program& program, const dl::Sources& sources)
-      : program_(program), sources_(sources) {}
+      : SolverMessages(
+            program.run(), [&program](std::uint32_t line) { return program.origin_of_line(line); },
+            sources) {}
+
+  // The same for who knows of the program only its files, and which place a line comes from.
+  using Origins = std::function<zarel::LineOrigin(std::uint32_t line)>;
+  SolverMessages(zarel::Run& run, Origins origins, const dl::Sources& sources)
+      : run_(run), origin_of_line_(std::move(origins)), sources_(sources) {}
 
   // Of what dl finds, with its place in the sources.
   Message message(const zarel::Diagnostic& finding);
@@ -41,7 +50,8 @@ class SolverMessages {
   Written written(const zarel::Place& place, std::string_view word);
   Written included(const zarel::Place& place);
 
-  zarel::Program& program_;
+  zarel::Run& run_;
+  const Origins origin_of_line_;
   const dl::Sources& sources_;
   std::unordered_map<std::uint32_t, std::uint32_t> files_;    // of the program, by those of sources
 };

@@ -45,6 +45,9 @@ inline constexpr std::string_view kConflictHint =
 // found, and ExitStatus::kIncomplete. To be called once, before anything else takes time.
 void watch_the_run(double seconds, const MessageOptions& messages);
 
+// Why it ended, when that has come to pass: "interrupted".
+std::string interruption_in_words();
+
 // Solves the program, which was rewritten and gives its text away, and prints its answers to the
 // descriptor as they come. What is to be said of them goes to the reporter. When nobody reads the
 // answers any more, it ends without a word, and with ExitStatus::kOutputFailed.
