@@ -98,6 +98,16 @@ void finish(CommandLine& line, const CLI::App& app, const RawOptions& raw) {
   line.answers.picture.sets = std::max<std::uint64_t>(line.search.answer_sets, 1);
 }
 
+// A program whose folder was forgotten would be read from standard input, and found to be empty.
+void look_at_folder(const JobOptions& jobs) {
+  std::error_code none;
+  const auto what = std::filesystem::status(jobs.folder, none).type();
+  if (what == std::filesystem::file_type::not_found ||
+      what == std::filesystem::file_type::directory)
+    return;
+  throw WrongUsage{jobs.folder + " is no folder: that of the parts stands in front"};
+}
+
 void look_at_files(CommandLine& line) {
   if (std::ranges::count(line.files, "-") > 1) {
     throw WrongUsage{"standard input can be read only once"};
@@ -222,6 +232,58 @@ void define_cost(CLI::App& app, CommandLine& line, RawOptions& raw) {
   add_why_form(app, raw, {"text", "json"});
 }
 
+void add_folder_argument(CLI::App& app, JobOptions& jobs) {
+  app.add_option("DIR", jobs.folder, "The folder of the search in parts")->required();
+}
+
+void define_split(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  line.command = Command::kSplit;
+  add_folder_argument(app, line.jobs);
+  add_reading_options(app, line);
+  add_split_options(app, line.search, raw.search);
+  add_message_options(app, line, raw);
+}
+
+void define_part(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  constexpr const char* kGroup = "Search";
+  line.command = Command::kPart;
+  add_folder_argument(app, line.jobs);
+  app.add_option("I", line.jobs.part, "The number of the part, from 0")
+      ->check(whole_number(0, kGreatestCount))
+      ->required();
+  app.add_option("--divide", line.jobs.pieces,
+                 "Do not search the part, but cut it into K parts or some more, in its place")
+      ->check(whole_number(2, dl::kMostParts))
+      ->type_name("K")
+      ->group(kGroup);
+  app.add_flag_callback(
+         "--no-bound", [&line] { line.jobs.hands_bound_on = false; },
+         "Look at no costs that other parts have found, nor tell them")
+      ->group(kGroup);
+  add_time_option(app, line.search);
+  add_clingo_option(app, line.search);
+  add_message_options(app, line, raw);
+}
+
+void define_missing(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  line.command = Command::kMissing;
+  add_folder_argument(app, line.jobs);
+  add_message_options(app, line, raw);
+}
+
+void define_join(CLI::App& app, CommandLine& line, RawOptions& raw) {
+  line.command = Command::kJoin;
+  add_folder_argument(app, line.jobs);
+  app.add_flag("--partial", line.jobs.is_partial, "Whatever parts are missing")->group("Answers");
+  add_number_option(app, line.search);
+  add_answer_options(app, line.answers, raw.answers);
+  add_graph_option(app, line.answers);
+  add_report_option(app, raw.answers);
+  app.add_flag("--stats", line.search.tells_statistics, "Tell afterwards what the parts took")
+      ->group("Search");
+  add_message_options(app, line, raw);
+}
+
 void define_explain(CLI::App& app, CommandLine& line, RawOptions& /*raw*/) {
   line.command = Command::kExplain;
   app.add_option("CODE", line.codes, "Codes of messages; without one, all are listed");
@@ -246,6 +308,12 @@ constexpr std::array kCommands{
     CommandRow{"conflict", "Explains why a program has no answer set.", define_conflict},
     CommandRow{"cost", "Explains what a best answer set pays, and what avoiding it would cost.",
                define_cost},
+    CommandRow{"split", "Cuts a search into parts, which any machines may run, in a folder.",
+               define_split},
+    CommandRow{"part", "Searches one part of a search that was cut.", define_part, false},
+    CommandRow{"missing", "Tells which parts of a search that was cut have no result.",
+               define_missing, false},
+    CommandRow{"join", "Prints the answers of a search that was cut.", define_join, false},
     CommandRow{"explain", "Prints the page of a message: what it means and how it is mended.",
                define_explain, false},
 };
@@ -266,6 +334,10 @@ constexpr std::string_view kHelp =
   zrl whynot ATOM FILE...        explain why it does not
   zrl conflict FILE...           explain why there is no answer set
   zrl cost FILE...               explain what the best one pays
+  zrl split DIR FILE...          cut the search into parts, in a folder
+  zrl part DIR I                 search one of them, anywhere
+  zrl missing DIR                tell those without a result
+  zrl join DIR                   print the answers of all
   zrl explain CODE               tell what a message means, with an example
   zrl help COMMAND               tell a command's options
   zrl --version
@@ -313,6 +385,7 @@ ParsedCommandLine parse(const CommandRow& row, std::vector<std::string> words) {
   refuse_unknown_options(app);
   finish(line, app, raw);
   for (const std::string& code : line.codes) refuse_unknown_code(code);
+  if (!line.jobs.folder.empty()) look_at_folder(line.jobs);
   if (row.reads_program) look_at_files(line);
   return {std::move(line), ExitStatus::kFound};
 }

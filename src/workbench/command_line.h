@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "workbench/answers/answer_options.h"
+#include "workbench/jobs/job_options.h"
 #include "workbench/messages/exit_status.h"
 #include "workbench/messages/reporter.h"
 #include "workbench/search/solving.h"
@@ -14,7 +15,21 @@
 
 namespace workbench {
 
-enum class Command { kRun, kCheck, kExpand, kShow, kExplain, kWhy, kWhyNot, kConflict, kCost };
+enum class Command {
+  kRun,
+  kCheck,
+  kExpand,
+  kShow,
+  kExplain,
+  kWhy,
+  kWhyNot,
+  kConflict,
+  kCost,
+  kSplit,
+  kPart,
+  kMissing,
+  kJoin
+};
 
 struct CommandLine {
   Command command = Command::kRun;
@@ -29,6 +44,7 @@ struct CommandLine {
   SearchOptions search;
   AnswerOptions answers;
   WhyOptions why;
+  JobOptions jobs;
 };
 
 // What became of the arguments: a command line; or, when help or the version was printed, or what

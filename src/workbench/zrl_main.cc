@@ -31,6 +31,14 @@ workbench::ExitStatus run(std::span<char* const> arguments) {
       return workbench::conflict(*parsed.line);
     case workbench::Command::kCost:
       return workbench::cost(*parsed.line);
+    case workbench::Command::kSplit:
+      return workbench::split(*parsed.line);
+    case workbench::Command::kPart:
+      return workbench::part(*parsed.line);
+    case workbench::Command::kMissing:
+      return workbench::missing(*parsed.line);
+    case workbench::Command::kJoin:
+      return workbench::join(*parsed.line);
   }
   return workbench::ExitStatus::kUsage;
 }

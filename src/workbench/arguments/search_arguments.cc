@@ -143,6 +143,22 @@ void add_search_options(CLI::App& app, SearchOptions& search, SearchArguments& a
       ->group(kSearch);
 }
 
+void add_split_options(CLI::App& app, SearchOptions& search, SearchArguments& arguments) {
+  app.add_option("--parts", search.parts, "Cut the search into K parts or some more")
+      ->check(whole_number(1, dl::kMostParts))
+      ->type_name("K")
+      ->group(kSearch);
+  add_aim_options(app, search, arguments);
+  app.add_option("--configuration", search.configuration,
+                 "How clingo searches: auto, frumpy, jumpy, tweety, handy, crafty, trendy or many")
+      ->check(one_of({std::begin(dl::kConfigurations), std::end(dl::kConfigurations)}))
+      ->type_name("NAME")
+      ->group(kSearch);
+  add_time_option(app, search);
+  add_seed_option(app, search);
+  add_clingo_option(app, search);
+}
+
 void read_search_arguments(const SearchArguments& arguments, SearchOptions& search) {
   if (arguments.is_brave) search.consequences = Consequences::kBrave;
   if (arguments.is_brave || arguments.is_cautious) {

@@ -23,6 +23,9 @@ void add_time_option(CLI::App& app, SearchOptions& search);      // --time-limit
 void add_clingo_options(CLI::App& app, SearchOptions& search);
 // All of a run.
 void add_search_options(CLI::App& app, SearchOptions& search, SearchArguments& arguments);
+// Those of a search that is cut, and run elsewhere.
+void add_split_options(CLI::App& app, SearchOptions& search, SearchArguments& arguments);
+
 // What they mean together. Throws WrongUsage.
 void read_search_arguments(const SearchArguments& arguments, SearchOptions& search);
 

@@ -374,11 +374,11 @@ answers. What was found before is printed, and is right; more may be missing.
     {.code = "job-folder",
      .title = "the folder of a search in parts is not what is needed",
      .meaning =
-         R"(A search that was cut lies in a folder, with the results of its parts. The
-folder is missing or damaged, belongs to another search or another clingo, or
-lacks results; the message says which. Parts can be run again at any time: the
-new result replaces the old one. Where the program has changed, cut it again, to
-a new folder.
+         R"(A search that zrl split has cut lies in a folder, with the results of its parts.
+The folder is missing or damaged, belongs to another search or another clingo,
+or lacks results, which zrl missing names; the message says which. Parts can be
+run again at any time: the new result replaces the old one. Where the program
+has changed, cut it again, to a new folder. The exit status is 2.
 )",
      .kind = ExampleKind::kNone},
 });

@@ -198,8 +198,8 @@ RunProgress& progress() {
 }    // namespace
 
 std::string_view name_of(Phase phase) {
-  constexpr std::array<std::string_view, 5> kNames{"reading", "expanding", "grounding", "searching",
-                                                   "writing"};
+  constexpr std::array<std::string_view, 6> kNames{"reading",   "expanding", "grounding",
+                                                   "searching", "writing",   "cutting"};
   return kNames.at(static_cast<std::size_t>(phase));
 }
 

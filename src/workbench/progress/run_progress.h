@@ -9,7 +9,14 @@
 
 namespace workbench {
 
-enum class Phase : std::uint8_t { kReading, kExpanding, kGrounding, kSearching, kWriting };
+enum class Phase : std::uint8_t {
+  kReading,
+  kExpanding,
+  kGrounding,
+  kSearching,
+  kWriting,
+  kCutting    // of a search into parts, grounding included
+};
 
 std::string_view name_of(Phase phase);
 
