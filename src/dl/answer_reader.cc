@@ -13,7 +13,23 @@ void AnswerReader::read_line(std::string_view line) {
     read_answer(line);
   } else if (kind != LineKind::kCosts) {
     if (kind != LineKind::kOther) status_ = kind;
-  } else if (!parts_.variable_levels) {
+  } else {
+    note_costs(line);
+  }
+}
+
+// A search that goes on for ever finds the same costs again and again: see Note [several levels].
+void AnswerReader::note_costs(std::string_view line) {
+  constexpr std::size_t kForEver = 10'000;
+  if (line != costs_line_) costs_lines_ = 0;
+  costs_line_ = line;
+  if (++costs_lines_ == kForEver && !parts_.query) {
+    throw Failure{{zarel::Code::kSolverIncomplete,
+                   {},
+                   "clingo finds the same costs again and again, which is a fault of its version; "
+                   "clingo 5.7 or another configuration may find the best"}};
+  }
+  if (!parts_.variable_levels) {
     // Costs that come before the next answer set are its own: only optimal ones are printed, which
     // have the same, or the one that was best so far.
     if (!parts_.query) costs_ = read_costs(line, parts_);
@@ -34,6 +50,7 @@ void AnswerReader::read_answer(std::string_view line) {
     read_piece(line);
     return end_answer();
   }
+  costs_lines_ = 0;
   print_held();
   read_answer_set(line, parts_, answer_);
   has_held_ = true;

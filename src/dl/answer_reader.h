@@ -51,6 +51,7 @@ class AnswerReader {
  private:
   void read_answer(std::string_view line);
   void end_answer();
+  void note_costs(std::string_view line);
   void print_held();
   bool has_brave_answer() const;
   void print_query(const zarel::DiagnosticSink& note);
@@ -62,7 +63,9 @@ class AnswerReader {
   std::string text_;
   AnswerSet answer_;
   Costs costs_;
-  std::string consequences_;    // the query's last line
+  std::string consequences_;       // the query's last line
+  std::string costs_line_;         // the last one,
+  std::size_t costs_lines_ = 0;    // and how often it came with no answer set between
   LineKind status_ = LineKind::kOther;
   bool is_inside_ = false;          // an answer set of which pieces came,
   std::size_t inside_begin_ = 0;    // whose text begins there

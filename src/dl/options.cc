@@ -153,6 +153,14 @@ bool works_without_files(JobCommand job) {
   return job != JobCommand::kNone && job != JobCommand::kSplit;
 }
 
+// Whether an option is given that a folder of parts has been made with.
+bool shapes_search(const Options& options) {
+  return !options.filters.empty() || !options.positive_filters.empty() ||
+         options.answer_sets != 0 || options.bound || options.leave_out_facts || !options.fold ||
+         options.reasoning == Reasoning::kBrave || !options.configuration.empty() ||
+         options.threads > 1;
+}
+
 // What the options say together.
 void look_at_job(Options& options) {
   const bool splits = options.parts != 0;
@@ -166,6 +174,9 @@ void look_at_job(Options& options) {
     if (options.configuration == kRaceWord)
       refuse("-local and -configuration=race do not go together");
   }
+  if (splits && (options.job == JobCommand::kMissing || options.job == JobCommand::kJoin)) {
+    refuse("-split is not for -missing and -join");
+  }
   const bool has_job = options.job != JobCommand::kNone;
   if (has_job && options.jobs.empty()) {
     refuse(splits && options.job == JobCommand::kSplit
@@ -178,6 +189,12 @@ void look_at_job(Options& options) {
     refuse("option \"-partial\" needs -join");
   if (works_without_files(options.job) && !options.files.empty())
     refuse("the folder of -jobs has the program: no file is read with -part, -missing and -join");
+  if (works_without_files(options.job) && shapes_search(options)) {
+    refuse(
+        "what is searched and shown is said with -split, and not again with -part, -missing and "
+        "-join");
+  }
+  if (has_job && options.translate_only) refuse("-translate and -jobs do not go together");
   if (has_job && options.question != QuestionKind::kNone)
     refuse("a question is about a whole search, not one in parts");
   if (has_job && options.configuration == kRaceWord)

@@ -52,10 +52,9 @@ SearchPlan plan_search(const Options& options, const Traits& traits) {
     plan.kind = SearchKind::kRace;
   } else if (options.cuts == Cuts::kAuto) {
     plan.kind = SearchKind::kAuto;
-  } else if (options.cuts == Cuts::kLocal) {
-    plan.kind = SearchKind::kParts;
-  } else if (options.threads > 1 && !traits.has_query && options.answer_sets != 1 &&
-             is_older_clingo(options.clingo, kThreadsMended)) {
+  } else if (options.cuts == Cuts::kLocal ||
+             (options.threads > 1 && !traits.has_query && options.answer_sets != 1 &&
+              is_older_clingo(options.clingo, kThreadsMended))) {
     plan.kind = SearchKind::kParts;
   }
   return plan;

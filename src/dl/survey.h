@@ -25,8 +25,8 @@ class Survey : public StatementReceiver {
   bool has_query() const { return has_query_; }
   bool has_weak_constraints() const { return has_weak_constraints_; }
   bool has_several_levels() const { return has_several_levels_; }    // of them, or it may have
-  bool has_sums() const { return has_sums_; }                     // #sum or #avg
-  std::optional<std::int64_t> bound() const { return bound_; }    // the first that is given
+  bool has_sums() const { return has_sums_; }                        // #sum or #avg
+  std::optional<std::int64_t> bound() const { return bound_; }       // the first that is given
   // What of the program can be folded, when all of it was taken, but for what is undecided.
   const Folding& folding() const { return folding_; }
   // The next statements come from the next text.

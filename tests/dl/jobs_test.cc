@@ -17,6 +17,8 @@ constexpr std::string_view kFunctions =
     "missing() { dl -jobs=j -missing; }\n"
     "join() { dl -jobs=j -join \"$@\"; }\n"
     "count() { grep -c '{'; }\n"
+    "await_two() { for k in $(seq 100); do test $(cat pids 2>/dev/null | wc -l) -ge 2 && break; "
+    "sleep 0.1; done; }\n"
     // A clingo that prints $1, searches until it is asked to end, and does $2 then.
     "slow() { trap \"$2; exit 11\" TERM; cat >/dev/null; case $all in *--verbose=1*) "
     "clingo --version | head -n 1;; esac; test -z \"$1\" || echo \"$1\"; "
@@ -39,14 +41,14 @@ TEST_P(Whole, IsWhatItsPartsAreTogether) {
       folder, "split -split=3 " + options + "; test $n -gt 1 || echo $n; parts; missing; join");
   EXPECT_EQ(sorted(first.output), sorted(whole.output));
   EXPECT_EQ(first.errors, whole.errors);
-  const std::string_view kOthers[] = {
+  const std::string_view others[] = {
       "rm -f j/out/* j/bound; parts $(seq $((n - 1)) -1 0); missing; join",
       "parts; parts; join",
       "rm j/out/*; for i in $(seq 0 $((n - 1))); do parts $i & parts $i & done; wait; join",
       "rm -r j; split -split=3 $options; for i in $(seq 0 $((n - 1))); do dl -jobs=j -part=$i "
       "-nobound; done; join",
   };
-  for (const std::string_view other : kOthers) {
+  for (const std::string_view other : others) {
     const std::string commands = "options='" + options + "' n=$(ls j/out | wc -l); ";
     EXPECT_EQ(run_here(folder, commands + std::string(other)), first) << other;
   }
@@ -310,8 +312,8 @@ INSTANTIATE_TEST_SUITE_P(Divided, Jobs, testing::ValuesIn(kDivided), case_name);
 #define NOTES_ITSELF CUTS_AS_CLINGO "echo $$ >>pids; "
 #define TELLS_WHO_IS_LEFT \
   "; sleep 0.2; for i in $(cat pids); do grep -s '^State:.[^ZX]' /proc/$i/status; done; true"
-#define INTERRUPTED                                                                            \
-  "& dl=$!; until test $(cat pids 2>/dev/null | wc -l) -ge 2; do sleep 0.1; done; sleep 0.3; " \
+#define INTERRUPTED                 \
+  "& dl=$!; await_two; sleep 0.3; " \
   "kill -TERM $dl; wait $dl; echo $?" TELLS_WHO_IS_LEFT
 constexpr std::string_view kCosts = "a v b. c v d. :~ a. [2:1] :~ c. [2:1] :~ b. [1:1]";
 constexpr JobCase kLocal[] = {
@@ -333,7 +335,7 @@ constexpr JobCase kLocal[] = {
      NOTES_ITSELF "slow '' \"trap '' TERM; return\""},
     {"a_killed_search_in_parts",
      "( dl p -split=4 -local -threads=2 -clingo=./fake & dl=$!; "
-     "until test $(cat pids 2>/dev/null | wc -l) -ge 2; do sleep 0.1; done; kill -9 $dl; wait $dl; "
+     "await_two; kill -9 $dl; wait $dl; "
      "echo $? ) 2>/dev/null" TELLS_WHO_IS_LEFT,
      "137\n", "", 0, kAnyProgram, NOTES_ITSELF "slow ''"},
     {"a_killed_clingo_of_parts", "dl p -split=4 -local -clingo=./fake", "",

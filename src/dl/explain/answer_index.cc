@@ -165,8 +165,9 @@ std::span<const AtomNumber> AnswerIndex::atoms_with(PredicateNumber predicate, s
   if (atoms.empty() || (value_of(atoms.front()) == value && value_of(atoms.back()) == value)) {
     return atoms;
   }
-  const auto found = std::ranges::equal_range(atoms, value, {}, value_of);
-  return {found.begin(), found.end()};
+  const auto first = std::ranges::lower_bound(atoms, value, {}, value_of);
+  const auto last = std::ranges::upper_bound(atoms, value, {}, value_of);
+  return {first, last};
 }
 
 void AnswerIndex::append(std::string& out, PredicateNumber predicate,

@@ -1,6 +1,7 @@
 #include "dl/explain/body_evaluator.h"
 
 #include <algorithm>
+#include <compare>
 #include <limits>
 #include <type_traits>
 
@@ -35,8 +36,9 @@ GroundTerm extremum_of(AggregateFunction function, const AggregateElements& elem
   GroundTerm best = kNoTerm;
   for (std::size_t i = 0; i < elements.size(); ++i) {
     const GroundTerm term = elements.first_term(i);
-    const bool is_better = best == kNoTerm || (function == kMin ? terms.compare(term, best) < 0
-                                                                : terms.compare(term, best) > 0);
+    const bool is_better =
+        best == kNoTerm || (function == kMin ? std::is_lt(terms.compare(term, best))
+                                             : std::is_gt(terms.compare(term, best)));
     if (is_better) best = term;
   }
   return best;

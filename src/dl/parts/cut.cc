@@ -100,6 +100,7 @@ class Cutter {
   std::priority_queue<Candidate> candidates_;
   std::size_t ages_ = 0;
   std::vector<std::uint32_t> counts_;    // of lemmas, by atom
+  bool logs_lemmas_ = true;
 };
 
 // The children stand where their parent stood: the order of the parts is that of the cut.
@@ -175,17 +176,25 @@ std::vector<GroundAtom> Cutter::choose(const Cube& cube) const {
 }
 
 Trial Cutter::probe(const Cube& cube) {
-  const Descriptor lemmas = make_memory_file("lemmas");
   std::vector<std::string> arguments = settings_.arguments;
+  arguments.emplace_back("--solve-limit=1000");
+  limit_models(arguments, 1000);
+  if (!logs_lemmas_) return run({cube}, arguments).front();
+  const Descriptor lemmas = make_memory_file("lemmas");
   std::string file("--lemma-out=/proc/");
   ((file += std::to_string(::getpid())) += "/fd/") += std::to_string(lemmas.number());
-  for (const char* const word : {"--solve-limit=1000", "--lemma-out-dom=input"})
-    arguments.emplace_back(word);
-  arguments.push_back(std::move(file));
-  limit_models(arguments, 1000);
-  const std::vector<Trial> trials = run({cube}, arguments);
-  count_lemmas(lemmas);
-  return trials.front();
+  std::vector<std::string> logging = arguments;
+  logging.insert(logging.end(), {"--lemma-out-dom=input", file});
+  try {
+    const std::vector<Trial> trials = run({cube}, logging);
+    count_lemmas(lemmas);
+    return trials.front();
+  } catch (const FailedWorker& failed) {
+    // A clingo that sees no files of ours can be cut for all the same, if less well.
+    if (failed.end.errors.find("lemma log file") == std::string::npos) throw;
+    logs_lemmas_ = false;
+  }
+  return run({cube}, arguments).front();
 }
 
 std::vector<Trial> Cutter::try_all(const std::vector<Cube>& cubes) {

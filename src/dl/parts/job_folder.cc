@@ -154,7 +154,7 @@ std::string ranges(const std::vector<std::size_t>& numbers, std::string_view sep
 
 void JobFolder::expect_unused(const std::string& folder) {
   std::error_code error;
-  if (!fs::exists(folder, error) || fs::is_empty(folder, error)) return;
+  if (!fs::is_directory(folder, error) || fs::is_empty(folder, error)) return;
   refuse("the folder \"" + folder + "\" is not empty; take another one, or remove it");
 }
 

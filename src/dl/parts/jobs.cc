@@ -123,6 +123,19 @@ void expect_part(const JobFolder& jobs, std::size_t part) {
                          : " into " + ranges(pieces, ", ", " and ")));
 }
 
+namespace {
+
+// It only saves others time.
+void hand_on(const JobFolder& jobs, std::int64_t highest) {
+  try {
+    jobs.offer_bound(highest);
+  } catch (const Failure&) {
+    return;
+  }
+}
+
+}    // namespace
+
 PartRun run_part(const JobFolder& jobs, std::size_t part, const std::string& clingo,
                  bool takes_bound) {
   const GroundProgram program = jobs.program();
@@ -147,7 +160,7 @@ PartRun run_part(const JobFolder& jobs, std::size_t part, const std::string& cli
   if (output.has_found()) head.costs = output.costs;
   if (head.is_complete && jobs.aim().has_costs) output.sort_sets();
   if (head.is_complete || output.has_found()) jobs.put_result(part, head, output);
-  if (head.costs && takes_bound) jobs.offer_bound(head.costs->front());
+  if (head.costs && takes_bound) hand_on(jobs, head.costs->front());
   return head.is_complete ? PartRun::kDone : PartRun::kCut;
 }
 

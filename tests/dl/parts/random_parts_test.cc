@@ -51,7 +51,7 @@ class RandomSearch {
     return words[static_cast<std::size_t>(below(static_cast<int>(words.size())))];
   }
   std::string atom() {
-    const std::string name = one_of({"p", "p", "q", "q", "r", "t", "u"});
+    std::string name = one_of({"p", "p", "q", "q", "r", "t", "u"});
     if (name == "t" || name == "u") return name;
     return name + "(" + one_of({"X", "X", "1", "2", "3"}) + ")";
   }
@@ -135,7 +135,10 @@ std::optional<std::string> whole(const RandomSearch& search, const dl::Options& 
 std::string joined(const dl::JobFolder& jobs, bool is_partial = false) {
   dl::AnswerTables tables = jobs.tables();
   dl::AnswerReader answers(tables.program, tables.reasoning);
-  dl::join_parts(jobs, is_partial, [&](std::string_view line) { answers.read_line(line); });
+  dl::join_parts(jobs, is_partial, [&](std::string_view line) {
+    answers.read_line(line);
+    return true;
+  });
   answers.finish(dl::Search::kComplete, [](const zarel::Diagnostic&) {});
   return std::move(answers.text());
 }
