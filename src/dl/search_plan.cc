@@ -48,6 +48,8 @@ SearchPlan plan_search(const Options& options, const Traits& traits) {
   plan.workers = options.threads > 1 ? static_cast<std::size_t>(options.threads) : cores();
   plan.parts = options.parts == 0 ? kPartsOfWorker * plan.workers : options.parts;
   plan.cuts_easy_parts = options.parts != 0;
+  // What asks for answer sets that show the same but once would get one from each part.
+  if (options.differ_in_shown || options.question != QuestionKind::kNone) return plan;
   if (options.configuration == kRaceWord) {
     plan.kind = SearchKind::kRace;
   } else if (options.cuts == Cuts::kAuto) {

@@ -76,6 +76,7 @@ class PartSearch {
   bool print_consequences();
   int finish();
   void print_best();
+  void print_found_sets();
   int show_found();
 
   const SearchPlan& plan_;
@@ -253,6 +254,7 @@ void PartSearch::print_sets(PartOutput& output) {
   }
   // The whole search would print them again.
   if (whole_worker_) crew_.dismiss(*std::exchange(whole_worker_, {}));
+  if (&output != &whole_) whole_ = PartOutput(aim_);
   print_for_host(text);
   output.sets.clear();
 }
@@ -291,6 +293,14 @@ bool PartSearch::print_consequences() {
   return true;
 }
 
+// Those of the whole search or those of the parts, which are some of the same.
+void PartSearch::print_found_sets() {
+  std::uint64_t in_parts = printed_;
+  for (const Part& part : parts_) in_parts += part.output.count;
+  if (printed_ == 0 && whole_.count > in_parts) return print_sets(whole_);
+  for (Part& part : parts_) print_sets(part.output);
+}
+
 // After an interruption: what is known so far. What holds in some of the answer sets that were
 // looked at holds in some of all.
 int PartSearch::show_found() {
@@ -302,16 +312,15 @@ int PartSearch::show_found() {
   };
   while (crew_.size() != 0 && crew_.wait(listen, kLastWords) != Crew::Waiting::kNothing) {
   }
-  parts_.push_back({std::move(whole_)});
-  for (const Part& part : parts_) {
-    if (are_better(part.output.costs, best_)) best_ = part.output.costs;
-  }
-  if (aim_.has_query) {
-    if (aim_.is_brave && !aim_.has_costs) print_consequences();
-  } else if (aim_.has_costs) {
-    print_best();
+  if (aim_.enumerates()) {
+    print_found_sets();
   } else {
-    for (Part& part : parts_) print_sets(part.output);
+    parts_.push_back({std::move(whole_)});
+    for (const Part& part : parts_) {
+      if (are_better(part.output.costs, best_)) best_ = part.output.costs;
+    }
+    if (!aim_.has_query) print_best();
+    if (aim_.is_brave && !aim_.has_costs) print_consequences();
   }
   print_for_host("UNKNOWN\n");
   return kSomeInterrupted;
