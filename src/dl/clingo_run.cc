@@ -38,11 +38,10 @@ OutputSource output_of(ClingoProcess& process) {
 // Note [several levels]
 // clasp 3.3.5, which is that of clingo 5.4.1, goes wrong where it improves the costs of several
 // levels: in one of some 200 small programs it finds the same answer set for ever, and in one of
-// some thousands it gives an answer set costs that are not its own, whatever it improves first. Its
-// authors say that 3.3.10, which came with clingo 5.7, mended the first. In larger and larger steps
-// and without the search for equivalences it did the second in none of 8512 programs whose answer
-// sets were all looked at, and the first in one, which is told: see AnswerReader. From below, by
-// unsatisfiable cores, it did neither in 3672, but has nothing to show when it is interrupted.
+// some thousands it gives an answer set costs that are not its own, with every way of improving
+// (bb, with and without --eq=0). Its authors say that 3.3.10, which came with clingo 5.7, mended
+// the first. From below, by unsatisfiable cores, it did neither in 3672 programs whose answer sets
+// were all looked at; but then there is often nothing to show when the search is interrupted.
 constexpr int kLevelsMended = 7;
 
 // Without --fast-exit clingo takes its tables apart at the end, which costs 6 to 10 % of the time
@@ -52,10 +51,9 @@ std::vector<std::string> clingo_arguments(const Options& options, const Traits& 
   const bool is_one_best = options.one_best && traits.has_weak_constraints;
   if (traits.has_weak_constraints) {
     words.emplace_back(is_one_best ? "--opt-mode=opt" : "--opt-mode=optN");
-    if (options.by_cores) {
+    if (options.by_cores ||
+        (traits.has_several_levels && is_older_clingo(options.clingo, kLevelsMended))) {
       words.emplace_back("--opt-strategy=usc");
-    } else if (traits.has_several_levels && is_older_clingo(options.clingo, kLevelsMended)) {
-      for (const char* const word : {"--opt-strategy=bb,inc", "--eq=0"}) words.emplace_back(word);
     }
   }
   if (options.differ_in_shown) words.emplace_back("--project=show");
